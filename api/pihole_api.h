@@ -1,0 +1,48 @@
+#pragma once
+
+#include "api/pihole_types.h"
+
+#include <QByteArray>
+#include <QCoro/QCoroTask>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <expected>
+#include <memory>
+
+namespace corvane {
+
+/// Talks to the web API of the Pi-hole on 127.0.0.1: logs in with the admin password, keeps its one session, and makes one
+/// call at a time.
+class PiholeAPI : public QObject {
+    Q_OBJECT
+
+public:
+    template <class T> using Answer = QCoro::Task<std::expected<T, PiholeAPIError>>;
+
+    explicit PiholeAPI(QObject *parent = nullptr);
+    ~PiholeAPI() override;
+
+    /// Forgets the session when the port or the password is another than before.
+    void configure(int port, const QString &password);
+
+    /// Whether the admin page answers with a status from 200 to 399, without logging in.
+    [[nodiscard]] QCoro::Task<bool> webAnswers();
+
+    [[nodiscard]] Answer<PiholeSummary> summary();
+    [[nodiscard]] Answer<PiholeBlocking> blocking();
+    /// Switches blocking; `timerSeconds` after which Pi-hole switches back by itself.
+    [[nodiscard]] Answer<PiholeBlocking> setBlocking(bool enabled, std::optional<int> timerSeconds);
+    /// The newest `length` entries of the query log, newest first.
+    [[nodiscard]] Answer<QList<PiholeQuery>> recentQueries(int length);
+    /// Pi-hole's settings as a zip archive.
+    [[nodiscard]] Answer<QByteArray> teleporterDownload();
+    /// Replaces Pi-hole's settings by those of the archive.
+    [[nodiscard]] Answer<void> teleporterUpload(QByteArray archive, QString filename);
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace corvane

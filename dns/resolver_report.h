@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace corvane {
+
+/// One "resolver #" block of the system's resolver configuration.
+struct ResolverBlock {
+    QStringList nameservers;
+    /// Present for a resolver that serves only one domain.
+    std::optional<QString> domain;
+
+    bool operator==(const ResolverBlock &) const = default;
+};
+
+/// Which DNS servers macOS really uses.
+struct ResolverReport {
+    QStringList defaultServers;
+    bool firstIsPihole = false;
+    /// None or one sentence for the user.
+    QStringList warnings;
+
+    bool operator==(const ResolverReport &) const = default;
+
+    /// What the blocks mean.
+    [[nodiscard]] static ResolverReport of(const QList<ResolverBlock> &blocks);
+};
+
+} // namespace corvane

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <optional>
+
+namespace corvane {
+
+/// Environment variables by name.
+using Environment = QMap<QString, QString>;
+
+/// How one run of an outside program ended and what it printed.
+struct CommandResult {
+    /// The exit status, or the number of the signal that ended the child. -1 when the child never started or was still
+    /// running when the result was taken.
+    qint32 status = -1;
+    QString standardOutput;
+    QString standardError;
+    /// The time limit passed and the child was told to end.
+    bool timedOut = false;
+    /// Why the child could not be started, in the system's words; absent when it started.
+    std::optional<QString> launchError;
+
+    /// Started, ended in time, and ended with status 0.
+    [[nodiscard]] bool succeeded() const { return status == 0 && !timedOut && !launchError; }
+
+    /// Both streams trimmed, empty ones dropped, joined by a line feed.
+    [[nodiscard]] QString combined() const;
+};
+
+} // namespace corvane

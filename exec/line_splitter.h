@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+#include <QStringDecoder>
+#include <functional>
+
+namespace corvane {
+
+/// Turns the bytes of one stream into lines of text, however the bytes are cut into chunks.
+///
+/// A line ends at any Unicode line break; CR LF counts once and a lone CR at once, so a progress bar that redraws its line
+/// gives one line per redraw. Invalid UTF-8 is repaired. A splitter belongs to the one thread that reads its stream.
+class LineSplitter {
+public:
+    explicit LineSplitter(std::function<void(QString)> emitLine);
+
+    void feed(QByteArrayView chunk);
+    /// Emits the unfinished rest, if any; called once after the stream has ended.
+    void flush();
+
+private:
+    void cut(QStringView text);
+
+    std::function<void(QString)> m_emit;
+    QStringDecoder m_decoder{QStringDecoder::Utf8};
+    QString m_pending;
+    bool m_swallowLineFeed = false;
+};
+
+} // namespace corvane

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "exec/command_step.h"
+#include "exec/streaming_command.h"
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+namespace corvane {
+
+/// Runs a titled list of steps one after another into a live log of at most 3000 lines.
+///
+/// Lives on the main thread. Title, log and result stay until the next start.
+class OperationRunner : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString title READ title NOTIFY titleChanged)
+    Q_PROPERTY(bool running READ running NOTIFY runningChanged)
+    Q_PROPERTY(bool succeeded READ succeeded NOTIFY succeededChanged)
+    Q_PROPERTY(bool ended READ ended NOTIFY endedChanged)
+    Q_PROPERTY(QString failureSummary READ failureText NOTIFY failureSummaryChanged)
+    Q_PROPERTY(qint64 lineCount READ lineCount NOTIFY lineCountChanged)
+
+public:
+    static constexpr int kMaxLines = 3000;
+
+    /// Turns the log of a failed operation into one sentence.
+    using Wording = std::function<QString(const QString &log)>;
+    using OnFinish = std::function<void(bool succeeded)>;
+
+    explicit OperationRunner(Wording wording, QObject *parent = nullptr);
+    ~OperationRunner() override;
+
+    [[nodiscard]] const QStringList &lines() const { return m_lines; }
+    [[nodiscard]] const QString &title() const { return m_title; }
+    [[nodiscard]] bool running() const { return m_running; }
+    [[nodiscard]] bool succeeded() const { return m_succeeded; }
+    /// Has run and runs no more.
+    [[nodiscard]] bool ended() const { return !m_running && !m_title.isEmpty(); }
+    [[nodiscard]] const std::optional<QString> &failureSummary() const { return m_failureSummary; }
+    [[nodiscard]] QString failureText() const { return m_failureSummary.value_or(QString()); }
+    /// How many lines were ever appended since the last reset, those that the cap has dropped included.
+    [[nodiscard]] qint64 lineCount() const { return m_lineCount; }
+
+    /// Starts the steps; ignored while an operation runs. `onFinish` is called once at the end.
+    void start(const QString &title, const CommandSteps &steps, OnFinish onFinish = {});
+    Q_INVOKABLE void cancel();
+    void append(const QString &line);
+    void reset();
+
+Q_SIGNALS:
+    void titleChanged();
+    void runningChanged();
+    void succeededChanged();
+    void endedChanged();
+    void failureSummaryChanged();
+    void lineCountChanged();
+    /// `appended` lines were added at the end after `removed` lines went from the front.
+    void linesChanged(int removed, int appended);
+    void linesReset();
+
+private:
+    QStringList m_lines;
+    qint64 m_lineCount = 0;
+    QString m_title;
+    bool m_running = false;
+    bool m_succeeded = false;
+    std::optional<QString> m_failureSummary;
+    std::shared_ptr<StreamingCommand> m_current;
+    bool m_cancelRequested = false;
+    Wording m_wording;
+};
+
+} // namespace corvane

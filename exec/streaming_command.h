@@ -1,0 +1,41 @@
+#pragma once
+
+#include "exec/command_result.h"
+
+#include <QCoro/QCoroTask>
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace corvane {
+
+/// Some lines that a running command printed since the last hand-over, oldest first.
+struct LineBatch {
+    QStringList lines;
+    /// Lines that came before these and were dropped because the log keeps only the newest.
+    qint64 dropped = 0;
+};
+
+/// Runs one outside program without a time limit and hands over what it prints, line by line in order, while it runs.
+class StreamingCommand {
+public:
+    StreamingCommand();
+    ~StreamingCommand();
+
+    /// Runs the program on a worker thread. `onLines` is called on the main thread, at most once per 16 ms and for the
+    /// last time before the task ends; it gets standard output and standard error interleaved as they arrived. Answers
+    /// the exit status (or signal number), or nothing when the program could not be started: then the reason has been
+    /// handed over as a line.
+    [[nodiscard]] QCoro::Task<std::optional<int>> run(QString exe, QStringList args, Environment env,
+                                                      std::function<void(LineBatch)> onLines);
+
+    /// Sends SIGTERM to the child, or to the one that is just being started.
+    void cancel();
+
+private:
+    struct Shared;
+    std::shared_ptr<Shared> m_shared;
+};
+
+} // namespace corvane

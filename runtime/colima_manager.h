@@ -1,0 +1,30 @@
+#pragma once
+
+#include "exec/command_step.h"
+
+#include <QCoro/QCoroTask>
+#include <optional>
+
+namespace corvane {
+
+/// Builds the steps that install, start and restart Colima. A list is empty when a tool that it needs is missing; tools are
+/// looked up afresh for every list.
+class ColimaManager {
+public:
+    /// Where Homebrew puts programs.
+    [[nodiscard]] static const QStringList &homebrewDirs();
+    /// "start" with Corvane's fixed sizes: 2 CPUs, 2 GiB of memory, 10 GiB of disk.
+    [[nodiscard]] static const QStringList &startArguments();
+
+    /// The installed colima, or where Homebrew will put it; absent when neither is found.
+    [[nodiscard]] static std::optional<QString> expectedColimaPath();
+    [[nodiscard]] static CommandSteps installSteps();
+    /// One step "colima start".
+    [[nodiscard]] static CommandSteps startSteps();
+    [[nodiscard]] static CommandSteps autostartSteps(bool enable, bool colimaRunning);
+    /// Whether the installed colima knows "--port-forwarder".
+    [[nodiscard]] static QCoro::Task<bool> supportsPortForwarderFlag();
+    [[nodiscard]] static CommandSteps restartWithGrpcSteps();
+};
+
+} // namespace corvane

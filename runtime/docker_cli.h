@@ -1,0 +1,25 @@
+#pragma once
+
+#include "exec/command_result.h"
+
+#include <QCoro/QCoroTask>
+#include <QStringList>
+#include <optional>
+
+namespace corvane {
+
+/// Runs the Docker client and puts its errors into plain words.
+class DockerCLI {
+public:
+    /// The folders in which docker is looked for, in order.
+    [[nodiscard]] static const QStringList &searchDirs();
+    [[nodiscard]] static std::optional<QString> find();
+
+    /// Runs docker; `timeout` in seconds. Without docker the result's launch error is "docker was not found".
+    [[nodiscard]] static QCoro::Task<CommandResult> run(QStringList args, double timeout);
+
+    /// Docker's error text as one sentence for the user.
+    [[nodiscard]] static QString friendlyError(const QString &text);
+};
+
+} // namespace corvane

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "exec/command_step.h"
+#include "runtime/container_state.h"
+#include "runtime/dig_result.h"
+
+#include <QCoro/QCoroTask>
+#include <expected>
+
+namespace corvane {
+
+/// The one Pi-hole container that Corvane runs: its definition on disk and the commands around it.
+class PiholeController {
+public:
+    [[nodiscard]] static QCoro::Task<ContainerState> containerState();
+
+    /// Asks `server` on port 53 for `name`.
+    [[nodiscard]] static QCoro::Task<DigResult> dig(QString name, QString type, bool tcp, QString server);
+
+    /// The Mac's time zone if every character of it may stand in YAML and on a command line, else "UTC".
+    [[nodiscard]] static QString safeTimeZone();
+    [[nodiscard]] static QString safeTimeZone(const QString &identifier);
+
+    [[nodiscard]] static QString composeText(const QString &tag, int webPort, const QString &timeZone);
+
+    /// Writes "docker-compose.yml" and "pihole.env" (0600) into the support folder; the reason when one cannot be written.
+    [[nodiscard]] static std::expected<void, QString> writeFiles(const QString &tag, int webPort,
+                                                                 const QString &password);
+    [[nodiscard]] static QString composeFile();
+    [[nodiscard]] static QString environmentFile();
+
+    /// Empty when docker is missing.
+    [[nodiscard]] static CommandSteps pullSteps(const QString &tag, bool compose);
+    [[nodiscard]] static CommandSteps upSteps(const QString &tag, int webPort, bool compose);
+
+    /// The newest `tail` lines of the container's log, or a sentence that says why there are none.
+    [[nodiscard]] static QCoro::Task<QString> logs(int tail);
+};
+
+} // namespace corvane
