@@ -1,0 +1,20 @@
+"""The names that the small internet of the simulated Mac knows. Whoever serves a name adds it here."""
+
+NAMES = {
+    "example.com": ["93.184.215.14"],
+    "www.example.com": ["93.184.215.14"],
+    "pi-hole.net": ["198.51.100.20"],
+    "www.apple.com": ["198.51.100.30"],
+    "captive.apple.com": ["198.51.100.31"],
+    "www.wikipedia.org": ["198.51.100.40"],
+    "doubleclick.net": ["198.51.100.50"],
+    "ad.doubleclick.net": ["198.51.100.51"],
+    "www.googletagmanager.com": ["198.51.100.52"],
+    "www.google-analytics.com": ["198.51.100.53"],
+    "adservice.google.com": ["198.51.100.54"],
+}
+
+
+def addresses(name):
+    """The IPv4 addresses of a name; none when nobody has registered it."""
+    return NAMES.get(name.rstrip(".").lower(), [])

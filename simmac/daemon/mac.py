@@ -1,0 +1,131 @@
+"""The whole state of one simulated Mac."""
+
+import asyncio
+import inspect
+import os
+import shutil
+import time
+
+from daemon.applications import Applications
+from daemon.faults import Faults
+from daemon.journal import Journal
+from daemon.network import Network
+from daemon.ports import Ports
+from daemon.prompt import Prompt
+from daemon.states import STATES, furnish
+from daemon.system_facts import SystemFacts
+from daemon.tools import PLACES, TOOLS
+
+RUN = "/run/simmac"              # the private folder of this Mac, writable
+ROOT = RUN + "/root"             # the same folders that stand under / (some of them read-only there)
+HOME = "/Users/ada"
+HOMEBREW_BIN = "/opt/homebrew/bin"
+FAST_SCALE = 0.002
+
+
+class Mac:
+    """One Mac: its parts, its speed, and how it gets from one state to another."""
+
+    def __init__(self, root=ROOT):
+        self.root = root
+        self.speed = "fast"
+        self.state = None
+        self.started = time.time()
+        self.journal = Journal()
+        self.faults = Faults(self)
+        self.prompt = Prompt()
+        self.applications = Applications(self)
+        self.facts = SystemFacts(self)
+        self.network = Network(self)
+        self.ports = Ports()
+        self.keyring = None       # set when a keyring runs
+        self.desktop = None       # set when there is a display
+        self.containers = None    # set by daemon.containers.start(mac)
+        self.reset_hooks = []     # further functions that a reset calls, plain or async
+
+    def scaled(self, seconds):
+        """How long something really takes that takes this long on a Mac."""
+        return seconds * FAST_SCALE if self.speed == "fast" else seconds
+
+    def path(self, absolute):
+        """Where the daemon writes a file that stands at this path in the Mac."""
+        return self.root + absolute
+
+    # -- the tools that come and go ---------------------------------------------------------------------------------
+
+    def install_tool(self, name):
+        """Makes a tool appear: where it always stands, or in Homebrew's folder."""
+        self.show_tool(name)
+
+    def remove_tool(self, name):
+        """Makes a tool disappear."""
+        self.hide_tool(name)
+
+    def has_tool(self, name):
+        """Whether the tool stands at its path."""
+        return os.path.lexists(self._tool_path(name))
+
+    def show_tool(self, name):
+        """Puts the tool at its path."""
+        path = self._tool_path(name)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        if not os.path.lexists(path):
+            os.symlink(RUN + "/simmac-tool", path)
+
+    def hide_tool(self, name):
+        """Takes the tool away from its path."""
+        for tool in TOOLS if name == "*" else [name]:
+            if os.path.lexists(self._tool_path(tool)):
+                os.unlink(self._tool_path(tool))
+
+    def _tool_path(self, name):
+        return self.path(PLACES.get(name, f"{HOMEBREW_BIN}/{name}"))
+
+    # -- states -----------------------------------------------------------------------------------------------------
+
+    async def reset(self, state=None):
+        """Puts everything back as it is at the start of the state (the present one when none is named)."""
+        state = state or self.state or "bare"
+        if state not in STATES:
+            raise ValueError(state)
+        self.faults.clear()
+        self.journal.clear()
+        self.prompt.reset()
+        self.facts.reset()
+        self.network.reset()
+        self.applications.reset()
+        await self.ports.free_all()
+        empty_home(self.path(HOME))
+        for hook in self.reset_hooks:
+            await maybe(hook())
+        if self.containers is not None:
+            await maybe(self.containers.enter(state))
+        await furnish(self, state)
+        self.state = state
+
+
+async def maybe(result):
+    """The result of a function that may or may not be async."""
+    return await result if inspect.isawaitable(result) else result
+
+
+def empty_home(home):
+    """Leaves of the home folder what a new user has."""
+    os.makedirs(home, exist_ok=True)
+    for entry in os.scandir(home):
+        if entry.is_dir(follow_symlinks=False):
+            shutil.rmtree(entry.path, ignore_errors=True)
+        else:
+            os.unlink(entry.path)
+    for folder in ("Library/Application Support", "Library/Preferences", "Library/Caches", "Desktop", "Documents",
+                   "Downloads", ".config", ".cache", ".local/share", ".local/state"):
+        os.makedirs(f"{home}/{folder}", exist_ok=True)
+
+
+async def run_quietly(*argv, env=None, input_text=None):
+    """Runs a small program of the host to its end and answers with its status and output."""
+    process = await asyncio.create_subprocess_exec(
+        *argv, env=env, stdin=asyncio.subprocess.PIPE, stdout=asyncio.subprocess.PIPE,
+        stderr=asyncio.subprocess.STDOUT)
+    output, _ = await process.communicate((input_text or "").encode())
+    return process.returncode, output.decode("utf-8", "replace")
