@@ -1,0 +1,49 @@
+"""What can be set about the stand-in while it runs."""
+
+from dataclasses import asdict, dataclass, fields
+
+
+@dataclass
+class Knobs:
+    """Settings of the play itself; none of them exists in a real Pi-hole's configuration."""
+
+    block_mode: str = "zero"        # zero | nxdomain
+    udp: str = "on"                 # on | drop (arrives, no answer) | closed (nobody listens)
+    tcp: str = "on"                 # on | drop | closed
+    silent: bool = False            # neither DNS nor web answer
+    web: str = "on"                 # on | hang | drop
+    internet: bool = True           # whether the upstream can be reached
+    log_delay: float = -1.0         # seconds until a query shows in the log; below 0 the real 0.1 to 1.0
+    settle: float = 0.1             # seconds after a start in which blocked names get their real address
+    restart: float = 0.5            # seconds that a restart of the resolver takes
+    login_seconds: float = 0.05     # what checking a password costs
+    login_limit: int = 3            # login attempts within one clock second
+    question_limit: int = 1000      # DNS questions of one client within 60 seconds
+    session_seconds: int = 1800     # validity of a session
+    seats: int = 16                 # sessions at one time
+
+    def set(self, name: str, value) -> None:
+        """Sets one by name, keeping its type; ValueError says what is wrong."""
+        kinds = {field.name: field.type for field in fields(self)}
+        if name not in kinds:
+            raise ValueError(f"no such setting: {name}")
+        setattr(self, name, _typed(name, kinds[name], value))
+
+    def as_dict(self) -> dict:
+        return asdict(self)
+
+
+_CHOICES = {"block_mode": ("zero", "nxdomain"), "udp": ("on", "drop", "closed"),
+            "tcp": ("on", "drop", "closed"), "web": ("on", "hang", "drop")}
+
+
+def _typed(name, kind, value):
+    if kind is bool:
+        if str(value).lower() in ("true", "on", "yes", "1"):
+            return True
+        if str(value).lower() in ("false", "off", "no", "0"):
+            return False
+        raise ValueError(f"{name} is on or off, not {value}")
+    if name in _CHOICES and value not in _CHOICES[name]:
+        raise ValueError(f"{name} is one of {', '.join(_CHOICES[name])}, not {value}")
+    return kind(value)
