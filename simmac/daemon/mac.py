@@ -78,6 +78,10 @@ class Mac:
             if os.path.lexists(self._tool_path(tool)):
                 os.unlink(self._tool_path(tool))
 
+    def knows_tool(self, name):
+        """Whether the Mac plays a tool of this name."""
+        return name in TOOLS
+
     def _tool_path(self, name):
         return self.path(PLACES.get(name, f"{HOMEBREW_BIN}/{name}"))
 
