@@ -1,0 +1,134 @@
+#include "runtime/colima_manager.h"
+
+#include "exec/command_runner.h"
+#include "exec/tools.h"
+
+#include <QFileInfo>
+
+namespace corvane {
+
+namespace {
+
+constexpr double kHelpTimeout = 10;
+
+std::optional<QString> findBrew() { return Tools::find(QStringLiteral("brew"), ColimaManager::homebrewDirs()); }
+
+std::optional<QString> findColima() { return Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()); }
+
+CommandStep stopColima(const QString &colima, const QString &label)
+{
+    return {.label = label, .exe = colima, .args = {QStringLiteral("stop")}, .allowFailure = true};
+}
+
+CommandSteps switchOnSteps(const QString &brew, const QString &colima, bool colimaRunning)
+{
+    CommandSteps steps;
+    if (colimaRunning) steps += stopColima(colima, QStringLiteral("colima stop (the login service restarts it)"));
+    steps += {
+        .label = QStringLiteral("brew services start colima"),
+        .exe = brew,
+        .args = {QStringLiteral("services"), QStringLiteral("start"), QStringLiteral("colima")},
+    };
+    return steps;
+}
+
+/// Leaves Colima running, started by hand.
+CommandSteps switchOffSteps(const QString &brew, const QString &colima)
+{
+    return {
+        {
+            .label = QStringLiteral("brew services stop colima"),
+            .exe = brew,
+            .args = {QStringLiteral("services"), QStringLiteral("stop"), QStringLiteral("colima")},
+            .allowFailure = true,
+        },
+        {.label = QStringLiteral("colima start"), .exe = colima, .args = ColimaManager::startArguments()},
+    };
+}
+
+} // namespace
+
+const QStringList &ColimaManager::homebrewDirs()
+{
+    static const QStringList dirs{QStringLiteral("/opt/homebrew/bin"), QStringLiteral("/usr/local/bin")};
+    return dirs;
+}
+
+const QStringList &ColimaManager::startArguments()
+{
+    static const QStringList arguments{
+        QStringLiteral("start"), QStringLiteral("--cpu"),  QStringLiteral("2"),  QStringLiteral("--memory"),
+        QStringLiteral("2"),     QStringLiteral("--disk"), QStringLiteral("10"),
+    };
+    return arguments;
+}
+
+std::optional<QString> ColimaManager::expectedColimaPath()
+{
+    if (const auto colima = findColima()) return colima;
+    const auto brew = findBrew();
+    if (!brew) return std::nullopt;
+    return QFileInfo(*brew).path() + QStringLiteral("/colima");
+}
+
+CommandSteps ColimaManager::installSteps()
+{
+    const auto brew = findBrew();
+    const auto colima = expectedColimaPath();
+    if (!brew || !colima) return {};
+    return {
+        {
+            .label = QStringLiteral("brew install colima docker"),
+            .exe = *brew,
+            .args = {QStringLiteral("install"), QStringLiteral("colima"), QStringLiteral("docker")},
+            .env = {{QStringLiteral("HOMEBREW_NO_ENV_HINTS"), QStringLiteral("1")}},
+        },
+        {
+            .label = QStringLiteral("colima ") + startArguments().join(u' '),
+            .exe = *colima,
+            .args = startArguments(),
+        },
+    };
+}
+
+CommandSteps ColimaManager::startSteps()
+{
+    const auto colima = findColima();
+    if (!colima) return {};
+    return {{.label = QStringLiteral("colima start"), .exe = *colima, .args = startArguments()}};
+}
+
+CommandSteps ColimaManager::autostartSteps(bool enable, bool colimaRunning)
+{
+    const auto brew = findBrew();
+    const auto colima = findColima();
+    if (!brew || !colima) return {};
+    return enable ? switchOnSteps(*brew, *colima, colimaRunning) : switchOffSteps(*brew, *colima);
+}
+
+QCoro::Task<bool> ColimaManager::supportsPortForwarderFlag()
+{
+    const auto colima = findColima();
+    if (!colima) co_return false;
+    const QStringList help{QStringLiteral("start"), QStringLiteral("--help")};
+    const Environment nothingExtra;
+    const CommandResult result = co_await CommandRunner::run(*colima, help, kHelpTimeout, nothingExtra);
+    co_return result.combined().contains(QStringLiteral("--port-forwarder"));
+}
+
+CommandSteps ColimaManager::restartWithGrpcSteps()
+{
+    const auto colima = findColima();
+    if (!colima) return {};
+    const QStringList forwarder{QStringLiteral("--port-forwarder"), QStringLiteral("grpc")};
+    return {
+        stopColima(*colima, QStringLiteral("colima stop")),
+        {
+            .label = QStringLiteral("colima start --port-forwarder grpc"),
+            .exe = *colima,
+            .args = startArguments() + forwarder,
+        },
+    };
+}
+
+} // namespace corvane

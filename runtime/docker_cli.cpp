@@ -1,0 +1,85 @@
+#include "runtime/docker_cli.h"
+
+#include "exec/command_runner.h"
+#include "exec/tools.h"
+
+#include <QLatin1StringView>
+
+namespace corvane {
+
+namespace {
+
+constexpr const char *kNotRunning = "Docker is not running. Start Colima first (step 3).";
+constexpr const char *kDiskFull = "The Colima disk is full. Free some space (for example 'docker system prune') or "
+                                  "recreate Colima with a bigger disk.";
+constexpr const char *kPortInUse = "A port that Pi-hole needs is already in use. Pick another web port (8081 to 8090) "
+                                   "or stop whatever uses port 53.";
+constexpr const char *kNoInternet = "Docker could not reach the internet to download Pi-hole. Check your connection "
+                                    "(and any VPN) and try again.";
+constexpr const char *kRefused = "Docker refused access (permission denied). Check that your user can use Colima's "
+                                 "Docker socket.";
+constexpr const char *kNoSuchVersion = "That Pi-hole version does not exist on Docker Hub.";
+constexpr const char *kOther = "Docker reported an error. Open 'Show details' to read it.";
+
+struct Wording {
+    QLatin1StringView found;
+    const char *sentence;
+};
+
+/// The first that is found decides: a stopped engine may also complain about permissions, and a pull without a network
+/// may end in a missing manifest.
+constexpr Wording kWordings[] = {
+    {QLatin1StringView("cannot connect to the docker daemon"), kNotRunning},
+    {QLatin1StringView("is the docker daemon running"), kNotRunning},
+    {QLatin1StringView("no space left on device"), kDiskFull},
+    {QLatin1StringView("address already in use"), kPortInUse},
+    {QLatin1StringView("port is already allocated"), kPortInUse},
+    {QLatin1StringView("ports are not available"), kPortInUse},
+    {QLatin1StringView("no such host"), kNoInternet},
+    {QLatin1StringView("tls handshake timeout"), kNoInternet},
+    {QLatin1StringView("i/o timeout"), kNoInternet},
+    {QLatin1StringView("network is unreachable"), kNoInternet},
+    {QLatin1StringView("temporary failure in name resolution"), kNoInternet},
+    {QLatin1StringView("dial tcp"), kNoInternet},
+    {QLatin1StringView("failed to resolve"), kNoInternet},
+    {QLatin1StringView("permission denied"), kRefused},
+    {QLatin1StringView("manifest unknown"), kNoSuchVersion},
+    {QLatin1StringView("not found: manifest"), kNoSuchVersion},
+};
+
+} // namespace
+
+const QStringList &DockerCLI::searchDirs()
+{
+    static const QStringList dirs{
+        QStringLiteral("/opt/homebrew/bin"),
+        QStringLiteral("/usr/local/bin"),
+        QStringLiteral("/Applications/Docker.app/Contents/Resources/bin"),
+    };
+    return dirs;
+}
+
+std::optional<QString> DockerCLI::find() { return Tools::find(QStringLiteral("docker"), searchDirs()); }
+
+QCoro::Task<CommandResult> DockerCLI::run(QStringList args, double timeout)
+{
+    const std::optional<QString> docker = find();
+    if (!docker) {
+        CommandResult missing;
+        missing.launchError = QStringLiteral("docker was not found");
+        co_return missing;
+    }
+    const Environment nothingExtra;
+    co_return co_await CommandRunner::run(*docker, args, timeout, nothingExtra);
+}
+
+QString DockerCLI::friendlyError(const QString &text)
+{
+    const QString lowered = text.toLower();
+    for (const Wording &wording : kWordings) {
+        if (lowered.contains(wording.found)) return QLatin1StringView(wording.sentence);
+    }
+    return QLatin1StringView(kOther);
+}
+
+} // namespace corvane

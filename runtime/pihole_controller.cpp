@@ -1,0 +1,155 @@
+#include "runtime/pihole_controller.h"
+
+#include "exec/command_runner.h"
+#include "runtime/docker_cli.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr double kQuickTimeout = 10;
+constexpr double kLogTimeout = 20;
+
+QString imageOf(const QString &tag) { return QStringLiteral("pihole/pihole:") + tag; }
+
+QStringList composeArguments(const QStringList &command)
+{
+    const QStringList project{QStringLiteral("compose"), QStringLiteral("-f"), PiholeController::composeFile()};
+    return project + command;
+}
+
+/// The same container as the compose file describes, for a Docker client without the compose plug-in.
+QStringList runArguments(const QString &tag, int webPort)
+{
+    return {
+        QStringLiteral("run"),
+        QStringLiteral("-d"),
+        QStringLiteral("--name"),
+        QStringLiteral("pihole"),
+        QStringLiteral("--restart"),
+        QStringLiteral("unless-stopped"),
+        QStringLiteral("-p"),
+        QStringLiteral("127.0.0.1:53:53/tcp"),
+        QStringLiteral("-p"),
+        QStringLiteral("127.0.0.1:53:53/udp"),
+        QStringLiteral("-p"),
+        QStringLiteral("127.0.0.1:%1:80/tcp").arg(webPort),
+        QStringLiteral("-e"),
+        QStringLiteral("TZ=") + PiholeController::safeTimeZone(),
+        QStringLiteral("-e"),
+        QStringLiteral("FTLCONF_dns_upstreams=1.1.1.1"),
+        QStringLiteral("-e"),
+        QStringLiteral("FTLCONF_dns_listeningMode=ALL"),
+        QStringLiteral("-e"),
+        QStringLiteral("FTLCONF_misc_etc_dnsmasq_d=true"),
+        QStringLiteral("--env-file"),
+        PiholeController::environmentFile(),
+        QStringLiteral("-v"),
+        QStringLiteral("pihole_etc:/etc/pihole"),
+        QStringLiteral("-v"),
+        QStringLiteral("pihole_dnsmasq:/etc/dnsmasq.d"),
+        imageOf(tag),
+    };
+}
+
+CommandStep createStep(const QString &docker, const QString &tag, int webPort, bool compose)
+{
+    if (compose) {
+        return {
+            .label = QStringLiteral("docker compose up -d"),
+            .exe = docker,
+            .args = composeArguments({QStringLiteral("up"), QStringLiteral("-d")}),
+        };
+    }
+    return {
+        .label = QStringLiteral("docker run -d --name pihole ..."),
+        .exe = docker,
+        .args = runArguments(tag, webPort),
+    };
+}
+
+QStringList digArguments(const QString &name, const QString &type, bool tcp, const QString &server)
+{
+    QStringList args{
+        u'@' + server,
+        QStringLiteral("-p"),
+        QStringLiteral("53"),
+        QStringLiteral("+time=3"),
+        QStringLiteral("+tries=1"),
+        QStringLiteral("+noall"),
+        QStringLiteral("+comments"),
+        QStringLiteral("+answer"),
+    };
+    if (tcp) args += QStringLiteral("+tcp");
+    args += name;
+    args += type;
+    return args;
+}
+
+} // namespace
+
+QCoro::Task<ContainerState> PiholeController::containerState()
+{
+    const QStringList info{QStringLiteral("info"), QStringLiteral("--format"), QStringLiteral("{{.ServerVersion}}")};
+    const CommandResult engine = co_await DockerCLI::run(info, kQuickTimeout);
+    if (!engine.succeeded()) co_return ContainerState::dockerDown();
+
+    const QString format =
+        QStringLiteral("{{.State.Status}}|{{if .State.Health}}{{.State.Health.Status}}{{else}}none{{end}}");
+    const QStringList inspect{QStringLiteral("inspect"), QStringLiteral("--format"), format, QStringLiteral("pihole")};
+    const CommandResult container = co_await DockerCLI::run(inspect, kQuickTimeout);
+    if (!container.succeeded()) co_return ContainerState::missing();
+    co_return ContainerState::parse(container.standardOutput);
+}
+
+QCoro::Task<DigResult> PiholeController::dig(QString name, QString type, bool tcp, QString server)
+{
+    const QString exe = QStringLiteral("/usr/bin/dig");
+    const QStringList args = digArguments(name, type, tcp, server);
+    const Environment nothingExtra;
+    const CommandResult result = co_await CommandRunner::run(exe, args, kQuickTimeout, nothingExtra);
+    co_return DigResult::parse(result);
+}
+
+CommandSteps PiholeController::pullSteps(const QString &tag, bool compose)
+{
+    const auto docker = DockerCLI::find();
+    if (!docker) return {};
+    if (compose) {
+        return {{
+            .label = QStringLiteral("docker compose pull"),
+            .exe = *docker,
+            .args = composeArguments({QStringLiteral("pull")}),
+        }};
+    }
+    return {{
+        .label = QStringLiteral("docker pull ") + imageOf(tag),
+        .exe = *docker,
+        .args = {QStringLiteral("pull"), imageOf(tag)},
+    }};
+}
+
+CommandSteps PiholeController::upSteps(const QString &tag, int webPort, bool compose)
+{
+    const auto docker = DockerCLI::find();
+    if (!docker) return {};
+    const CommandStep removeOld{
+        .label = QStringLiteral("docker rm -f pihole (volumes are kept)"),
+        .exe = *docker,
+        .args = {QStringLiteral("rm"), QStringLiteral("-f"), QStringLiteral("pihole")},
+        .allowFailure = true,
+    };
+    return {removeOld, createStep(*docker, tag, webPort, compose)};
+}
+
+QCoro::Task<QString> PiholeController::logs(int tail)
+{
+    const QStringList args{QStringLiteral("logs"), QStringLiteral("--tail"), QString::number(tail),
+                           QStringLiteral("pihole")};
+    const CommandResult result = co_await DockerCLI::run(args, kLogTimeout);
+    if (result.launchError) co_return QStringLiteral("docker was not found.");
+    const QString text = result.combined();
+    co_return text.isEmpty() ? QStringLiteral("(no log output)") : text;
+}
+
+} // namespace corvane

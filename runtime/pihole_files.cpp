@@ -1,0 +1,115 @@
+#include "exec/app_paths.h"
+#include "runtime/pihole_controller.h"
+
+#include <QByteArrayView>
+#include <QFile>
+#include <QSaveFile>
+#include <QTimeZone>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace corvane {
+
+namespace {
+
+constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
+
+bool mayStandInTimeZone(QChar c) { return c.isLetter() || c.isDigit() || QStringView(u"/_+-").contains(c); }
+
+std::expected<void, QString> replaceFile(const QString &path, const QByteArray &content)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
+        return std::unexpected(file.errorString());
+    }
+    return {};
+}
+
+/// A file that nobody but its owner can read, from its first byte on; gone again unless it was kept.
+class SecretFile {
+public:
+    explicit SecretFile(const QString &path)
+        : m_path(QFile::encodeName(path))
+        , m_descriptor(::open(m_path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly))
+    {}
+    ~SecretFile()
+    {
+        if (m_descriptor < 0) return;
+        ::close(m_descriptor);
+        ::unlink(m_path.constData());
+    }
+    SecretFile(const SecretFile &) = delete;
+    SecretFile &operator=(const SecretFile &) = delete;
+
+    /// The user's file-creation mask may have narrowed what was asked for at creation.
+    [[nodiscard]] bool restrict() const { return ::fchmod(m_descriptor, kOwnerOnly) == 0; }
+
+    [[nodiscard]] bool exists() const { return m_descriptor >= 0; }
+
+    [[nodiscard]] bool write(QByteArrayView rest) const
+    {
+        while (!rest.isEmpty()) {
+            const ssize_t written = ::write(m_descriptor, rest.data(), static_cast<std::size_t>(rest.size()));
+            if (written < 0 && errno != EINTR) return false;
+            rest = rest.sliced(std::max<ssize_t>(written, 0));
+        }
+        return ::fsync(m_descriptor) == 0;
+    }
+
+    void keep()
+    {
+        ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+
+private:
+    QByteArray m_path;
+    int m_descriptor;
+};
+
+std::expected<void, QString> writeSecret(const QString &path, const QByteArray &content)
+{
+    // A failure shows below: the old file is then in the way.
+    QFile::remove(path);
+
+    SecretFile file(path);
+    if (file.exists() && !file.restrict()) return std::unexpected(qt_error_string(errno));
+    if (!file.exists() || !file.write(content)) {
+        return std::unexpected(QStringLiteral("Could not write the password file."));
+    }
+    file.keep();
+    return {};
+}
+
+} // namespace
+
+QString PiholeController::composeFile()
+{
+    return AppPaths::supportDir().filePath(QStringLiteral("docker-compose.yml"));
+}
+
+QString PiholeController::environmentFile() { return AppPaths::supportDir().filePath(QStringLiteral("pihole.env")); }
+
+QString PiholeController::safeTimeZone() { return safeTimeZone(QString::fromUtf8(QTimeZone::systemTimeZoneId())); }
+
+QString PiholeController::safeTimeZone(const QString &identifier)
+{
+    const bool safe = !identifier.isEmpty() && std::ranges::all_of(identifier, mayStandInTimeZone);
+    return safe ? identifier : QStringLiteral("UTC");
+}
+
+std::expected<void, QString> PiholeController::writeFiles(const QString &tag, int webPort, const QString &password)
+{
+    const QString compose = composeText(tag, webPort, safeTimeZone());
+    if (auto written = replaceFile(composeFile(), compose.toUtf8()); !written) return written;
+
+    const QString secret = QStringLiteral("FTLCONF_webserver_api_password=") + password + u'\n';
+    return writeSecret(environmentFile(), secret.toUtf8());
+}
+
+} // namespace corvane
