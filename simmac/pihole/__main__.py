@@ -29,6 +29,7 @@ def _arguments() -> argparse.Namespace:
     parser.add_argument("--data", type=Path, default=Path("/etc/pihole"), help="folder of its settings")
     parser.add_argument("--control", type=Path, help="unix socket over which it is directed")
     parser.add_argument("--name", help="name of the process as other tools see it")
+    parser.add_argument("--give-up-rights", action="store_true", help="keep no capability after binding")
     parser.add_argument("--boot", type=float, default=0, help="seconds until it answers")
     parser.add_argument("--client", help="address that every client seems to have")
     parser.add_argument("--knobs", type=json.loads, default={}, help="JSON object of settings of the play")
@@ -48,6 +49,9 @@ async def _run(arguments: argparse.Namespace) -> None:
         loop.add_signal_handler(number, ended.set)
     pihole = Pihole(_settings(arguments))
     await pihole.start()
+    if arguments.give_up_rights:
+        from .rights import give_up
+        give_up()
     if arguments.control:
         await Control(pihole, arguments.control).open()
     await ended.wait()

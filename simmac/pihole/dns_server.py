@@ -58,7 +58,7 @@ class DnsServer:
         self._tcp = await asyncio.start_server(self._serve, *self._address)
 
     async def follow_knobs(self) -> None:
-        """Opens or shuts the sockets as the settings now say."""
+        """Shuts or opens the sockets as the settings now say; OSError when one cannot be opened any more."""
         if (self._knobs.udp == "closed") != (self._udp is None):
             if self._udp:
                 self._udp.close()

@@ -1,0 +1,137 @@
+"""The control commands for Homebrew, Colima, Docker and Pi-hole."""
+
+from daemon.control import Refused, command, on_off, one_of, seconds
+from daemon.containers.errors import DockerError
+
+_HEALTHS = ("starting", "healthy", "unhealthy", "none", "auto")
+
+
+def _container(mac):
+    container = mac.containers.pihole
+    if container is None:
+        raise Refused("There is no container named pihole.")
+    return container
+
+
+@command("engine", "engine start|stop: Colima's machine with the Docker engine, at once")
+async def engine(mac, args):
+    colima = mac.containers.colima
+    if one_of(args, "start", "stop") == "start":
+        await colima.start(at_once=True)
+    elif colima.running:
+        await colima.stop()
+
+
+@command("container", "container start|stop|rm|kill|crash | container health starting|healthy|unhealthy|none|auto")
+async def container(mac, args):
+    found = _container(mac)
+    if args and args[0] == "health":
+        word = one_of(args[1:], *_HEALTHS)
+        found.told_health = None if word == "auto" else word
+        return
+    verb = one_of(args, "start", "stop", "rm", "kill", "crash")
+    if verb == "start":
+        try:
+            await mac.containers.engine.start(found, at_once=True)
+        except DockerError as error:
+            raise Refused(error.text) from error
+    elif verb == "rm":
+        await mac.containers.engine.remove(found)
+    elif verb == "crash":
+        await found.crash()
+    else:
+        await found.stop(by_force=verb == "kill")
+
+
+@command("colima", "colima fail TEXT|off: its next starts end with this error")
+def colima(mac, args):
+    if len(args) < 2 or args[0] != "fail":
+        raise Refused("Say: colima fail TEXT, or colima fail off.")
+    text = " ".join(args[1:])
+    mac.containers.colima.failure = None if text == "off" else text
+
+
+@command("compose", "compose on|off: whether docker has the compose plug-in")
+def compose(mac, args):
+    mac.containers.compose = on_off(args)
+
+
+@command("forwarder-drops-udp", "forwarder-drops-udp on|off: the ssh port forwarder does not carry UDP")
+async def forwarder_drops_udp(mac, args):
+    mac.containers.engine.udp_dropped = on_off(args)
+    for each in list(mac.containers.engine.containers.values()):
+        await each.renew()
+
+
+@command("port-forwarder-option", "port-forwarder-option on|off: whether colima knows --port-forwarder")
+def port_forwarder_option(mac, args):
+    mac.containers.colima.knows_forwarder = on_off(args)
+
+
+@command("internet", "internet on|off: whether anything outside can be reached")
+async def internet(mac, args):
+    mac.network.internet = on_off(args)
+    await mac.containers.set_knob("internet", mac.network.internet)
+
+
+@command("registry", "registry add|remove TAG | registry list: the tags of the Pi-hole image that exist")
+def registry(mac, args):
+    tags = mac.containers.engine.registry.tags
+    if args == ["list"]:
+        return sorted(tags)
+    if len(args) != 2 or args[0] not in ("add", "remove"):
+        raise Refused("Say: registry add TAG, registry remove TAG, or registry list.")
+    (tags.add if args[0] == "add" else tags.discard)(args[1])
+    return None
+
+
+@command("disk-full", "disk-full on|off: whether Colima's disk has no room for an image")
+def disk_full(mac, args):
+    mac.containers.engine.disk_full = on_off(args)
+
+
+@command("docker-permission", "docker-permission on|off: whether the user may use Docker's socket")
+def docker_permission(mac, args):
+    mac.containers.engine.refuses_user = not on_off(args)
+
+
+async def _knob(mac, name, value):
+    trouble = await mac.containers.set_knob(name, value)
+    if trouble:
+        raise Refused(trouble)
+
+
+async def _ask(mac, **request):
+    reply = await _container(mac).ask(request)
+    if not reply["ok"]:
+        raise Refused(reply["error"])
+    return {name: value for name, value in reply.items() if name != "ok"} or None
+
+
+@command("pihole", "pihole block-mode zero|nxdomain | silent on|off | udp|tcp on|drop | web on|hang|drop | "
+                   "log-delay SECONDS|real | settle|login-seconds|restart-seconds SECONDS | "
+                   "question-limit|login-limit|seats|session-seconds N | advance SECONDS | password TEXT | restart | "
+                   "state")
+async def pihole(mac, args):
+    if args in (["restart"], ["state"]):
+        return await _ask(mac, do=args[0])
+    if len(args) != 2:
+        raise Refused("Say what to set about Pi-hole and to what, for example: pihole silent on.")
+    name, value = args
+    if name == "advance":
+        return await _ask(mac, do="advance", seconds=seconds(value))
+    if name == "password":
+        return await _ask(mac, do="password", value=value)
+    value = "-1" if (name, value) == ("log-delay", "real") else value
+    if name == "udp" and value == "closed":
+        raise Refused("Say forwarder-drops-udp on.")
+    knob = {"restart-seconds": "restart"}.get(name, name.replace("-", "_"))
+    return await _knob(mac, knob, _plain(value))
+
+
+def _plain(text):
+    """A number as a number, everything else as it stands."""
+    try:
+        return float(text) if "." in text else int(text)
+    except ValueError:
+        return text

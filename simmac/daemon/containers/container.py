@@ -1,0 +1,136 @@
+"""One container: its state, its log, and the process that it runs."""
+
+import asyncio
+import contextlib
+import json
+import os
+import secrets
+import time
+
+from daemon.containers.pihole_process import PiholeProcess
+
+_BOOT_SECONDS = 1.5
+_HEALTHY_SECONDS = 30
+_RESTART_SECONDS = 0.1
+_GATEWAY = "172.18.0.1"
+
+
+class Container:
+    """Created, running or exited; while it runs it holds its ports through one process."""
+
+    def __init__(self, engine, spec):
+        self._engine = engine
+        self.spec = spec
+        self.id = secrets.token_hex(32)
+        self.created = time.time()
+        self.started = None
+        self.ended = None
+        self.state = "created"
+        self.exit_code = 0
+        self.error = ""
+        self.comes_back = False      # was running when the engine stopped
+        self.told_health = None      # a health that it was told to have
+        self._healthy_at = 0.0
+        self._process = None
+        self._watcher = None
+        self.folder = f"{engine.folder}/containers/{self.id}"
+        os.makedirs(self.folder, exist_ok=True)
+        self.log_path = f"{self.folder}/log"
+        with open(self.log_path, "ab"):
+            pass
+
+    @property
+    def name(self):
+        return self.spec.name
+
+    @property
+    def running(self):
+        return self.state == "running"
+
+    @property
+    def pid(self):
+        return self._process.pid if self.running else None
+
+    @property
+    def health(self):
+        """Docker's word for its health; none while it does not run or has no check."""
+        if not self.running:
+            return "unhealthy" if self.started else "starting"
+        if self.told_health:
+            return self.told_health
+        return "healthy" if time.monotonic() >= self._healthy_at else "starting"
+
+    async def start(self, at_once=False):
+        """Runs its process; at_once means that it is healthy and answers from the first moment."""
+        mac = self._engine.mac
+        self._process = PiholeProcess(self.folder)
+        boot = 0 if at_once else mac.scaled(_BOOT_SECONDS)
+        trouble = await self._process.start(self._arguments(boot), self._environment(), self.log_path)
+        if trouble:
+            self.state, self.exit_code = "exited", 1
+            await self._process.end(by_force=True)
+            return
+        self.state, self.error, self.exit_code, self.comes_back = "running", "", 0, False
+        self.started = time.time()
+        self._healthy_at = time.monotonic() + (0 if at_once else mac.scaled(_HEALTHY_SECONDS))
+        self._watcher = asyncio.create_task(self._watch(self._process))
+
+    def _environment(self):
+        return {name: value for name, value in self.spec.environment.items() if value is not None}
+
+    def _arguments(self, boot):
+        published = {(port.container, port.protocol): port for port in self.spec.ports}
+        dns = published.get((53, "tcp")) or published.get((53, "udp"))
+        web = published.get((80, "tcp"))
+        knobs = dict(self._engine.knobs)
+        if (53, "udp") not in published or self._engine.drops_udp():
+            knobs["udp"] = "closed"
+        if (53, "tcp") not in published:
+            knobs["tcp"] = "closed"
+        arguments = ["--data", self._data_folder(), "--name", self._engine.forwarder_name(), "--boot", str(boot),
+                     "--client", _GATEWAY, "--knobs", json.dumps(knobs), "--give-up-rights"]
+        arguments += ["--dns", f"{dns.address}:{dns.host}" if dns else "127.0.0.254:53"]
+        return arguments + ["--web", f"{web.address}:{web.host}" if web else "127.0.0.254:80"]
+
+    def _data_folder(self):
+        name = next((name for name, folder in self.spec.volumes.items() if folder == "/etc/pihole"), None)
+        return self._engine.volume_folder(name) if name else f"{self.folder}/etc-pihole"
+
+    async def _watch(self, process):
+        status = await process.wait()
+        self.state, self.ended = "exited", time.time()
+        self.exit_code = 128 - status if status < 0 else status
+        if self.spec.restart in ("always", "unless-stopped") or self.spec.restart.startswith("on-failure"):
+            await asyncio.sleep(_RESTART_SECONDS)
+            await self.start()
+
+    async def stop(self, by_force=False):
+        """Ends its process as `docker stop` or `docker kill` does; it stays ended."""
+        if self._watcher:
+            self._watcher.cancel()
+            with contextlib.suppress(asyncio.CancelledError):
+                await self._watcher
+            self._watcher = None
+        if self.running:
+            await self._process.end(by_force)
+            self.state, self.ended = "exited", time.time()
+            self.exit_code = 137 if by_force else 0
+
+    async def crash(self):
+        """Its process dies by kill -9, without anybody having asked Docker."""
+        if self.running:
+            await self._process.end(by_force=True)
+
+    async def renew(self):
+        """A new process in the same container, as when the ports are forwarded anew."""
+        if self.running:
+            health, started, healthy_at = self.told_health, self.started, self._healthy_at
+            await self.stop()
+            await self.start(at_once=True)
+            self.told_health, self.started, self._healthy_at = health, started, healthy_at
+
+    async def ask(self, request):
+        """Directs the stand-in Pi-hole in it."""
+        if not self.running:
+            return {"ok": False, "error": "The container is not running."}
+        return await self._process.ask(request)

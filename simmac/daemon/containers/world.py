@@ -1,0 +1,89 @@
+"""Everything about containers on one Mac, and how it gets into a state."""
+
+from daemon.containers.colima import Colima
+from daemon.containers.engine import Engine
+from daemon.containers.homebrew import Homebrew
+from daemon.containers.registry import REPOSITORY
+from daemon.containers.spec import Port, Spec
+from daemon.internet import NAMES
+from daemon.states import PASSWORD, SET_UP, TAG, WEB_PORT
+
+from pihole import names as internet_names
+
+_VOLUMES = {"pihole_etc": "/etc/pihole", "pihole_dnsmasq": "/etc/dnsmasq.d"}
+
+
+class Containers:
+    """Homebrew, Colima and the engine, which belong together."""
+
+    def __init__(self, mac):
+        self.mac = mac
+        self.homebrew = Homebrew(mac)
+        self.colima = Colima()
+        self.engine = Engine(mac, self.colima)
+        self.colima.engine = self.engine
+        self.compose = False       # whether docker has the compose plug-in
+        _share_names()
+
+    async def enter(self, state):
+        """Puts everything as it is at the start of a state."""
+        await self.engine.clear()
+        self.colima.forget()
+        self.colima.engine = self.engine
+        self.compose = False
+        self.homebrew.reset(state != "bare", () if state in ("bare", "homebrew") else ("lima", "colima", "docker"))
+        if state in ("bare", "homebrew"):
+            return
+        self.colima.created = True
+        self.colima.running = state != "stopped"
+        if state in SET_UP:
+            await self._install_pihole(running=not state.startswith("dead"))
+        if state == "dead-engine":
+            await self.colima.stop()
+
+    async def _install_pihole(self, running):
+        self.engine.images.add(TAG)
+        for name in _VOLUMES:
+            self.engine.ensure_volume(name, by_compose=True)
+        container = self.engine.create(pihole_spec())
+        if running:
+            await self.engine.start(container, at_once=True)
+        else:
+            container.state = "exited"
+
+    @property
+    def pihole(self):
+        """The container named pihole, or none."""
+        return self.engine.containers.get("pihole")
+
+    async def set_knob(self, name, value):
+        """Sets something about the stand-in Pi-hole, now and for its later starts; answers with what went wrong."""
+        self.engine.knobs[name] = value
+        if self.pihole and self.pihole.running:
+            reply = await self.pihole.ask({"do": "set", "name": name, "value": value})
+            return reply.get("error", "")
+        return ""
+
+    def describe(self):
+        """The whole as plain data."""
+        containers = [{"name": each.name, "image": each.spec.image, "state": each.state, "health": each.health,
+                       "pid": each.pid, "error": each.error} for each in self.engine.containers.values()]
+        return {"homebrew": self.homebrew.installed, "colima": "running" if self.colima.running else "stopped",
+                "forwarder": self.colima.forwarder, "service": self.homebrew.colima_service, "compose": self.compose,
+                "images": sorted(self.engine.images), "volumes": sorted(self.engine.volumes),
+                "containers": containers}
+
+
+def pihole_spec(tag=TAG, web_port=WEB_PORT, password=PASSWORD):
+    """The container that Corvane's project describes."""
+    ports = [Port("127.0.0.1", 53, 53, "tcp"), Port("127.0.0.1", 53, 53, "udp"),
+             Port("127.0.0.1", web_port, 80, "tcp")]
+    environment = {"TZ": "UTC", "FTLCONF_dns_upstreams": "1.1.1.1", "FTLCONF_dns_listeningMode": "ALL",
+                   "FTLCONF_misc_etc_dnsmasq_d": "true", "FTLCONF_webserver_api_password": password}
+    return Spec("pihole", REPOSITORY, tag, "unless-stopped", ports, environment, dict(_VOLUMES), "corvane")
+
+
+def _share_names():
+    """Every resolver of this Mac knows the same names."""
+    NAMES.update({name: records["A"] for name, records in internet_names.INTERNET.items() if "A" in records})
+    NAMES.update({name: [internet_names.AD_ADDRESS] for name in internet_names.BLOCKED})
