@@ -1,0 +1,75 @@
+#include "dns/dns_configurator.h"
+#include "exec/command_runner.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr double kTimeout = 10;
+
+QCoro::Task<CommandResult> run(QString exe, QStringList args)
+{
+    const Environment nothingExtra;
+    co_return co_await CommandRunner::run(exe, args, kTimeout, nothingExtra);
+}
+
+QCoro::Task<CommandResult> networksetup(QStringList args)
+{
+    const QString exe = QStringLiteral("/usr/sbin/networksetup");
+    co_return co_await run(exe, args);
+}
+
+} // namespace
+
+QCoro::Task<QList<NetworkService>> DNSConfigurator::listServices()
+{
+    const QStringList list{QStringLiteral("-listallnetworkservices")};
+    const CommandResult listing = co_await networksetup(list);
+    if (!listing.succeeded()) co_return QList<NetworkService>();
+
+    const QHash<QString, QString> devices = co_await serviceDevices();
+    const std::optional<QString> defaultDevice = co_await defaultRouteDevice();
+
+    const QStringList names = parseServiceNames(listing.standardOutput);
+    QList<NetworkService> services;
+    for (const QString &name : names) {
+        NetworkService service;
+        service.name = name;
+        service.servers = co_await currentServers(name);
+        service.isDefaultRoute = defaultDevice && devices.contains(name) && devices.value(name) == *defaultDevice;
+        services += service;
+    }
+    co_return services;
+}
+
+QCoro::Task<QStringList> DNSConfigurator::currentServers(QString service)
+{
+    const QStringList question{QStringLiteral("-getdnsservers"), service};
+    const CommandResult result = co_await networksetup(question);
+    co_return result.succeeded() ? parseServers(result.standardOutput) : QStringList();
+}
+
+QCoro::Task<QHash<QString, QString>> DNSConfigurator::serviceDevices()
+{
+    const QStringList order{QStringLiteral("-listnetworkserviceorder")};
+    const CommandResult result = co_await networksetup(order);
+    co_return parseServiceDevices(result.standardOutput);
+}
+
+QCoro::Task<std::optional<QString>> DNSConfigurator::defaultRouteDevice()
+{
+    const QString exe = QStringLiteral("/sbin/route");
+    const QStringList question{QStringLiteral("-n"), QStringLiteral("get"), QStringLiteral("default")};
+    const CommandResult result = co_await run(exe, question);
+    co_return parseDefaultRoute(result.standardOutput);
+}
+
+QCoro::Task<ResolverReport> DNSConfigurator::resolverReport()
+{
+    const QString exe = QStringLiteral("/usr/sbin/scutil");
+    const QStringList question{QStringLiteral("--dns")};
+    const CommandResult result = co_await run(exe, question);
+    co_return ResolverReport::of(parseResolvers(result.standardOutput));
+}
+
+} // namespace corvane
