@@ -6,6 +6,7 @@
 
 #include <QCoro/QCoroTask>
 #include <QHash>
+
 #include <expected>
 
 namespace corvane {
@@ -22,6 +23,27 @@ public:
     [[nodiscard]] static QCoro::Task<QHash<QString, QString>> serviceDevices();
     [[nodiscard]] static QCoro::Task<std::optional<QString>> defaultRouteDevice();
     [[nodiscard]] static QCoro::Task<ResolverReport> resolverReport();
+
+    /// Looks the name up the way every program on this Mac does; whether the lookup gave an address.
+    [[nodiscard]] static QCoro::Task<bool> systemResolve(QString name);
+
+    // Changing. The caller saves the backup first. An answer is the reason of a failure, as a sentence for the user.
+
+    /// Keeps the servers of services that are about to be changed.
+    [[nodiscard]] static std::expected<void, QString> saveBackup(const QList<NetworkService> &services);
+    /// Whether saved servers of at least one service can be read.
+    [[nodiscard]] static bool hasBackup();
+    [[nodiscard]] static QString backupFile();
+    /// Points the services at Pi-hole with one administrator prompt and checks that macOS kept it.
+    [[nodiscard]] static QCoro::Task<std::optional<QString>> apply(QStringList services, bool piholeOnly);
+    /// Puts the saved servers back with one administrator prompt; with nothing saved, automatic DNS.
+    [[nodiscard]] static QCoro::Task<std::optional<QString>> restore();
+
+    [[nodiscard]] static QString setCommand(const QString &service, const QStringList &servers);
+    /// Runs the shell script as root after the user has agreed.
+    [[nodiscard]] static QCoro::Task<CommandResult> administratorRun(QString script);
+    /// Why an administrator's script did not succeed.
+    [[nodiscard]] static QString friendly(const CommandResult &result);
 
     // From the tools' text to values.
 

@@ -1,0 +1,118 @@
+#include "dns/admin_script.h"
+#include "dns/dns_backup.h"
+#include "dns/dns_configurator.h"
+#include "exec/command_runner.h"
+
+namespace corvane {
+
+namespace {
+
+/// The user has to find and type a password.
+constexpr double kPromptTimeout = 180;
+
+QStringList piholeServers(bool piholeOnly)
+{
+    QStringList servers{QStringLiteral("127.0.0.1")};
+    if (!piholeOnly) servers += QStringLiteral("1.1.1.1");
+    return servers;
+}
+
+QString notKept(const QString &service, const QStringList &shown)
+{
+    const QString servers = shown.isEmpty() ? QStringLiteral("Automatic") : shown.join(QStringLiteral(", "));
+    return QStringLiteral("macOS did not keep the new DNS servers for ") + service + QStringLiteral(" (it shows: ") +
+           servers + QStringLiteral(").");
+}
+
+QStringList commandsFromBackup()
+{
+    QStringList commands;
+    for (const DNSBackupEntry &entry : DNSBackup::load()) {
+        commands += DNSConfigurator::setCommand(entry.service, entry.servers);
+    }
+    return commands;
+}
+
+QStringList commandsToAutomatic(const QList<NetworkService> &services)
+{
+    QStringList commands;
+    for (const NetworkService &service : services) {
+        if (service.servers.contains(u"127.0.0.1")) commands += DNSConfigurator::setCommand(service.name, {});
+    }
+    return commands;
+}
+
+QCoro::Task<std::optional<QString>> runAsAdministrator(QStringList commands)
+{
+    const QString script = AdminScript::joined(commands);
+    const CommandResult result = co_await DNSConfigurator::administratorRun(script);
+    if (!result.succeeded()) co_return DNSConfigurator::friendly(result);
+    co_return std::nullopt;
+}
+
+} // namespace
+
+std::expected<void, QString> DNSConfigurator::saveBackup(const QList<NetworkService> &services)
+{
+    return DNSBackup::store(DNSBackup::merged(DNSBackup::load(), services));
+}
+
+bool DNSConfigurator::hasBackup() { return !DNSBackup::load().isEmpty(); }
+
+QString DNSConfigurator::backupFile() { return DNSBackup::file(); }
+
+QString DNSConfigurator::setCommand(const QString &service, const QStringList &servers)
+{
+    return AdminScript::setCommand(service, servers);
+}
+
+QCoro::Task<CommandResult> DNSConfigurator::administratorRun(QString script)
+{
+    const QString exe = QStringLiteral("/usr/bin/osascript");
+    const QStringList args{QStringLiteral("-e"), AdminScript::appleScript(script)};
+    const Environment nothingExtra;
+    co_return co_await CommandRunner::run(exe, args, kPromptTimeout, nothingExtra);
+}
+
+QString DNSConfigurator::friendly(const CommandResult &result)
+{
+    const QString said = result.combined();
+    if (result.timedOut) return QStringLiteral("The administrator prompt timed out.");
+    // The words before the code are in the user's language.
+    if (said.contains(u"User canceled") || said.contains(u"-128")) {
+        return QStringLiteral("You cancelled the administrator prompt. Nothing was changed.");
+    }
+    return said.isEmpty() ? QStringLiteral("macOS refused the change.") : said;
+}
+
+QCoro::Task<std::optional<QString>> DNSConfigurator::apply(QStringList services, bool piholeOnly)
+{
+    const QStringList servers = piholeServers(piholeOnly);
+    QStringList commands;
+    for (const QString &service : services)
+        commands += setCommand(service, servers);
+
+    const std::optional<QString> failure = co_await runAsAdministrator(commands);
+    if (failure) co_return failure;
+
+    for (const QString &service : services) {
+        const QStringList shown = co_await currentServers(service);
+        if (shown != servers) co_return notKept(service, shown);
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<std::optional<QString>> DNSConfigurator::restore()
+{
+    QStringList commands = commandsFromBackup();
+    if (commands.isEmpty()) {
+        const QList<NetworkService> services = co_await listServices();
+        commands = commandsToAutomatic(services);
+    }
+    if (commands.isEmpty()) {
+        co_return QStringLiteral("There is nothing to restore: no saved settings and no service points at Pi-hole.");
+    }
+    co_return co_await runAsAdministrator(commands);
+}
+
+} // namespace corvane
