@@ -75,6 +75,12 @@ def macos(mac, args):
     mac.facts.set_macos(args[0])
 
 
+@command("end", "end: asks the program to end (SIGTERM), and the Mac with it")
+def end(mac, _args):
+    """The gentle way out."""
+    mac.end()
+
+
 # -- the prompt and the desk ------------------------------------------------------------------------------------------
 
 @command("prompt", f"prompt {'|'.join(ANSWERS)} [once]: how the user answers the administrator prompt")

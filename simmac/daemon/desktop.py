@@ -1,0 +1,48 @@
+"""The Mac's desktop: a display, a window manager and a tray."""
+
+import asyncio
+import os
+
+from daemon.mac import HOME
+
+SCREEN = "1600x1000x24"
+
+
+class Desktop:
+    """A display of its own (or the caller's), with what a desktop has around the windows."""
+
+    def __init__(self, display=None):
+        self.display = display    # the caller's display, or none: a display of our own is started
+
+    async def start(self):
+        """Starts everything and returns when windows can be opened."""
+        if self.display is None:
+            self.display = await _own_display()
+        env = dict(os.environ, DISPLAY=self.display, HOME=HOME)
+        await _background("openbox", "--sm-disable", env=env)
+        await _background("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "24",
+                          "--expand", "true", "--SetDockType", "true", "--transparent", "false", env=env)
+
+    async def picture(self):
+        """A PNG picture of the whole display."""
+        process = await asyncio.create_subprocess_exec(
+            "import", "-display", self.display, "-window", "root", "png:-", stdout=asyncio.subprocess.PIPE)
+        return (await process.communicate())[0]
+
+
+async def _own_display():
+    """Starts Xvfb, which picks a free number and says it as soon as it takes clients."""
+    read_end, write_end = os.pipe()
+    await asyncio.create_subprocess_exec(
+        "Xvfb", "-displayfd", str(write_end), "-screen", "0", SCREEN, "-nolisten", "tcp", "-noreset",
+        pass_fds=(write_end,), stdout=asyncio.subprocess.DEVNULL, stderr=asyncio.subprocess.DEVNULL)
+    os.close(write_end)
+    number = await asyncio.to_thread(os.read, read_end, 16)
+    os.close(read_end)
+    return ":" + number.decode().strip()
+
+
+async def _background(*argv, env):
+    return await asyncio.create_subprocess_exec(
+        *argv, env=env, stdin=asyncio.subprocess.DEVNULL, stdout=asyncio.subprocess.DEVNULL,
+        stderr=asyncio.subprocess.DEVNULL)

@@ -1,0 +1,46 @@
+"""The user's keychain: a Secret Service on a session bus of the Mac's own."""
+
+import asyncio
+import os
+
+from daemon.mac import RUN, run_quietly
+
+FOLDER = "/var/lib/simmac/keyring"
+SCHEMA = "app.corvane.Corvane"
+ITEM = ("service", "Corvane", "account", "pihole-admin-password")
+
+
+class Keyring:
+    """An unlocked keyring; its files lie outside the home folder, so that a reset does not pull them away."""
+
+    def __init__(self):
+        self.bus = f"unix:path={RUN}/bus"
+        self._env = dict(os.environ, DBUS_SESSION_BUS_ADDRESS=self.bus, HOME=FOLDER, XDG_DATA_HOME=FOLDER,
+                         XDG_RUNTIME_DIR=FOLDER)
+
+    async def start(self):
+        """Starts the bus and the keyring, and waits until the keyring is there."""
+        os.makedirs(FOLDER, mode=0o700, exist_ok=True)
+        await run_quietly("dbus-daemon", "--session", "--fork", f"--address={self.bus}", env=self._env)
+        await run_quietly("gnome-keyring-daemon", "--unlock", "--components=secrets", "--daemonize",
+                          env=self._env, input_text="ada\n")
+        for _ in range(100):
+            status, _ = await self._secret_tool("search", *ITEM)
+            if status == 0:
+                return
+            await asyncio.sleep(0.02)
+
+    async def store(self, password):
+        """Puts Corvane's item into the keyring."""
+        await self._secret_tool("store", "--label=Corvane", "xdg:schema", SCHEMA, *ITEM, input_text=password)
+
+    async def clear(self):
+        """Takes Corvane's item out of the keyring."""
+        await self._secret_tool("clear", *ITEM)
+
+    async def password(self):
+        """The item's secret; empty when there is none."""
+        return (await self._secret_tool("lookup", *ITEM))[1]
+
+    async def _secret_tool(self, *words, input_text=None):
+        return await run_quietly("secret-tool", *words, env=self._env, input_text=input_text)
