@@ -1,12 +1,10 @@
 #pragma once
 
-#include <QCoreApplication>
-#include <QMetaObject>
 #include <coroutine>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
+#include <utility>
 
 namespace corvane {
 
@@ -14,47 +12,39 @@ namespace corvane {
 /// waits three minutes for its user holds nothing else up.
 void startOnWorker(std::function<void()> work);
 
+/// Runs `work` on the main thread, from its event loop, in the order of the calls. Callable from any thread.
+///
+/// Together with startOnWorker this is the one place where work crosses between threads: whatever a thread did before
+/// it called is seen by the work.
+void postToMainThread(std::function<void()> work);
+
 /// Waits until every worker is idle, or `milliseconds` have passed; true when idle.
 bool waitForWorkers(int milliseconds);
 
 /// Awaits blocking work: runs it on a worker and resumes the coroutine on the main thread with its result.
-///
-/// The result crosses under a mutex of its own; Qt's event queue only carries the wake-up.
-template <class Result> class BackgroundWork {
+template <class Result>
+class BackgroundWork {
 public:
     explicit BackgroundWork(std::function<Result()> work)
-        : m_crossing(std::make_shared<Crossing>())
-    {
-        m_crossing->work = std::move(work);
-    }
+        : m_work(std::move(work))
+        , m_result(std::make_shared<std::optional<Result>>())
+    {}
 
     [[nodiscard]] bool await_ready() const noexcept { return false; }
 
     void await_suspend(std::coroutine_handle<> waiter)
     {
-        startOnWorker([crossing = m_crossing, waiter] {
-            {
-                const std::lock_guard guard(crossing->mutex);
-                crossing->result.emplace(crossing->work());
-            }
-            QMetaObject::invokeMethod(
-                qApp, [waiter] { waiter.resume(); }, Qt::QueuedConnection);
+        startOnWorker([work = std::move(m_work), result = m_result, waiter] {
+            result->emplace(work());
+            postToMainThread([waiter] { waiter.resume(); });
         });
     }
 
-    [[nodiscard]] Result await_resume()
-    {
-        const std::lock_guard guard(m_crossing->mutex);
-        return std::move(*m_crossing->result);
-    }
+    [[nodiscard]] Result await_resume() { return std::move(**m_result); }
 
 private:
-    struct Crossing {
-        std::mutex mutex;
-        std::function<Result()> work;
-        std::optional<Result> result;
-    };
-    std::shared_ptr<Crossing> m_crossing;
+    std::function<Result()> m_work;
+    std::shared_ptr<std::optional<Result>> m_result;
 };
 
 } // namespace corvane

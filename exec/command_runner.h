@@ -8,11 +8,12 @@
 namespace corvane {
 
 /// Runs outside programs to their end with a time limit and captures what they print. It never throws: every failure is
-/// part of the result. `exe` is an absolute path; no shell and no search is involved; standard input is the null device.
+/// part of the result. `exe` is an absolute path; no shell and no search is involved; standard input is the null
+/// device.
 class CommandRunner {
 public:
-    /// Blocks the calling thread; refused on the main thread (the result says so). `timeout` is in seconds; at the limit
-    /// the child gets SIGTERM and two more seconds, and what it printed so far is kept.
+    /// Blocks the calling thread; refused on the main thread (the result says so). `timeout` is in seconds; at the
+    /// limit the child gets SIGTERM and two more seconds, and what it printed so far is kept.
     [[nodiscard]] static CommandResult runSync(const QString &exe, const QStringList &args, double timeout,
                                                const Environment &env);
 

@@ -3,14 +3,16 @@
 #include <QByteArrayView>
 #include <QString>
 #include <QStringDecoder>
+
 #include <functional>
 
 namespace corvane {
 
 /// Turns the bytes of one stream into lines of text, however the bytes are cut into chunks.
 ///
-/// A line ends at any Unicode line break; CR LF counts once and a lone CR at once, so a progress bar that redraws its line
-/// gives one line per redraw. Invalid UTF-8 is repaired. A splitter belongs to the one thread that reads its stream.
+/// A line ends at any Unicode line break; CR LF counts once and a lone CR at once, so a progress bar that redraws its
+/// line gives one line per redraw. Invalid UTF-8 is repaired. A splitter belongs to the one thread that reads its
+/// stream.
 class LineSplitter {
 public:
     explicit LineSplitter(std::function<void(QString)> emitLine);

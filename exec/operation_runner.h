@@ -4,6 +4,7 @@
 #include "exec/streaming_command.h"
 
 #include <QObject>
+
 #include <functional>
 #include <memory>
 
@@ -22,7 +23,7 @@ class OperationRunner : public QObject {
     Q_PROPERTY(qint64 lineCount READ lineCount NOTIFY lineCountChanged)
 
 public:
-    static constexpr int kMaxLines = 3000;
+    static constexpr int kMaxLines = LineBatch::kMostLines;
 
     /// Turns the log of a failed operation into one sentence.
     using Wording = std::function<QString(const QString &log)>;
@@ -60,6 +61,15 @@ Q_SIGNALS:
     void linesReset();
 
 private:
+    static QCoro::Task<> runSteps(OperationRunner *self, CommandSteps steps, OnFinish onFinish);
+    void appendBatch(const LineBatch &batch);
+    [[nodiscard]] bool stopsAfter(const CommandStep &step, std::optional<int> status);
+    void finish(bool succeeded);
+    void setTitle(const QString &title);
+    void setRunning(bool running);
+    void setSucceeded(bool succeeded);
+    void setFailureSummary(const std::optional<QString> &summary);
+
     QStringList m_lines;
     qint64 m_lineCount = 0;
     QString m_title;

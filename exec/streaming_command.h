@@ -4,6 +4,7 @@
 
 #include <QCoro/QCoroTask>
 #include <QStringList>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +13,9 @@ namespace corvane {
 
 /// Some lines that a running command printed since the last hand-over, oldest first.
 struct LineBatch {
+    /// As many lines as a log keeps.
+    static constexpr int kMostLines = 3000;
+
     QStringList lines;
     /// Lines that came before these and were dropped because the log keeps only the newest.
     qint64 dropped = 0;
@@ -23,10 +27,10 @@ public:
     StreamingCommand();
     ~StreamingCommand();
 
-    /// Runs the program on a worker thread. `onLines` is called on the main thread, at most once per 16 ms and for the
-    /// last time before the task ends; it gets standard output and standard error interleaved as they arrived. Answers
-    /// the exit status (or signal number), or nothing when the program could not be started: then the reason has been
-    /// handed over as a line.
+    /// Runs the program on a worker thread. `onLines` is called on the main thread, at most once per 16 ms while the
+    /// program runs and with the rest before the task ends; it gets standard output and standard error interleaved as
+    /// they arrived. Answers the exit status (or signal number), or nothing when the program could not be started: then
+    /// the reason has been handed over as a line. One object runs one program.
     [[nodiscard]] QCoro::Task<std::optional<int>> run(QString exe, QStringList args, Environment env,
                                                       std::function<void(LineBatch)> onLines);
 

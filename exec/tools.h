@@ -3,6 +3,7 @@
 #include "exec/command_result.h"
 
 #include <QStringList>
+
 #include <optional>
 
 namespace corvane {

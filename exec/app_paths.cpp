@@ -1,0 +1,27 @@
+#include "exec/app_paths.h"
+
+#include "platform/system_facts.h"
+
+namespace corvane {
+
+namespace {
+
+QDir createdFolder(const QString &path)
+{
+    QDir folder(path);
+    folder.mkpath(QStringLiteral("."));
+    return folder;
+}
+
+} // namespace
+
+QDir AppPaths::supportDir()
+{
+    const QString base =
+        platform::applicationSupportDir().value_or(QDir::homePath() + QStringLiteral("/Library/Application Support"));
+    return createdFolder(base + QStringLiteral("/Corvane"));
+}
+
+QDir AppPaths::backupsDir() { return createdFolder(supportDir().filePath(QStringLiteral("backups"))); }
+
+} // namespace corvane

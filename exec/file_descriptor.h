@@ -1,0 +1,37 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace corvane {
+
+/// Owns one open file descriptor and closes it.
+class FileDescriptor {
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int number)
+        : m_number(number)
+    {}
+    FileDescriptor(FileDescriptor &&other) noexcept
+        : m_number(std::exchange(other.m_number, -1))
+    {}
+    FileDescriptor &operator=(FileDescriptor &&other) noexcept
+    {
+        std::swap(m_number, other.m_number);
+        return *this;
+    }
+    ~FileDescriptor() { close(); }
+
+    [[nodiscard]] int number() const { return m_number; }
+    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
+    void close()
+    {
+        if (isOpen()) ::close(std::exchange(m_number, -1));
+    }
+
+private:
+    int m_number = -1;
+};
+
+} // namespace corvane

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "exec/command_result.h"
+#include "exec/file_descriptor.h"
+
+#include <QStringList>
+
+#include <sys/types.h>
+
+#include <expected>
+
+namespace corvane {
+
+/// A program just started, and the ends of its output streams that this process reads without blocking.
+struct Spawned {
+    pid_t pid;
+    FileDescriptor output;
+    FileDescriptor error;
+};
+
+/// Starts a program with the null device as standard input and no other descriptor of this process, every signal as the
+/// system has it, and the tool environment with `extra` laid over it. The error is an errno value.
+[[nodiscard]] std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &args,
+                                                       const Environment &extra);
+
+} // namespace corvane

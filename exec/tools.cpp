@@ -1,0 +1,42 @@
+#include "exec/tools.h"
+
+#include <QFileInfo>
+#include <QProcessEnvironment>
+
+namespace corvane {
+
+const QStringList &Tools::searchDirs()
+{
+    static const QStringList kSearchDirs{
+        QStringLiteral("/opt/homebrew/bin"),
+        QStringLiteral("/usr/local/bin"),
+        QStringLiteral("/usr/bin"),
+        QStringLiteral("/bin"),
+        QStringLiteral("/usr/sbin"),
+        QStringLiteral("/sbin"),
+        QStringLiteral("/Applications/Docker.app/Contents/Resources/bin"),
+    };
+    return kSearchDirs;
+}
+
+std::optional<QString> Tools::find(const QString &name, const QStringList &dirs)
+{
+    for (const QString &dir : dirs) {
+        const QFileInfo candidate(dir + u'/' + name);
+        if (candidate.isFile() && candidate.isExecutable()) return candidate.filePath();
+    }
+    return std::nullopt;
+}
+
+Environment Tools::environment(const Environment &extra)
+{
+    Environment result;
+    const QProcessEnvironment inherited = QProcessEnvironment::systemEnvironment();
+    for (const QString &name : inherited.keys())
+        result.insert(name, inherited.value(name));
+    result.insert(QStringLiteral("PATH"), searchDirs().join(u':'));
+    result.insert(extra);
+    return result;
+}
+
+} // namespace corvane
