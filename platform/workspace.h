@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QUrl>
+
 #include <memory>
 
 namespace corvane {

@@ -15,7 +15,8 @@ public:
     void setPicture(const Picture &picture) override
     {
         QIcon icon;
-        for (const double scale : {1.0, 2.0, 3.0}) icon.addPixmap(QPixmap::fromImage(picture(scale)));
+        for (const double scale : {1.0, 2.0, 3.0})
+            icon.addPixmap(QPixmap::fromImage(picture(scale)));
         m_tray.setIcon(icon);
         m_tray.show();
     }

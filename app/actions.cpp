@@ -1,0 +1,131 @@
+#include "app/app_model.h"
+#include "runtime/colima_manager.h"
+#include "runtime/docker_cli.h"
+#include "runtime/pihole_controller.h"
+
+#include <QPointer>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kPauseSeconds = 300;
+constexpr double kStartTimeout = 30; // seconds
+constexpr double kStopTimeout = 60;  // seconds
+
+} // namespace
+
+void AppModel::openDashboard() { m_workspace.open(dashboardURL()); }
+
+QCoro::Task<> AppModel::pauseBlocking()
+{
+    const QPointer<AppModel> alive(this);
+    configureAPI();
+    const auto changed = co_await m_api.setBlocking(false, kPauseSeconds);
+    if (!alive) co_return;
+    const auto state = changed ? co_await m_api.blocking() : changed;
+    if (!alive) co_return;
+    if (!state) {
+        setApiMessage(QStringLiteral("Could not pause blocking: ") + state.error().description());
+        co_return;
+    }
+    setBlocking(*state);
+    setApiMessage(QStringLiteral("Blocking is paused for 5 minutes."));
+}
+
+QCoro::Task<> AppModel::resumeBlocking()
+{
+    const QPointer<AppModel> alive(this);
+    configureAPI();
+    const auto changed = co_await m_api.setBlocking(true, std::nullopt);
+    if (!alive) co_return;
+    const auto state = changed ? co_await m_api.blocking() : changed;
+    if (!alive) co_return;
+    if (!state) {
+        setApiMessage(QStringLiteral("Could not resume blocking: ") + state.error().description());
+        co_return;
+    }
+    setBlocking(*state);
+    setApiMessage(QStringLiteral("Blocking is back on."));
+}
+
+QCoro::Task<> AppModel::togglePause()
+{
+    const bool blocks = blocking() && blocking()->enabled;
+    if (blocks)
+        co_await pauseBlocking();
+    else
+        co_await resumeBlocking();
+}
+
+QCoro::Task<> AppModel::startPiholeNow()
+{
+    if (operationRunning()) co_return;
+    const QPointer<AppModel> alive(this);
+    setStartMessage({});
+    co_await refreshTools();
+    if (!alive) co_return;
+    if (dockerWorks()) {
+        co_await finishStart();
+        co_return;
+    }
+    if (!hasColima()) {
+        setNotice(QStringLiteral("Colima is not installed. Use step 3 of the wizard."));
+        co_return;
+    }
+    const CommandSteps steps = ColimaManager::startSteps();
+    if (steps.isEmpty()) {
+        setNotice(QStringLiteral("Colima was not found."));
+        co_return;
+    }
+    m_maintOp.start(QStringLiteral("Starting Colima"), steps, [this](bool succeeded) {
+        if (succeeded)
+            launch(finishStart());
+        else
+            setNotice(QStringLiteral("Colima did not start. See the log."));
+    });
+}
+
+QCoro::Task<> AppModel::finishStart()
+{
+    const QPointer<AppModel> alive(this);
+    co_await refreshTools();
+    if (!alive) co_return;
+    const ContainerState container = co_await PiholeController::containerState();
+    if (!alive) co_return;
+    setContainerState(container);
+    if (container.isMissing()) {
+        setStartMessage(QStringLiteral("Pi-hole is not installed yet. Run step 4 of the wizard."));
+        co_return;
+    }
+    const QStringList start{QStringLiteral("start"), QStringLiteral("pihole")};
+    const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
+    if (!alive) co_return;
+    if (!result.succeeded()) setStartMessage(DockerCLI::friendlyError(result.combined()));
+    co_await refreshStatus(true);
+}
+
+QCoro::Task<> AppModel::stopPihole() { return control(QStringLiteral("stop")); }
+
+QCoro::Task<> AppModel::restartPihole() { return control(QStringLiteral("restart")); }
+
+QCoro::Task<> AppModel::control(QString verb)
+{
+    const QPointer<AppModel> alive(this);
+    setStartMessage({});
+    const QStringList command{verb, QStringLiteral("pihole")};
+    const CommandResult result = co_await DockerCLI::run(command, kStopTimeout);
+    if (!alive) co_return;
+    if (!result.succeeded()) setStartMessage(DockerCLI::friendlyError(result.combined()));
+    co_await refreshStatus(true);
+}
+
+QCoro::Task<> AppModel::toggleStartStop()
+{
+    if (containerState().isRunning())
+        co_await stopPihole();
+    else
+        co_await startPiholeNow();
+}
+
+} // namespace corvane

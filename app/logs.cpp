@@ -1,0 +1,85 @@
+#include "app/app_model.h"
+#include "runtime/docker_cli.h"
+#include "runtime/pihole_controller.h"
+
+#include <QPointer>
+#include <QSaveFile>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kLoadedLines = 300;
+
+QStringList followArguments()
+{
+    return {QStringLiteral("logs"), QStringLiteral("--follow"), QStringLiteral("--tail"), QStringLiteral("100"),
+            QStringLiteral("pihole")};
+}
+
+} // namespace
+
+QString AppModel::logText() const { return m_showsFollowedLog ? m_followOp.lines().join(u'\n') : m_loadedLog; }
+
+QCoro::Task<> AppModel::loadLogs()
+{
+    if (following()) co_return;
+    const QPointer<AppModel> alive(this);
+    const QString text = co_await PiholeController::logs(kLoadedLines);
+    if (!alive || following()) co_return;
+    m_loadedLog = text;
+    m_showsFollowedLog = false;
+    Q_EMIT logTextChanged();
+}
+
+void AppModel::setFollowing(bool follow)
+{
+    publishFollowing(follow);
+    if (!follow) {
+        m_followOp.cancel();
+    } else if (!m_followOp.running()) {
+        this->follow();
+    }
+    // A follower that is still being cancelled starts anew when it has ended.
+}
+
+void AppModel::follow()
+{
+    const std::optional<QString> docker = DockerCLI::find();
+    if (!docker) {
+        publishFollowing(false);
+        setNotice(QStringLiteral("docker was not found."));
+        return;
+    }
+    CommandStep step;
+    step.args = followArguments();
+    step.label = QStringLiteral("docker ") + step.args.join(u' ');
+    step.exe = *docker;
+    m_showsFollowedLog = true;
+    m_followOp.start(QStringLiteral("Following logs"), {step}, [this](bool) { onFollowerEnded(); });
+    Q_EMIT logTextChanged();
+}
+
+void AppModel::onFollowerEnded()
+{
+    const bool wantedAgain = following() && m_followOp.failureSummary() == QStringLiteral("Cancelled.");
+    if (wantedAgain)
+        follow();
+    else
+        publishFollowing(false);
+}
+
+QCoro::Task<> AppModel::saveLogs()
+{
+    const QPointer<AppModel> alive(this);
+    FilePanel panel;
+    panel.proposedName = QStringLiteral("pihole-log.txt");
+    const std::optional<QString> path = co_await m_dialogs.choose(panel);
+    if (!alive || !path) co_return;
+    QSaveFile file(*path);
+    file.setDirectWriteFallback(true);
+    const bool saved = file.open(QIODevice::WriteOnly) && file.write(logText().toUtf8()) >= 0 && file.commit();
+    if (!saved) setApiMessage(QStringLiteral("Could not save the log: ") + file.errorString());
+}
+
+} // namespace corvane

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QProperty>
+
+/// A published field: a bindable property that anyone reads, that flows set through `setter`, and that tells its
+/// observers about every change, and about nothing else.
+#define CORVANE_PUBLISHED(Owner, Type, name, setter, initial)                                                          \
+    Q_PROPERTY(Type name READ name WRITE setter NOTIFY name##Changed BINDABLE name##Bindable)                          \
+public:                                                                                                                \
+    [[nodiscard]] Type name() const { return m_##name.value(); }                                                       \
+    void setter(const Type &value) { m_##name = value; }                                                               \
+    [[nodiscard]] QBindable<Type> name##Bindable() { return &m_##name; }                                               \
+    Q_SIGNAL void name##Changed();                                                                                     \
+                                                                                                                       \
+private:                                                                                                               \
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Owner, Type, m_##name, initial, &Owner::name##Changed)                        \
+                                                                                                                       \
+public:
+
+/// A derived field: follows other fields through a binding that its owner sets once.
+#define CORVANE_DERIVED(Owner, Type, name)                                                                             \
+    Q_PROPERTY(Type name READ name NOTIFY name##Changed BINDABLE name##Bindable)                                       \
+public:                                                                                                                \
+    [[nodiscard]] Type name() const { return m_##name.value(); }                                                       \
+    [[nodiscard]] QBindable<Type> name##Bindable() { return &m_##name; }                                               \
+    Q_SIGNAL void name##Changed();                                                                                     \
+                                                                                                                       \
+private:                                                                                                               \
+    Q_OBJECT_BINDABLE_PROPERTY(Owner, Type, m_##name, &Owner::name##Changed)                                           \
+                                                                                                                       \
+public:
+
+/// A published field that is also written to `m_settings`, under its own name, whenever it is set.
+#define CORVANE_PERSISTED(Owner, Type, name, setter)                                                                   \
+    Q_PROPERTY(Type name READ name WRITE setter NOTIFY name##Changed BINDABLE name##Bindable)                          \
+public:                                                                                                                \
+    [[nodiscard]] Type name() const { return m_##name.value(); }                                                       \
+    void setter(const Type &value)                                                                                     \
+    {                                                                                                                  \
+        m_settings.setValue(QStringLiteral(#name), value);                                                             \
+        m_##name = value;                                                                                              \
+    }                                                                                                                  \
+    [[nodiscard]] QBindable<Type> name##Bindable() { return &m_##name; }                                               \
+    Q_SIGNAL void name##Changed();                                                                                     \
+                                                                                                                       \
+private:                                                                                                               \
+    Q_OBJECT_BINDABLE_PROPERTY(Owner, Type, m_##name, &Owner::name##Changed)                                           \
+                                                                                                                       \
+public:

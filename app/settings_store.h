@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+namespace corvane {
+
+/// The per-user settings store.
+class SettingsStore {
+public:
+    virtual ~SettingsStore() = default;
+
+    /// Invalid when the key is missing.
+    [[nodiscard]] virtual QVariant value(const QString &key) const = 0;
+    virtual void setValue(const QString &key, const QVariant &value) = 0;
+};
+
+/// The store of this user on this system.
+[[nodiscard]] std::unique_ptr<SettingsStore> systemSettingsStore();
+
+/// The five settings that outlive the program, as they were read at its start.
+struct PersistedSettings {
+    static constexpr int kDefaultWebPort = 8080;
+    static constexpr int kLastWebPort = 8090;
+
+    int webPort = kDefaultWebPort;
+    QString pinnedTag = QStringLiteral("2026.09.0");
+    bool autostartColima = true;
+    bool wizardFinished = false;
+    bool browserReadAllowed = false;
+
+    /// Missing values and values that cannot be right give the defaults.
+    [[nodiscard]] static PersistedSettings load(const SettingsStore &store);
+};
+
+} // namespace corvane
