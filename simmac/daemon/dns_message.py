@@ -42,3 +42,9 @@ def write_answer(identifier, flags, question, status, addresses=()):
 def _soa():
     data = b"\0\0" + struct.pack(">IIIII", 2026110100, 1800, 900, 604800, 60)
     return b"\0" + struct.pack(">HHIH", SOA, 1, 60, len(data)) + data
+
+
+def write_question(name, kind=A):
+    """A question as a client sends it."""
+    labels = b"".join(bytes([len(label)]) + label.encode() for label in name.split("."))
+    return struct.pack(">HHHHHH", 4711, 0x0100, 1, 0, 0, 0) + labels + b"\0" + struct.pack(">HH", kind, 1)

@@ -41,6 +41,7 @@ class Mac:
         self.keyring = None       # set when a keyring runs
         self.desktop = None       # set when there is a display
         self.containers = None    # set by daemon.containers.start(mac)
+        self._tasks = set()       # what goes on by itself
         self.end = lambda: None   # ends the program; set when it runs
         self.reset_hooks = []     # further functions that a reset calls, plain or async
 
@@ -51,6 +52,11 @@ class Mac:
     def path(self, absolute):
         """Where the daemon writes a file that stands at this path in the Mac."""
         return self.root + absolute
+
+    def keep(self, task):
+        """Lets a task go on by itself until it ends."""
+        self._tasks.add(task)
+        task.add_done_callback(self._tasks.discard)
 
     # -- the tools that come and go ---------------------------------------------------------------------------------
 

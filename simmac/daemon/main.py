@@ -10,6 +10,7 @@ import sys
 from daemon import commands, control, keyring, network_commands, tool_server  # noqa: F401 (they register themselves)
 from daemon.desktop import Desktop
 from daemon.mac import HOME, RUN, Mac, maybe
+from daemon.privileges import free_of_rights
 from daemon.tools import PLACES, load_all
 
 PROGRAM_PATH = "/usr/bin:/bin:/usr/sbin:/sbin"
@@ -60,11 +61,6 @@ def program_environment(mac, settings):
     if mac.keyring is not None:
         env["DBUS_SESSION_BUS_ADDRESS"] = mac.keyring.bus
     return env
-
-
-def free_of_rights(program):
-    """The command line that runs a program as an ordinary user of the Mac."""
-    return ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all", "--ambient-caps=-all", "--", *program]
 
 
 async def run_program(mac, settings):

@@ -34,3 +34,8 @@ def drop_all():
 def set_name(name):
     """The name under which this process is listed."""
     _libc.prctl(PR_SET_NAME, ctypes.c_char_p(name.encode()[:15]), 0, 0, 0)
+
+
+def free_of_rights(program):
+    """The command line that runs a program as an ordinary user of the Mac."""
+    return ["/usr/bin/setpriv", "--bounding-set=-all", "--inh-caps=-all", "--ambient-caps=-all", "--", *program]

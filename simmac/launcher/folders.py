@@ -13,7 +13,8 @@ HOST_ETC = ("alternatives", "dbus-1", "fonts", "glvnd", "gtk-3.0", "ImageMagick-
             "ld.so.conf.d", "localtime", "magic", "mime.types", "pango", "protocols", "services", "ssl/openssl.cnf",
             "terminfo", "X11", "xdg")
 # What a developer's machine may have in /usr, and a Mac must not seem to have.
-NOT_ON_A_MAC = {"brew", "colima", "docker", "docker-compose", "dockerd", "limactl", "podman"}
+COMMAND = os.path.join(os.path.dirname(os.path.dirname(os.path.realpath(__file__))), "simmac")
+NOT_ON_A_MAC = {"brew", "colima", "docker", "docker-compose", "dockerd", "limactl", "podman", "simmac"}
 ETC = {
     "passwd": "ada:x:0:0:Ada:/Users/ada:/bin/sh\nnobody:x:65534:65534:nobody:/:/bin/false\n",
     "group": "wheel:x:0:\nnogroup:x:65534:\n",
@@ -62,6 +63,7 @@ class PrivateFolder:
             _mount_point(f"/etc/{name}", f"{root}/etc/{name}")
         for name in ("bin", "sbin"):
             link_farm(f"/usr/{name}", f"/run/host-{name}", f"{root}/usr/{name}")
+        os.symlink(COMMAND, f"{root}/usr/bin/simmac")
 
     def remove(self):
         """Takes the folder away."""
