@@ -1,0 +1,148 @@
+#include "checks/port_checker.h"
+
+#include "exec/command_runner.h"
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kDnsPort = 53;
+constexpr int kFirstWebPort = 8081;
+constexpr int kLastWebPort = 8090;
+constexpr double kTimeout = 10;
+
+class Socket {
+public:
+    explicit Socket(int type)
+        : m_descriptor(::socket(AF_INET, type, 0))
+    {
+        if (isOpen()) ::fcntl(m_descriptor, F_SETFD, FD_CLOEXEC);
+    }
+    ~Socket()
+    {
+        if (isOpen()) ::close(m_descriptor);
+    }
+    Socket(const Socket &) = delete;
+    Socket &operator=(const Socket &) = delete;
+
+    [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
+
+    /// 0 or the error number.
+    [[nodiscard]] int bind(const sockaddr_in &address) const
+    {
+        const auto *generic = reinterpret_cast<const sockaddr *>(&address);
+        return ::bind(m_descriptor, generic, sizeof address) == 0 ? 0 : errno;
+    }
+
+private:
+    int m_descriptor;
+};
+
+/// Only some systems keep the length inside the address.
+template <class Address>
+void setLength(Address &address)
+{
+    if constexpr (requires { address.sin_len; }) address.sin_len = sizeof address;
+}
+
+sockaddr_in localAddress(quint16 port)
+{
+    sockaddr_in address = {};
+    setLength(address);
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = inet_addr("127.0.0.1");
+    return address;
+}
+
+quint16 clamped(int port)
+{
+    return static_cast<quint16>(std::clamp<int>(port, 0, std::numeric_limits<quint16>::max()));
+}
+
+PortReport report(const QString &id, int port, bool udp)
+{
+    const QString protocol = udp ? QStringLiteral("UDP") : QStringLiteral("TCP");
+    return {
+        .id = id,
+        .label = QStringLiteral("%1 %2 on 127.0.0.1").arg(protocol).arg(port),
+        .port = port,
+        .udp = udp,
+        .probe = PortChecker::probe(clamped(port), udp),
+        .holder = {},
+    };
+}
+
+QStringList lsofArguments(int port, bool udp)
+{
+    const QString number = QString::number(port);
+    if (udp) return {QStringLiteral("-nP"), QStringLiteral("-iUDP:") + number};
+    return {QStringLiteral("-nP"), QStringLiteral("-iTCP:") + number, QStringLiteral("-sTCP:LISTEN")};
+}
+
+} // namespace
+
+PortProbe PortChecker::probe(quint16 port, bool udp)
+{
+    // No address reuse: a port that a listener holds must show as in use.
+    const Socket socket(udp ? SOCK_DGRAM : SOCK_STREAM);
+    if (!socket.isOpen()) return PortProbe::Failed;
+    switch (socket.bind(localAddress(port))) {
+    case 0:
+        return PortProbe::Free;
+    case EADDRINUSE:
+        return PortProbe::InUse;
+    case EPERM:
+    case EACCES:
+        return PortProbe::Denied;
+    default:
+        return PortProbe::Failed;
+    }
+}
+
+QCoro::Task<QString> PortChecker::holder(int port, bool udp)
+{
+    const QString exe = QStringLiteral("/usr/sbin/lsof");
+    const QStringList args = lsofArguments(port, udp);
+    const Environment nothingExtra;
+    // Its status tells nothing: it is 1 for a free port and for one that this user may not see into.
+    const CommandResult result = co_await CommandRunner::run(exe, args, kTimeout, nothingExtra);
+    const QString seen = result.standardOutput.trimmed();
+    if (!seen.isEmpty()) co_return seen;
+    co_return QStringLiteral("No process is visible to this app (it may belong to the system or another user).");
+}
+
+QCoro::Task<QList<PortReport>> PortChecker::checkAll(int webPort)
+{
+    QList<PortReport> reports{
+        report(QStringLiteral("53u"), kDnsPort, true),
+        report(QStringLiteral("53t"), kDnsPort, false),
+        report(QStringLiteral("web"), webPort, false),
+    };
+    for (PortReport &one : reports) {
+        if (one.probe != PortProbe::InUse) continue;
+        one.holder = co_await holder(one.port, one.udp);
+    }
+    co_return reports;
+}
+
+QList<int> PortChecker::freeWebPorts(int excluding)
+{
+    QList<int> ports;
+    for (int port = kFirstWebPort; port <= kLastWebPort; ++port) {
+        if (port != excluding && probe(static_cast<quint16>(port), false) == PortProbe::Free) ports += port;
+    }
+    return ports;
+}
+
+} // namespace corvane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "checks/port_report.h"
+
+#include <QCoro/QCoroTask>
+
+namespace corvane {
+
+/// Tells which of the ports that Pi-hole needs on 127.0.0.1 are free, and who holds the others.
+class PortChecker {
+public:
+    /// Tries to bind the port; it is never listened on. Returns at once.
+    [[nodiscard]] static PortProbe probe(quint16 port, bool udp);
+
+    /// What lsof says about the port, or a sentence when it says nothing.
+    [[nodiscard]] static QCoro::Task<QString> holder(int port, bool udp);
+
+    /// UDP 53, TCP 53 and the web port, in this order.
+    [[nodiscard]] static QCoro::Task<QList<PortReport>> checkAll(int webPort);
+
+    /// Those of 8081 to 8090 that can be bound, without `excluding`.
+    [[nodiscard]] static QList<int> freeWebPorts(int excluding);
+};
+
+} // namespace corvane
