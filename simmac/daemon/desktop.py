@@ -1,11 +1,14 @@
 """The Mac's desktop: a display, a window manager and a tray."""
 
 import asyncio
+import ctypes
 import os
+import time
 
 from daemon.mac import HOME
 
 SCREEN = "1600x1000x24"
+START_LIMIT = 3.0
 
 
 class Desktop:
@@ -22,6 +25,7 @@ class Desktop:
         await _background("openbox", "--sm-disable", env=env)
         await _background("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "24",
                           "--expand", "true", "--SetDockType", "true", "--transparent", "false", env=env)
+        await asyncio.to_thread(_wait_for_owners, self.display, ("WM_S0", "_NET_SYSTEM_TRAY_S0"))
 
     async def picture(self):
         """A PNG picture of the whole display."""
@@ -46,3 +50,19 @@ async def _background(*argv, env):
     return await asyncio.create_subprocess_exec(
         *argv, env=env, stdin=asyncio.subprocess.DEVNULL, stdout=asyncio.subprocess.DEVNULL,
         stderr=asyncio.subprocess.DEVNULL)
+
+
+def _wait_for_owners(display, selections):
+    """Waits until the window manager and the tray have announced themselves, so that no program comes too early."""
+    xlib = ctypes.CDLL("libX11.so.6")
+    xlib.XOpenDisplay.restype = ctypes.c_void_p
+    xlib.XInternAtom.restype = xlib.XGetSelectionOwner.restype = ctypes.c_ulong
+    handle = ctypes.c_void_p(xlib.XOpenDisplay(display.encode()))
+    deadline = time.monotonic() + START_LIMIT
+    while handle and time.monotonic() < deadline:
+        atoms = [ctypes.c_ulong(xlib.XInternAtom(handle, name.encode(), 0)) for name in selections]
+        if all(xlib.XGetSelectionOwner(handle, atom) for atom in atoms):
+            break
+        time.sleep(0.01)
+    if handle:
+        xlib.XCloseDisplay(handle)

@@ -6,6 +6,7 @@ import os
 import shutil
 import time
 
+from daemon import farm
 from daemon.applications import Applications
 from daemon.faults import Faults
 from daemon.journal import Journal
@@ -77,20 +78,23 @@ class Mac:
         path = self._tool_path(name)
         os.makedirs(os.path.dirname(path), exist_ok=True)
         if not os.path.lexists(path):
-            os.symlink(RUN + "/simmac-tool", path)
+            with farm.writable(os.path.dirname(path)):
+                os.symlink(RUN + "/simmac-tool", path)
 
     def hide_tool(self, name):
         """Takes the tool away from its path."""
         for tool in TOOLS if name == "*" else [name]:
-            if os.path.lexists(self._tool_path(tool)):
-                os.unlink(self._tool_path(tool))
+            path = self._tool_path(tool)
+            if os.path.lexists(path):
+                with farm.writable(os.path.dirname(path)):
+                    os.unlink(path)
 
     def knows_tool(self, name):
         """Whether the Mac plays a tool of this name."""
         return name in TOOLS
 
     def _tool_path(self, name):
-        return self.path(PLACES.get(name, f"{HOMEBREW_BIN}/{name}"))
+        return PLACES[name] if name in PLACES else self.path(f"{HOMEBREW_BIN}/{name}")
 
     # -- states -----------------------------------------------------------------------------------------------------
 

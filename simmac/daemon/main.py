@@ -7,7 +7,7 @@ import os
 import signal
 import sys
 
-from daemon import commands, control, keyring, network_commands, tool_server  # noqa: F401 (they register themselves)
+from daemon import commands, control, farm, keyring, network_commands, tool_server  # noqa: F401 (they register themselves)
 from daemon.desktop import Desktop
 from daemon.mac import HOME, RUN, Mac, maybe
 from daemon.privileges import free_of_rights
@@ -23,6 +23,7 @@ async def start_mac(settings):
     mac.speed = settings["speed"]
     mac.facts.at_reset["port 53"] = settings["grant_port_53"]
     load_all()
+    farm.plant(settings["command"])
     for name in PLACES:
         mac.hide_tool(name)   # a program of the host may stand there
         mac.show_tool(name)

@@ -12,9 +12,6 @@ from launcher.problem import Problem
 HOST_ETC = ("alternatives", "dbus-1", "fonts", "glvnd", "gtk-3.0", "ImageMagick-6", "ld.so.cache", "ld.so.conf",
             "ld.so.conf.d", "localtime", "magic", "mime.types", "pango", "protocols", "services", "ssl/openssl.cnf",
             "terminfo", "X11", "xdg")
-# What a developer's machine may have in /usr, and a Mac must not seem to have.
-COMMAND = os.path.join(os.path.dirname(os.path.dirname(os.path.realpath(__file__))), "simmac")
-NOT_ON_A_MAC = {"brew", "colima", "docker", "docker-compose", "dockerd", "limactl", "podman", "simmac"}
 ETC = {
     "passwd": "ada:x:0:0:Ada:/Users/ada:/bin/sh\nnobody:x:65534:65534:nobody:/:/bin/false\n",
     "group": "wheel:x:0:\nnogroup:x:65534:\n",
@@ -49,8 +46,8 @@ class PrivateFolder:
     def furnish(self):
         """Makes the folders of the Mac's root, as far as they do not depend on its state."""
         root = f"{self.path}/root"
-        for folder in ("etc/ssl/certs", "opt/homebrew/bin", "Applications", "System/Library/CoreServices", "usr/bin",
-                       "usr/sbin", "Users/ada", "var/log", "var/lib/simmac", "run-user", "tmp/.X11-unix"):
+        for folder in ("etc/ssl/certs", "opt/homebrew/bin", "Applications", "System/Library/CoreServices", "Users/ada", "var/log", "var/lib/simmac", "var/cache/fontconfig", "run-user",
+                       "tmp/.X11-unix"):
             os.makedirs(f"{root}/{folder}")
         os.symlink("/tmp", f"{root}/var/tmp")
         os.symlink("/run", f"{root}/var/run")
@@ -61,9 +58,6 @@ class PrivateFolder:
                 file.write(text)
         for name in host_etc():
             _mount_point(f"/etc/{name}", f"{root}/etc/{name}")
-        for name in ("bin", "sbin"):
-            link_farm(f"/usr/{name}", f"/run/host-{name}", f"{root}/usr/{name}")
-        os.symlink(COMMAND, f"{root}/usr/bin/simmac")
 
     def remove(self):
         """Takes the folder away."""
@@ -84,13 +78,6 @@ def lock(folder):
 def host_etc():
     """The parts of the host's /etc that exist and are lent to the Mac."""
     return [name for name in HOST_ETC if os.path.exists(f"/etc/{name}")]
-
-
-def link_farm(source, shown_at, folder):
-    """A folder with a link for everything in `source`: one can put tools beside them, which a bound folder forbids."""
-    for name in os.listdir(source):
-        if name not in NOT_ON_A_MAC:
-            os.symlink(f"{shown_at}/{name}", f"{folder}/{name}")
 
 
 def remove_tree(path):

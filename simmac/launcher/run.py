@@ -53,7 +53,7 @@ def _run_in(folder, program, options, probe):
            "PYTHONPATH": sandbox.SIMMAC, "PYTHONPYCACHEPREFIX": "/run/simmac-cache/python"}
     if display is not None:
         env["XAUTHORITY"] = "/run/xauthority"
-    command = ["bwrap", *words, "/usr/bin/python3", "-P", "-m", "daemon.main"]
+    command = ["bwrap", *words, "/run/host/usr/bin/python3", "-P", "-m", "daemon.main"]
     with subprocess.Popen(command, env=env) as mac:
         for number in (signal.SIGTERM, signal.SIGHUP):
             signal.signal(number, lambda *_: _end(folder.path, mac))
@@ -73,7 +73,7 @@ def _write_settings(folder, program, options, display):
     settings = {
         "state": options.state, "speed": options.speed, "set": options.set, "desktop": options.desktop,
         "keyring": options.keyring, "grant_port_53": options.grant_port_53, "display": display,
-        "program": program, "cwd": os.getcwd(), "env": dict(os.environ),
+        "command": f"{sandbox.SIMMAC}/simmac", "program": program, "cwd": os.getcwd(), "env": dict(os.environ),
     }
     handle = os.open(f"{folder}/settings.json", os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600)
     with os.fdopen(handle, "w", encoding="ascii") as file:

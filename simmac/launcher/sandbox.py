@@ -12,6 +12,7 @@ NAMESPACES = ["--unshare-user", "--unshare-net", "--unshare-pid", "--unshare-ipc
 DAEMON_RIGHTS = ("CAP_NET_ADMIN", "CAP_NET_BIND_SERVICE", "CAP_SETPCAP")
 SIMMAC = os.path.dirname(os.path.dirname(os.path.realpath(__file__)))
 REPOSITORY = os.path.dirname(SIMMAC)
+FONT_CACHE = "/var/cache/fontconfig"
 NOT_ALLOWED = ("This system does not let bubblewrap make namespaces, which the simulated Mac needs: allow them with "
                "\"sysctl -w kernel.unprivileged_userns_clone=1 user.max_user_namespaces=10000\" (in a container, "
                "start the container with --privileged).")
@@ -44,9 +45,8 @@ def arguments(folder, program, shares, display, cache):
 
 
 def _system(root):
-    words = ["--ro-bind", "/usr", "/usr", "--ro-bind", "/usr/bin", "/run/host-bin",
-             "--ro-bind", "/usr/sbin", "/run/host-sbin",
-             "--ro-bind", f"{root}/usr/bin", "/usr/bin", "--ro-bind", f"{root}/usr/sbin", "/usr/sbin"]
+    words = ["--ro-bind", "/usr", "/usr", "--ro-bind", "/usr", "/run/host/usr", "--tmpfs", "/usr/bin",
+             "--tmpfs", "/usr/sbin"]
     for name in ("bin", "sbin", "lib", "lib32", "lib64", "libx32"):
         if os.path.islink(f"/{name}"):
             words += ["--symlink", f"usr/{name}", f"/{name}"]
@@ -58,6 +58,8 @@ def _system(root):
         words += ["--ro-bind", f"/etc/{name}", f"/etc/{name}"]
     for name in ("opt", "Applications", "Users", "var", "tmp"):
         words += ["--bind", f"{root}/{name}", f"/{name}"]
+    if os.path.isdir(FONT_CACHE):   # without it every program that draws text first reads all fonts
+        words += ["--ro-bind", FONT_CACHE, FONT_CACHE]
     return words + ["--ro-bind", f"{root}/System", "/System", "--bind", f"{root}/run-user", "/run/user/0",
                     "--dev", "/dev", "--proc", "/proc"]
 

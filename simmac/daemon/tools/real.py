@@ -7,10 +7,10 @@ from daemon.tools import tool
 @tool("dig", at="/usr/bin/dig")
 async def dig(_call):
     """The real dig."""
-    raise RunReal("/run/host-bin/dig")
+    raise RunReal("/run/host/usr/bin/dig")
 
 
 @tool("lsof", at="/usr/sbin/lsof")
 async def lsof(_call):
     """The real lsof."""
-    raise RunReal("/run/host-bin/lsof")
+    raise RunReal("/run/host/usr/bin/lsof")
