@@ -33,7 +33,7 @@ class Container:
         self._healthy_at = 0.0
         self._process = None
         self._watcher = None
-        self.folder = f"{engine.folder}/containers/{self.id}"
+        self.folder = f"{engine.folder}/containers/{self.id[:12]}"
         os.makedirs(self.folder, exist_ok=True)
         self.log_path = f"{self.folder}/log"
         with open(self.log_path, "ab"):

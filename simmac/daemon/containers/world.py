@@ -49,7 +49,7 @@ class Containers:
         if running:
             await self.engine.start(container, at_once=True)
         else:
-            container.state = "exited"
+            container.state, container.started, container.ended = "exited", container.created, container.created
 
     @property
     def pihole(self):
