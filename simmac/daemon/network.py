@@ -29,6 +29,7 @@ class Network:
     def __init__(self, mac):
         self._mac = mac
         self._addresses = Addresses()
+        self.hosts = []             # addresses of the internet at which something other than DNS answers
         self.outside_dns = OutsideDns(self)
         self._restore()
 
@@ -101,11 +102,12 @@ class Network:
         """Makes addresses and /etc/resolv.conf say what the state says."""
         connected = self.primary() is not None
         local = [PUBLIC] if connected else []
+        hosts = self.hosts if connected else []
         if connected:
             local += [server for server in self.dhcp if server not in (PUBLIC, "127.0.0.1") and ":" not in server]
         if connected and self.vpn:
             local.append(self.vpn)
-        self._addresses.show(local)
+        self._addresses.show(local + hosts)
         self.outside_dns.follow(local)
         write_whole(self._mac.path("/etc/resolv.conf"), self.resolv_conf())
 

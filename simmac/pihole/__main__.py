@@ -31,13 +31,14 @@ def _arguments() -> argparse.Namespace:
     parser.add_argument("--name", help="name of the process as other tools see it")
     parser.add_argument("--give-up-rights", action="store_true", help="keep no capability after binding")
     parser.add_argument("--boot", type=float, default=0, help="seconds until it answers")
+    parser.add_argument("--settled", action="store_true", help="block from the first moment")
     parser.add_argument("--client", help="address that every client seems to have")
     parser.add_argument("--knobs", type=json.loads, default={}, help="JSON object of settings of the play")
     return parser.parse_args()
 
 
 def _settings(arguments: argparse.Namespace) -> Settings:
-    return Settings(arguments.dns, arguments.web, arguments.data, arguments.boot, arguments.client,
+    return Settings(arguments.dns, arguments.web, arguments.data, arguments.boot, arguments.settled, arguments.client,
                     os.environ.get("FTLCONF_webserver_api_password"),
                     os.environ.get("FTLCONF_dns_upstreams", "1.1.1.1"), arguments.knobs)
 

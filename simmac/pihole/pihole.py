@@ -30,6 +30,7 @@ class Settings:
     web: tuple[str, int]
     data: Path
     boot: float = 0.0
+    settled: bool = False   # the block list is there from the first moment
     client: str | None = None
     password: str | None = None
     upstream: str = "1.1.1.1"
@@ -65,7 +66,7 @@ class Pihole:
         fresh = not self.store.settings_text()
         self.print_log.banner(self._choose_password(), fresh)
         self.sessions.load(self.store.take_sessions())
-        asyncio.get_running_loop().call_later(self._settings.boot, self._serve)
+        asyncio.get_running_loop().call_later(self._settings.boot, self._serve, self._settings.settled)
 
     def stop(self) -> None:
         """A clean end: sessions are kept for the next start."""
@@ -83,9 +84,9 @@ class Pihole:
         self.log.clear()
         self._serve()
 
-    def _serve(self) -> None:
+    def _serve(self, settled: bool = False) -> None:
         self._ready = True
-        self.resolver.started()
+        self.resolver.started(settled)
         self.print_log.info("FTL is running on 0.0.0.0 port 53, web server on port 80")
 
     def take_in(self, settings: str | None) -> None:
@@ -110,9 +111,9 @@ class Pihole:
             self.knobs.set(name, value)
         self.sessions.clear()
         self.store.write("", True)
-        self._choose_password()
+        self.print_log.banner(self._choose_password(), True)
         self.log.clear()
-        self.resolver.forget()
+        self._serve(True)
         self.web.drop_connections()
         await self.dns.follow_knobs()
 

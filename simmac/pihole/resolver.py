@@ -39,16 +39,11 @@ class Resolver:
         self._windows: dict[str, list] = {}
         self._settled_at = 0.0
 
-    def started(self) -> None:
-        """Begins anew, with an empty cache; the block list takes a moment to be there."""
+    def started(self, settled: bool) -> None:
+        """Begins anew, with an empty cache; unless it is settled, the block list takes a moment to be there."""
         self._cached_until.clear()
         self._windows.clear()
-        self._settled_at = self._clock.elapsed() + self._knobs.settle
-
-    def forget(self) -> None:
-        self._cached_until.clear()
-        self._windows.clear()
-        self._settled_at = 0.0
+        self._settled_at = 0.0 if settled else self._clock.elapsed() + self._knobs.settle
 
     def answer(self, data: bytes, client: str, over_udp: bool) -> bytes | None:
         """The reply to a message; None when it deserves none."""

@@ -65,7 +65,7 @@ class Container:
         mac = self._engine.mac
         self._process = PiholeProcess(self.folder)
         boot = 0 if at_once else mac.scaled(_BOOT_SECONDS)
-        trouble = await self._process.start(self._arguments(boot), self._environment(), self.log_path)
+        trouble = await self._process.start(self._arguments(boot, at_once), self._environment(), self.log_path)
         if trouble:
             self.state, self.exit_code = "exited", 1
             await self._process.end(by_force=True)
@@ -75,20 +75,36 @@ class Container:
         self._healthy_at = time.monotonic() + (0 if at_once else mac.scaled(_HEALTHY_SECONDS))
         self._watcher = asyncio.create_task(self._watch(self._process))
 
+    @property
+    def plain(self):
+        """Whether its ports are forwarded as they are when a state begins."""
+        return self._forwarder == "ssh" and not self._udp_closed
+
+    async def begin_anew(self, password):
+        """The same process as if it had just been started; answers whether that worked."""
+        os.truncate(self.log_path, 0)
+        reply = await self._process.ask({"do": "reset", "password": password})
+        self.told_health, self._healthy_at = None, 0.0
+        self.created = self.started = time.time()
+        return reply["ok"]
+
     def _environment(self):
         return {name: value for name, value in self.spec.environment.items() if value is not None}
 
-    def _arguments(self, boot):
+    def _arguments(self, boot, settled):
         published = {(port.container, port.protocol): port for port in self.spec.ports}
         dns = published.get((53, "tcp")) or published.get((53, "udp"))
         web = published.get((80, "tcp"))
         knobs = dict(self._engine.knobs)
-        if (53, "udp") not in published or self._engine.drops_udp():
+        self._forwarder = self._engine.forwarder_name()
+        self._udp_closed = (53, "udp") not in published or self._engine.drops_udp()
+        if self._udp_closed:
             knobs["udp"] = "closed"
         if (53, "tcp") not in published:
             knobs["tcp"] = "closed"
-        arguments = ["--data", self._data_folder(), "--name", self._engine.forwarder_name(), "--boot", str(boot),
+        arguments = ["--data", self._data_folder(), "--name", self._forwarder, "--boot", str(boot),
                      "--client", _GATEWAY, "--knobs", json.dumps(knobs), "--give-up-rights"]
+        arguments += ["--settled"] if settled else []
         arguments += ["--dns", f"{dns.address}:{dns.host}" if dns else "127.0.0.254:53"]
         return arguments + ["--web", f"{web.address}:{web.host}" if web else "127.0.0.254:80"]
 

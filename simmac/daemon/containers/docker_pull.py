@@ -62,7 +62,8 @@ async def fetch_for_compose(call, service, repository, tag):
     try:
         engine.check_image(repository, tag)
         if tag not in engine.images:
-            await _layers(call, engine, engine.registry.layers(tag), lambda layer, word: call.err(f" {layer} {word} \n"))
+            layers = engine.registry.layers(tag)
+            await _layers(call, engine, layers, lambda layer, word: call.err(f" {layer} {word} \n"))
             engine.images.add(tag)
     except errors.DockerError as error:
         await call.err(f" {service} Error {error.text.removeprefix('Error response from daemon: ')}\n")

@@ -37,7 +37,7 @@ class Engine:
         self.udp_dropped = False     # what the ssh forwarder does to UDP
         self.knobs = {}              # settings of the stand-in Pi-hole
 
-    # -- whether it can be reached --------------------------------------------------------------------------------------
+    # -- whether it can be reached -----------------------------------------------------------------------------------
 
     def reach(self):
         """DockerError when the client gets no connection."""
@@ -53,7 +53,7 @@ class Engine:
         """The process that holds the published ports on this Mac."""
         return "ssh" if self._colima.forwarder == "ssh" else "limactl"
 
-    # -- images -------------------------------------------------------------------------------------------------------
+    # -- images ------------------------------------------------------------------------------------------------------
 
     def check_image(self, repository, tag):
         """DockerError when the image cannot be pulled."""
@@ -67,7 +67,7 @@ class Engine:
     def has_image(self, spec):
         return spec.repository == REPOSITORY and spec.tag in self.images
 
-    # -- volumes ------------------------------------------------------------------------------------------------------
+    # -- volumes -----------------------------------------------------------------------------------------------------
 
     def ensure_volume(self, name, by_compose=False):
         """Makes a volume unless it is there; answers whether it is new."""
@@ -89,7 +89,7 @@ class Engine:
         del self.volumes[name]
         shutil.rmtree(os.path.dirname(self.volume_folder(name)), ignore_errors=True)
 
-    # -- containers -----------------------------------------------------------------------------------------------------
+    # -- containers --------------------------------------------------------------------------------------------------
 
     def find(self, name):
         """The container of this name or of an id that begins so."""
@@ -131,7 +131,7 @@ class Engine:
         self.containers.pop(container.name, None)
         shutil.rmtree(container.folder, ignore_errors=True)
 
-    # -- with the machine ---------------------------------------------------------------------------------------------
+    # -- with the machine --------------------------------------------------------------------------------------------
 
     async def machine_starts(self, at_once=False):
         """Containers that were running come back, as their restart policy says."""
@@ -147,11 +147,13 @@ class Engine:
             container.comes_back = container.running
             await container.stop()
 
-    async def clear(self):
-        """As a new engine, empty; the settings of the play are forgotten too."""
+    async def clear(self, kept=None):
+        """As a new engine, empty but for one container; the settings of the play are forgotten too."""
         for container in list(self.containers.values()):
-            await self.remove(container)
-        shutil.rmtree(self.folder, ignore_errors=True)
+            if container is not kept:
+                await self.remove(container)
+        if not kept:
+            shutil.rmtree(self.folder, ignore_errors=True)
         self.__init__(self.mac, self._colima)
 
 

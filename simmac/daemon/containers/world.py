@@ -10,6 +10,7 @@ from daemon.states import PASSWORD, SET_UP, TAG, WEB_PORT
 
 from pihole import names as internet_names
 
+_PIHOLE_RUNS = ("running", "protected")
 _VOLUMES = {"pihole_etc": "/etc/pihole", "pihole_dnsmasq": "/etc/dnsmasq.d"}
 
 
@@ -27,7 +28,8 @@ class Containers:
 
     async def enter(self, state):
         """Puts everything as it is at the start of a state."""
-        await self.engine.clear()
+        kept = await self._reusable() if state in _PIHOLE_RUNS else None
+        await self.engine.clear(kept)
         self.colima.forget()
         self.colima.engine = self.engine
         self.compose = False
@@ -37,14 +39,25 @@ class Containers:
         self.colima.created = True
         self.colima.running = state != "stopped"
         if state in SET_UP:
-            await self._install_pihole(running=not state.startswith("dead"))
+            await self._install_pihole(kept, running=not state.startswith("dead"))
         if state == "dead-engine":
             await self.colima.stop()
 
-    async def _install_pihole(self, running):
+    async def _reusable(self):
+        """The running Pi-hole, as if it had just been started, if it is the one that a state begins with."""
+        found = self.pihole
+        plain = found and found.running and found.spec == pihole_spec() and found.plain
+        if not plain or len(self.engine.containers) > 1:
+            return None
+        return found if await found.begin_anew(PASSWORD) else None
+
+    async def _install_pihole(self, kept, running):
         self.engine.images.add(TAG)
         for name in _VOLUMES:
             self.engine.ensure_volume(name, by_compose=True)
+        if kept:
+            self.engine.containers[kept.name] = kept
+            return
         container = self.engine.create(pihole_spec())
         if running:
             await self.engine.start(container, at_once=True)

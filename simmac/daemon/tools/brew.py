@@ -140,7 +140,8 @@ async def _services(call, args):
     if not args or args[0] == "list":
         state = "started" if homebrew.colima_service else "none"
         user = " ada  ~/Library/LaunchAgents/homebrew.mxcl.colima.plist" if homebrew.colima_service else ""
-        await call.out("Name   Status  User File\n" + (f"colima {state}{user}\n" if "colima" in homebrew.installed else ""))
+        row = f"colima {state}{user}\n" if "colima" in homebrew.installed else ""
+        await call.out("Name   Status  User File\n" + row)
         return 0
     if len(args) != 2 or args[0] not in ("start", "stop", "restart"):
         await call.err("Usage: brew services [subcommand]\n\nError: Invalid usage: unknown subcommand: "
