@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/exchange_limits.h"
 #include "api/pihole_types.h"
 
 #include <QByteArray>
@@ -7,20 +8,27 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+
 #include <expected>
 #include <memory>
+#include <optional>
 
 namespace corvane {
 
-/// Talks to the web API of the Pi-hole on 127.0.0.1: logs in with the admin password, keeps its one session, and makes one
-/// call at a time.
+class PiholeSession;
+
+/// Talks to the web API of the Pi-hole on 127.0.0.1: logs in with the admin password, keeps its one session, and makes
+/// one call at a time. Deleting it ends the calls under way as unreachable; their callers hear of it from the event
+/// loop.
 class PiholeAPI : public QObject {
     Q_OBJECT
 
 public:
-    template <class T> using Answer = QCoro::Task<std::expected<T, PiholeAPIError>>;
+    template <class T>
+    using Answer = QCoro::Task<std::expected<T, PiholeAPIError>>;
 
     explicit PiholeAPI(QObject *parent = nullptr);
+    explicit PiholeAPI(const ExchangeLimits &limits, QObject *parent = nullptr);
     ~PiholeAPI() override;
 
     /// Forgets the session when the port or the password is another than before.
@@ -35,14 +43,12 @@ public:
     [[nodiscard]] Answer<PiholeBlocking> setBlocking(bool enabled, std::optional<int> timerSeconds);
     /// The newest `length` entries of the query log, newest first.
     [[nodiscard]] Answer<QList<PiholeQuery>> recentQueries(int length);
-    /// Pi-hole's settings as a zip archive.
-    [[nodiscard]] Answer<QByteArray> teleporterDownload();
+    [[nodiscard]] Answer<PiholeArchive> teleporterDownload();
     /// Replaces Pi-hole's settings by those of the archive.
     [[nodiscard]] Answer<void> teleporterUpload(QByteArray archive, QString filename);
 
 private:
-    class Private;
-    std::unique_ptr<Private> d;
+    std::shared_ptr<PiholeSession> m_session;
 };
 
 } // namespace corvane

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+
 #include <optional>
 
 namespace corvane {
@@ -32,6 +34,14 @@ struct PiholeQuery {
     bool operator==(const PiholeQuery &) const = default;
 };
 
+/// Pi-hole's settings as the zip archive that it made. Not a bare QByteArray: a null pointer turns into one, which
+/// makes a task of `std::expected` of it ambiguous to await.
+struct PiholeArchive {
+    QByteArray bytes;
+
+    bool operator==(const PiholeArchive &) const = default;
+};
+
 /// Why a call to Pi-hole failed.
 class PiholeAPIError {
 public:
@@ -54,8 +64,7 @@ private:
     explicit PiholeAPIError(Kind kind, int code = 0)
         : m_kind(kind)
         , m_code(code)
-    {
-    }
+    {}
 
     Kind m_kind;
     int m_code;

@@ -1,0 +1,104 @@
+#include "api/pihole_answers.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+
+namespace {
+
+std::unexpected<PiholeAPIError> badResponse() { return std::unexpected(PiholeAPIError::badResponse()); }
+
+std::unexpected<PiholeAPIError> unauthorized() { return std::unexpected(PiholeAPIError::unauthorized()); }
+
+std::optional<QJsonObject> objectIn(const QByteArray &json)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    if (!document.isObject()) return std::nullopt;
+    return document.object();
+}
+
+std::optional<qint64> wholeNumber(const QJsonValue &value)
+{
+    // The first double above the largest qint64; everything from there on has no integer to become.
+    constexpr double kTooLarge = 9223372036854775808.0;
+    const std::optional<double> given = number(value);
+    if (!given || *given >= kTooLarge || *given < -kTooLarge) return std::nullopt;
+    return static_cast<qint64>(*given);
+}
+
+bool canTravelInHeader(const QString &text)
+{
+    return std::ranges::all_of(text, [](QChar c) { return c > u' ' && c < u'\x7f'; });
+}
+
+} // namespace
+
+std::optional<double> number(const QJsonValue &value)
+{
+    if (!value.isDouble() || !std::isfinite(value.toDouble())) return std::nullopt;
+    return value.toDouble();
+}
+
+std::expected<QString, PiholeAPIError> parseLogin(const QByteArray &json)
+{
+    const std::optional<QJsonObject> answer = objectIn(json);
+    if (!answer || !answer->value(u"session").isObject()) return badResponse();
+    const QJsonObject session = answer->value(u"session").toObject();
+    const QString sid = session.value(u"sid").toString();
+    if (!session.value(u"valid").toBool() || sid.isEmpty()) return unauthorized();
+    if (!canTravelInHeader(sid)) return badResponse();
+    return sid;
+}
+
+std::expected<PiholeSummary, PiholeAPIError> parseSummary(const QByteArray &json)
+{
+    const std::optional<QJsonObject> answer = objectIn(json);
+    if (!answer) return badResponse();
+    const QJsonObject queries = answer->value(u"queries").toObject();
+    const std::optional<qint64> total = wholeNumber(queries.value(u"total"));
+    const std::optional<qint64> blocked = wholeNumber(queries.value(u"blocked"));
+    const std::optional<double> percent = number(queries.value(u"percent_blocked"));
+    if (!total || !blocked || !percent) return badResponse();
+    return PiholeSummary{*total, *blocked, *percent};
+}
+
+std::expected<PiholeBlocking, PiholeAPIError> parseBlocking(const QByteArray &json)
+{
+    const std::optional<QJsonObject> answer = objectIn(json);
+    if (!answer || !answer->value(u"blocking").isString()) return badResponse();
+    return PiholeBlocking{answer->value(u"blocking").toString() == u"enabled", number(answer->value(u"timer"))};
+}
+
+std::expected<QList<PiholeQuery>, PiholeAPIError> parseQueries(const QByteArray &json)
+{
+    const std::optional<QJsonObject> answer = objectIn(json);
+    if (!answer || !answer->value(u"queries").isArray()) return badResponse();
+    QList<PiholeQuery> queries;
+    const QJsonArray entries = answer->value(u"queries").toArray();
+    for (const QJsonValue &entry : entries) {
+        const QJsonValue domain = entry[u"domain"];
+        const QJsonValue status = entry[u"status"];
+        if (!domain.isString() || !status.isString()) return badResponse();
+        queries.append({domain.toString(), status.toString()});
+    }
+    return queries;
+}
+
+QByteArray loginBody(const QString &password)
+{
+    return QJsonDocument(QJsonObject{{QStringLiteral("password"), password}}).toJson(QJsonDocument::Compact);
+}
+
+QByteArray blockingBody(bool enabled, std::optional<int> timerSeconds)
+{
+    QJsonObject body{{QStringLiteral("blocking"), enabled}};
+    if (timerSeconds) body.insert(u"timer", *timerSeconds);
+    return QJsonDocument(body).toJson(QJsonDocument::Compact);
+}
+
+} // namespace corvane

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "api/pihole_types.h"
+
+#include <QByteArray>
+#include <QJsonValue>
+#include <QList>
+
+#include <expected>
+#include <optional>
+
+namespace corvane {
+
+// What Pi-hole's JSON answers mean. Whatever the bytes are, the result is a value or an error.
+
+/// The session id that a login (status 200) gave.
+[[nodiscard]] std::expected<QString, PiholeAPIError> parseLogin(const QByteArray &json);
+[[nodiscard]] std::expected<PiholeSummary, PiholeAPIError> parseSummary(const QByteArray &json);
+[[nodiscard]] std::expected<PiholeBlocking, PiholeAPIError> parseBlocking(const QByteArray &json);
+[[nodiscard]] std::expected<QList<PiholeQuery>, PiholeAPIError> parseQueries(const QByteArray &json);
+
+/// The value as a number; absent unless it is a finite JSON number.
+[[nodiscard]] std::optional<double> number(const QJsonValue &value);
+
+[[nodiscard]] QByteArray loginBody(const QString &password);
+[[nodiscard]] QByteArray blockingBody(bool enabled, std::optional<int> timerSeconds);
+
+} // namespace corvane

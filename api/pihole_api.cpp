@@ -1,0 +1,100 @@
+#include "api/pihole_api.h"
+
+#include "api/multipart.h"
+#include "api/pihole_answers.h"
+#include "api/pihole_session.h"
+
+namespace corvane {
+
+namespace {
+
+template <class T>
+using Decoder = std::expected<T, PiholeAPIError> (*)(const QByteArray &);
+
+template <class T>
+PiholeAPI::Answer<T> ask(PiholeSession::Shared session, PiholeRequest request, Decoder<T> decode)
+{
+    const PiholeSession::Reply answer = co_await PiholeSession::send(session, request);
+    if (!answer) co_return std::unexpected(answer.error());
+    co_return decode(answer->body);
+}
+
+QCoro::Task<bool> pageAnswers(PiholeSession::Shared session)
+{
+    const HttpOutcome outcome = co_await PiholeSession::visit(session, QStringLiteral("/admin"));
+    const bool answered = outcome && outcome->status >= 200 && outcome->status <= 399;
+    co_return answered;
+}
+
+std::expected<PiholeArchive, PiholeAPIError> archiveOf(const QByteArray &body) { return PiholeArchive{body}; }
+
+std::expected<void, PiholeAPIError> discard(const QByteArray &) { return {}; }
+
+} // namespace
+
+PiholeAPI::PiholeAPI(QObject *parent)
+    : PiholeAPI(ExchangeLimits{}, parent)
+{}
+
+PiholeAPI::PiholeAPI(const ExchangeLimits &limits, QObject *parent)
+    : QObject(parent)
+    , m_session(std::make_shared<PiholeSession>(limits))
+{}
+
+PiholeAPI::~PiholeAPI() { m_session->close(); }
+
+void PiholeAPI::configure(int port, const QString &password) { m_session->configure({port, password}); }
+
+QCoro::Task<bool> PiholeAPI::webAnswers() { return pageAnswers(m_session); }
+
+PiholeAPI::Answer<PiholeSummary> PiholeAPI::summary()
+{
+    const PiholeRequest request{.path = QStringLiteral("/api/stats/summary"),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseSummary);
+}
+
+PiholeAPI::Answer<PiholeBlocking> PiholeAPI::blocking()
+{
+    const PiholeRequest request{.path = QStringLiteral("/api/dns/blocking"),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseBlocking);
+}
+
+PiholeAPI::Answer<PiholeBlocking> PiholeAPI::setBlocking(bool enabled, std::optional<int> timerSeconds)
+{
+    const PiholeRequest request{.verb = "POST",
+                                .path = QStringLiteral("/api/dns/blocking"),
+                                .contentType = "application/json",
+                                .body = blockingBody(enabled, timerSeconds),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseBlocking);
+}
+
+PiholeAPI::Answer<QList<PiholeQuery>> PiholeAPI::recentQueries(int length)
+{
+    const PiholeRequest request{.path = QStringLiteral("/api/queries"),
+                                .query = {{QStringLiteral("length"), QString::number(length)}},
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseQueries);
+}
+
+PiholeAPI::Answer<PiholeArchive> PiholeAPI::teleporterDownload()
+{
+    const PiholeRequest request{.path = QStringLiteral("/api/teleporter"),
+                                .largestAnswer = m_session->limits().archiveBytes};
+    return ask(m_session, request, &archiveOf);
+}
+
+PiholeAPI::Answer<void> PiholeAPI::teleporterUpload(QByteArray archive, QString filename)
+{
+    const QByteArray boundary = newMultipartBoundary();
+    const PiholeRequest request{.verb = "POST",
+                                .path = QStringLiteral("/api/teleporter"),
+                                .contentType = "multipart/form-data; boundary=" + boundary,
+                                .body = multipartBody(boundary, filename, archive),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &discard);
+}
+
+} // namespace corvane

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "api/call_queue.h"
+#include "api/exchange_limits.h"
+#include "api/http_exchange.h"
+#include "api/pihole_types.h"
+
+#include <QByteArray>
+#include <QCoro/QCoroTask>
+#include <QNetworkAccessManager>
+#include <QString>
+#include <QUrlQuery>
+
+#include <expected>
+#include <memory>
+
+namespace corvane {
+
+/// One call of the API: what is asked, not who asks.
+struct PiholeRequest {
+    QByteArray verb = "GET";
+    QString path;
+    QUrlQuery query = {};
+    QByteArray contentType = {};
+    QByteArray body = {};
+    qint64 largestAnswer = 0;
+};
+
+/// Where Pi-hole is and how it is entered.
+struct PiholeAccess {
+    int port = 0;
+    QString password;
+
+    bool operator==(const PiholeAccess &) const = default;
+};
+
+/// One login to Pi-hole and the calls made with it. The calls keep it alive, so that they outlast whoever made them.
+class PiholeSession {
+public:
+    using Shared = std::shared_ptr<PiholeSession>;
+    using Reply = std::expected<HttpAnswer, PiholeAPIError>;
+    using Sid = std::expected<QString, PiholeAPIError>;
+
+    explicit PiholeSession(const ExchangeLimits &limits);
+
+    void configure(const PiholeAccess &access);
+    /// Ends every call under way, and any later one, as unreachable.
+    void close();
+    [[nodiscard]] const ExchangeLimits &limits() const { return m_limits; }
+
+    /// An answer with a status from 200 to 299. Logs in when there is no session, and once more when
+    /// Pi-hole no longer takes the one there is.
+    [[nodiscard]] static QCoro::Task<Reply> send(Shared self, PiholeRequest request);
+    /// The outcome of asking for a page without a login.
+    [[nodiscard]] static QCoro::Task<HttpOutcome> visit(Shared self, QString path);
+
+private:
+    [[nodiscard]] static QCoro::Task<Sid> login(Shared self, PiholeAccess access);
+    [[nodiscard]] static QCoro::Task<Reply> sendAs(Shared self, PiholeAccess access, PiholeRequest request);
+    [[nodiscard]] QFuture<HttpOutcome> exchange(const PiholeAccess &access, const PiholeRequest &request,
+                                                const QString &sid);
+    [[nodiscard]] QFuture<HttpOutcome> start(HttpRequest request);
+    void keep(const PiholeAccess &access, const QString &sid);
+
+    ExchangeLimits m_limits;
+    PiholeAccess m_access;
+    QString m_sid;
+    CallQueue m_calls;
+    std::unique_ptr<QNetworkAccessManager> m_network;
+};
+
+} // namespace corvane
