@@ -81,8 +81,7 @@ async def serve_client(mac, reader, writer):
     """Answers one client until it goes away."""
     try:
         while line := await reader.readline():
-            reply = json.dumps(await answer(mac, line), ensure_ascii=False)
-            writer.write(reply.encode("utf-8", "surrogateescape") + b"\n")
+            writer.write(json.dumps(await answer(mac, line)).encode("ascii") + b"\n")
             await writer.drain()
     except (ConnectionError, ValueError):
         pass
