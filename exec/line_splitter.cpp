@@ -1,5 +1,8 @@
 #include "exec/line_splitter.h"
 
+#include <QStringDecoder>
+
+#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -12,6 +15,19 @@ bool isLineBreak(QChar character)
     return (code >= u'\n' && code <= u'\r') || code == u'\u0085' || code == u'\u2028' || code == u'\u2029';
 }
 
+/// How many bytes at the end begin a character that the next chunk may complete.
+qsizetype incompleteTail(QByteArrayView bytes)
+{
+    const qsizetype longest = std::min<qsizetype>(3, bytes.size());
+    for (qsizetype length = 1; length <= longest; ++length) {
+        const auto byte = static_cast<uchar>(bytes[bytes.size() - length]);
+        if (byte < 0x80) return 0;
+        const qsizetype needed = byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : 2;
+        if (byte >= 0xC0) return length < needed ? length : 0;
+    }
+    return 0;
+}
+
 } // namespace
 
 LineSplitter::LineSplitter(std::function<void(QString)> emitLine)
@@ -20,7 +36,22 @@ LineSplitter::LineSplitter(std::function<void(QString)> emitLine)
 
 void LineSplitter::feed(QByteArrayView chunk)
 {
-    const QString text = m_decoder.decode(chunk);
+    QByteArray joined;
+    if (!m_incomplete.isEmpty()) {
+        joined = std::exchange(m_incomplete, QByteArray()).append(chunk);
+        chunk = joined;
+    }
+    const qsizetype tail = incompleteTail(chunk);
+    m_incomplete = chunk.last(tail).toByteArray();
+    decode(chunk.chopped(tail));
+}
+
+// Stateless on purpose: Qt's decoder with a memory drops the byte after a character that broke off between two chunks.
+void LineSplitter::decode(QByteArrayView bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    const QString text = decoder.decode(bytes);
     cut(text);
 }
 
@@ -42,10 +73,7 @@ void LineSplitter::cut(QStringView text)
 
 void LineSplitter::flush()
 {
-    // A character that the stream broke off in its middle shows only when another byte follows it.
-    QString rest = m_decoder.decode(QByteArrayView("\n"));
-    rest.chop(1);
-    m_pending += rest;
+    decode(std::exchange(m_incomplete, QByteArray()));
     if (!m_pending.isEmpty()) m_emit(std::exchange(m_pending, QString()));
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
-#include <QStringDecoder>
 
 #include <functional>
 
@@ -22,10 +22,11 @@ public:
     void flush();
 
 private:
+    void decode(QByteArrayView bytes);
     void cut(QStringView text);
 
     std::function<void(QString)> m_emit;
-    QStringDecoder m_decoder{QStringDecoder::Utf8};
+    QByteArray m_incomplete;
     QString m_pending;
     bool m_swallowLineFeed = false;
 };

@@ -50,6 +50,7 @@ public:
 
     void useNullInput() { posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0); }
     void connect(const FileDescriptor &end, int to) { posix_spawn_file_actions_adddup2(&m_actions, end.number(), to); }
+    [[nodiscard]] int closeOthers() { return platform::closeOtherDescriptors(m_actions); }
     [[nodiscard]] const posix_spawn_file_actions_t *get() const { return &m_actions; }
 
 private:
@@ -127,6 +128,7 @@ std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &
     actions.useNullInput();
     actions.connect(output->writeEnd, STDOUT_FILENO);
     actions.connect(error->writeEnd, STDERR_FILENO);
+    if (const int reason = actions.closeOthers(); reason != 0) return std::unexpected(reason);
 
     pid_t pid = 0;
     const auto argv = arguments.pointers();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <spawn.h>
 #include <sys/types.h>
 
 namespace corvane::platform {
@@ -12,6 +13,9 @@ namespace corvane::platform {
 
 /// Extra posix_spawn flags that keep every descriptor but 0, 1 and 2 from the child, where the system has them.
 [[nodiscard]] short spawnFlags();
+
+/// Adds the file action that does the same, where the system has that instead. Answers 0 or errno.
+[[nodiscard]] int closeOtherDescriptors(posix_spawn_file_actions_t &actions);
 
 /// Gives the calling worker thread the importance of work that the user waits for.
 void raiseToUserInitiated();

@@ -58,6 +58,8 @@ int watchExit(pid_t child)
 
 short spawnFlags() { return POSIX_SPAWN_CLOEXEC_DEFAULT; }
 
+int closeOtherDescriptors(posix_spawn_file_actions_t &) { return 0; }
+
 void raiseToUserInitiated() { pthread_set_qos_class_self_np(QOS_CLASS_USER_INITIATED, 0); }
 
 } // namespace corvane::platform

@@ -1,0 +1,203 @@
+#include "exec/operation_runner.h"
+#include "tests/io/test_child.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace corvane::test {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+CommandStep step(const QString &label, const QStringList &args, bool allowFailure = false)
+{
+    return {label, childPath(), args, {}, allowFailure};
+}
+
+CommandStep printing(const QString &label, QByteArrayView text)
+{
+    return step(label, {u"print"_s, hex(text), hex("")});
+}
+
+/// An operation, and how often and how its end was reported.
+struct Operation {
+    OperationRunner runner{[this](const QString &log) {
+        wordedLog = log;
+        return u"In plain words."_s;
+    }};
+    QString wordedLog;
+    QList<bool> finishes;
+
+    void start(const CommandSteps &steps, const QString &title = u"Title"_s)
+    {
+        runner.start(title, steps, [this](bool succeeded) { finishes << succeeded; });
+    }
+    void runToEnd(const CommandSteps &steps)
+    {
+        start(steps);
+        ASSERT_TRUE(spinUntil([this] { return !runner.running(); }));
+    }
+};
+
+} // namespace
+
+TEST(OperationRunner, Steps_run_one_after_another_into_the_log)
+{
+    Operation operation;
+    operation.start({printing(u"First"_s, "one\ntwo\n"), printing(u"Second"_s, "three")}, u"Setting up"_s);
+    EXPECT_TRUE(operation.runner.running());
+    EXPECT_EQ(operation.runner.title(), u"Setting up"_s);
+    EXPECT_FALSE(operation.runner.ended());
+    ASSERT_TRUE(spinUntil([&] { return !operation.runner.running(); }));
+    EXPECT_EQ(operation.runner.lines(), (QStringList{u"> First"_s, u"one"_s, u"two"_s, u"> Second"_s, u"three"_s}));
+    EXPECT_TRUE(operation.runner.succeeded());
+    EXPECT_TRUE(operation.runner.ended());
+    EXPECT_EQ(operation.runner.failureSummary(), std::nullopt);
+    EXPECT_EQ(operation.finishes, QList<bool>{true});
+    EXPECT_EQ(operation.runner.lineCount(), 5);
+}
+
+TEST(OperationRunner, A_failing_step_stops_the_operation_and_is_put_into_words)
+{
+    Operation operation;
+    operation.runToEnd({step(u"Fails"_s, {u"exit"_s, u"3"_s}), printing(u"Never"_s, "never")});
+    const QStringList log{u"> Fails"_s, u"Command ended with status 3."_s};
+    EXPECT_EQ(operation.runner.lines(), log);
+    EXPECT_EQ(operation.wordedLog, log.join(u'\n'));
+    EXPECT_EQ(operation.runner.failureSummary(), u"In plain words."_s);
+    EXPECT_EQ(operation.runner.failureText(), u"In plain words."_s);
+    EXPECT_FALSE(operation.runner.succeeded());
+    EXPECT_EQ(operation.finishes, QList<bool>{false});
+}
+
+TEST(OperationRunner, A_failing_step_that_may_fail_lets_the_next_one_run)
+{
+    Operation operation;
+    operation.runToEnd({step(u"May fail"_s, {u"exit"_s, u"3"_s}, true), printing(u"Next"_s, "ran")});
+    EXPECT_EQ(operation.runner.lines(), (QStringList{u"> May fail"_s, u"> Next"_s, u"ran"_s}));
+    EXPECT_TRUE(operation.runner.succeeded());
+}
+
+TEST(OperationRunner, A_program_that_cannot_be_started_is_a_failed_step)
+{
+    Operation operation;
+    operation.runToEnd({{u"Install"_s, u"/no/such/brew"_s, {}}});
+    EXPECT_EQ(operation.runner.lines(),
+              (QStringList{u"> Install"_s, u"Could not start brew: No such file or directory"_s,
+                           u"Command ended with status -1."_s}));
+    EXPECT_FALSE(operation.runner.succeeded());
+}
+
+TEST(OperationRunner, A_program_that_cannot_be_started_may_be_allowed_to_fail)
+{
+    Operation operation;
+    operation.runToEnd({{u"Optional"_s, u"/no/such/brew"_s, {}, {}, true}});
+    EXPECT_TRUE(operation.runner.succeeded());
+}
+
+TEST(OperationRunner, A_steps_environment_reaches_its_program)
+{
+    Operation operation;
+    operation.runToEnd({{u"Ask"_s, childPath(), {u"getenv"_s, u"HINTS"_s}, {{u"HINTS"_s, u"1"_s}}}});
+    EXPECT_EQ(operation.runner.lines().last(), u"1"_s);
+}
+
+TEST(OperationRunner, Starting_while_running_is_ignored)
+{
+    Operation operation;
+    operation.start({step(u"Slow"_s, {u"sleep"_s, u"0.5"_s})}, u"The first"_s);
+    operation.start({printing(u"Other"_s, "other")}, u"The second"_s);
+    EXPECT_EQ(operation.runner.title(), u"The first"_s);
+    ASSERT_TRUE(spinUntil([&] { return !operation.runner.running(); }));
+    EXPECT_EQ(operation.runner.lines(), QStringList{u"> Slow"_s});
+    EXPECT_EQ(operation.finishes, QList<bool>{true});
+}
+
+TEST(OperationRunner, Cancelling_ends_the_running_child)
+{
+    Operation operation;
+    operation.start({step(u"Slow"_s, {u"sleep"_s, u"30"_s, u"ready\n"_s}), printing(u"Never"_s, "never")});
+    ASSERT_TRUE(spinUntil([&] { return operation.runner.lines().contains(u"ready"_s); }));
+    operation.runner.cancel();
+    ASSERT_TRUE(spinUntil([&] { return !operation.runner.running(); }, 10));
+    EXPECT_EQ(operation.runner.lines(), (QStringList{u"> Slow"_s, u"ready"_s}));
+    EXPECT_EQ(operation.runner.failureSummary(), u"Cancelled."_s);
+    EXPECT_FALSE(operation.runner.succeeded());
+    EXPECT_EQ(operation.finishes, QList<bool>{false});
+}
+
+TEST(OperationRunner, Cancelling_between_two_steps_stops_before_the_next_one_runs)
+{
+    Operation operation;
+    QTemporaryDir folder;
+    const CommandStep touch{u"Touch"_s, u"/usr/bin/touch"_s, {folder.filePath(u"mark"_s)}};
+    QObject::connect(&operation.runner, &OperationRunner::linesChanged, [&] {
+        if (operation.runner.lines().last() == u"last words"_s) operation.runner.cancel();
+    });
+    operation.runToEnd({printing(u"First"_s, "last words"), touch});
+    EXPECT_EQ(operation.runner.lines(), (QStringList{u"> First"_s, u"last words"_s}));
+    EXPECT_EQ(operation.runner.failureSummary(), u"Cancelled."_s);
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"mark"_s)));
+}
+
+TEST(OperationRunner, Cancelling_a_step_that_then_ends_well_is_a_cancellation_all_the_same)
+{
+    Operation operation;
+    operation.start({step(u"Tidy"_s, {u"tidy-term"_s, u"0"_s})});
+    ASSERT_TRUE(spinUntil([&] { return operation.runner.lines().contains(u"ready"_s); }));
+    operation.runner.cancel();
+    ASSERT_TRUE(spinUntil([&] { return !operation.runner.running(); }, 10));
+    EXPECT_EQ(operation.runner.failureSummary(), u"Cancelled."_s);
+}
+
+TEST(OperationRunner, A_new_start_forgets_the_last_failure_and_cancellation)
+{
+    Operation operation;
+    operation.start({step(u"Slow"_s, {u"sleep"_s, u"30"_s})});
+    operation.runner.cancel();
+    ASSERT_TRUE(spinUntil([&] { return !operation.runner.running(); }, 10));
+    operation.runToEnd({printing(u"Again"_s, "fine")});
+    EXPECT_TRUE(operation.runner.succeeded());
+    EXPECT_EQ(operation.runner.failureSummary(), std::nullopt);
+    EXPECT_EQ(operation.runner.lines(), (QStringList{u"> Again"_s, u"fine"_s}));
+    EXPECT_EQ(operation.runner.lineCount(), 2);
+}
+
+TEST(OperationRunner, The_end_may_start_the_next_operation)
+{
+    Operation operation;
+    const CommandSteps next{printing(u"Next"_s, "next")};
+    operation.runner.start(u"One"_s, {printing(u"First"_s, "first")}, [&](bool) { operation.start(next, u"Two"_s); });
+    ASSERT_TRUE(spinUntil([&] { return operation.finishes.size() == 1; }));
+    EXPECT_EQ(operation.runner.title(), u"Two"_s);
+    EXPECT_EQ(operation.runner.lines(), (QStringList{u"> Next"_s, u"next"_s}));
+}
+
+TEST(OperationRunner, A_long_operation_keeps_the_newest_3000_lines_and_counts_all)
+{
+    Operation operation;
+    operation.runToEnd({step(u"Long"_s, {u"lines"_s, u"50000"_s})});
+    EXPECT_EQ(operation.runner.lines().size(), OperationRunner::kMaxLines);
+    EXPECT_EQ(operation.runner.lines().first(), u"47000"_s);
+    EXPECT_EQ(operation.runner.lines().last(), u"49999"_s);
+    EXPECT_EQ(operation.runner.lineCount(), 50'001);
+}
+
+TEST(OperationRunner, A_runner_that_dies_ends_its_child_and_calls_nobody)
+{
+    bool called = false;
+    auto runner = std::make_unique<OperationRunner>([](const QString &) { return QString(); });
+    bool ready = false;
+    QObject::connect(runner.get(), &OperationRunner::linesChanged, [&] { ready = runner->lines().size() > 1; });
+    runner->start(u"Title"_s, {step(u"Slow"_s, {u"ignore-term"_s, u"1"_s}), printing(u"Next"_s, "next")},
+                  [&](bool) { called = true; });
+    ASSERT_TRUE(spinUntil([&] { return ready; }));
+    runner.reset();
+    EXPECT_FALSE(spinUntil([&] { return called; }, 2));
+}
+
+} // namespace corvane::test
