@@ -32,6 +32,8 @@ async def _read_call(mac, reader, writer):
         raise ValueError(length)
     texts = [part.decode("utf-8", "surrogateescape")
              for part in (await reader.readexactly(length)).split(b"\0")[:-1]]
+    if len(texts) < 2 + count:
+        raise ValueError(texts)
     name, folder = texts[0].rsplit("/", 1)[-1], texts[1]
     env = dict(pair.split("=", 1) for pair in texts[2 + count:] if "=" in pair)
     pid = struct.unpack("3i", writer.get_extra_info("socket").getsockopt(

@@ -12,6 +12,7 @@ from launcher.problem import Problem
 HOST_ETC = ("alternatives", "dbus-1", "fonts", "glvnd", "gtk-3.0", "ImageMagick-6", "ld.so.cache", "ld.so.conf",
             "ld.so.conf.d", "localtime", "magic", "mime.types", "pango", "protocols", "services", "ssl/openssl.cnf",
             "terminfo", "X11", "xdg")
+LEFT_BEHIND = {"lock", "root", "control.sock", "tools.sock", "bus", "simmac-tool", "settings.json"}
 ETC = {
     "passwd": "ada:x:0:0:Ada:/Users/ada:/bin/sh\nnobody:x:65534:65534:nobody:/:/bin/false\n",
     "group": "wheel:x:0:\nnogroup:x:65534:\n",
@@ -31,17 +32,17 @@ class PrivateFolder:
     def __init__(self, at=None):
         if at is None:
             _remove_dead_ones()
-            self.path = tempfile.mkdtemp(prefix=f"simmac-{os.getuid()}-")
+            self.path, self._lock = _fresh_folder()
         else:
             self.path = os.path.abspath(at)
             os.makedirs(self.path, mode=0o700, exist_ok=True)
-        self._lock = lock(self.path)
+            self._lock = lock(self.path)
         if self._lock is None:
             raise Problem(f"A simulated Mac already runs at {self.path}.")
-        if set(os.listdir(self.path)) - {"lock", "root", "control.sock", "tools.sock", "bus", "simmac-tool",
-                                         "started", "settings.json"}:
+        if set(os.listdir(self.path)) - LEFT_BEHIND:
             raise Problem(f"{self.path} holds other files; name an empty folder or a new one.")
-        remove_tree(f"{self.path}/root")
+        for name in LEFT_BEHIND - {"lock"}:
+            remove_tree(f"{self.path}/{name}")
 
     def furnish(self):
         """Makes the folders of the Mac's root, as far as they do not depend on its state."""
@@ -64,6 +65,19 @@ class PrivateFolder:
         remove_tree(self.path)
 
 
+def _fresh_folder():
+    """A new folder and its lock. It gets its name when it is locked, so that no other Mac clears it away as dead."""
+    unlocked = tempfile.mkdtemp(prefix="new-simmac-")
+    handle = lock(unlocked)
+    folder = f"{os.path.dirname(unlocked)}/{_prefix()}{os.path.basename(unlocked).removeprefix('new-simmac-')}"
+    os.rename(unlocked, folder)
+    return folder, handle
+
+
+def _prefix():
+    return f"simmac-{os.getuid()}-"
+
+
 def lock(folder):
     """An open file that holds the folder's lock; none when somebody else holds it."""
     file = os.open(f"{folder}/lock", os.O_RDWR | os.O_CREAT | os.O_CLOEXEC, 0o600)
@@ -81,7 +95,7 @@ def host_etc():
 
 
 def remove_tree(path):
-    """Removes a folder with everything in it, read-only folders too."""
+    """Removes a file, or a folder with everything in it, read-only folders too."""
     def make_writable_and_retry(function, failed, _error):
         parent = os.path.dirname(failed)
         for each in (parent, failed):
@@ -91,8 +105,10 @@ def remove_tree(path):
             function(failed)
         except OSError:
             pass
-    if os.path.lexists(path):
+    if os.path.isdir(path):
         shutil.rmtree(path, onerror=make_writable_and_retry)
+    elif os.path.lexists(path):
+        os.unlink(path)
 
 
 def _mount_point(like, path):
@@ -108,7 +124,7 @@ def _remove_dead_ones():
     base = tempfile.gettempdir()
     for name in os.listdir(base):
         folder = f"{base}/{name}"
-        if name.startswith(f"simmac-{os.getuid()}-") and os.path.isfile(f"{folder}/lock"):
+        if name.startswith(_prefix()) and os.path.isfile(f"{folder}/lock"):
             handle = lock(folder)
             if handle is not None:
                 remove_tree(folder)
