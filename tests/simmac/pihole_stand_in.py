@@ -47,14 +47,20 @@ class StandIn:
              json.dumps(self.knobs), "--settled"],
             env={"PYTHONPATH": str(SIMMAC), "PATH": os.environ["PATH"], **variables}, stdout=self.log,
             stderr=subprocess.STDOUT)
-        deadline = time.monotonic() + 10
-        while not control.exists():
-            if self.process.poll() is not None or time.monotonic() > deadline:
-                raise RuntimeError((self.folder / "log").read_text())
-            time.sleep(0.005)
-        self._channel = socket.socket(socket.AF_UNIX)
-        self._channel.connect(str(control))
+        self._channel = self._connect(control)
         self._lines = self._channel.makefile("rb")
+
+    def _connect(self, control):
+        deadline = time.monotonic() + 10
+        while self.process.poll() is None and time.monotonic() < deadline:
+            channel = socket.socket(socket.AF_UNIX)
+            try:
+                channel.connect(str(control))
+                return channel
+            except OSError:
+                channel.close()
+                time.sleep(0.005)
+        raise RuntimeError(self.printed())
 
     def end(self, by_force=False):
         self.process.send_signal(signal.SIGKILL if by_force else signal.SIGTERM)
