@@ -5,6 +5,7 @@ import ctypes
 import os
 import time
 
+from daemon.control import Refused
 from daemon.mac import HOME
 
 SCREEN = "1600x1000x24"
@@ -16,14 +17,15 @@ class Desktop:
 
     def __init__(self, display=None):
         self.display = display    # the caller's display, or none: a display of our own is started
+        self._processes = []      # kept, because a process that nobody holds is ended
 
     async def start(self):
         """Starts everything and returns when windows can be opened."""
         if self.display is None:
-            self.display = await _own_display()
+            self.display = await self._own_display()
         env = dict(os.environ, DISPLAY=self.display, HOME=HOME)
-        await _background("openbox", "--sm-disable", env=env)
-        await _background("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "24",
+        await self._begin("openbox", "--sm-disable", env=env)
+        await self._begin("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "24",
                           "--expand", "true", "--SetDockType", "true", "--transparent", "false", env=env)
         await asyncio.to_thread(_wait_for_owners, self.display, ("WM_S0", "_NET_SYSTEM_TRAY_S0"))
 
@@ -33,23 +35,22 @@ class Desktop:
             "import", "-display", self.display, "-window", "root", "png:-", stdout=asyncio.subprocess.PIPE)
         return (await process.communicate())[0]
 
+    async def _own_display(self):
+        """Starts Xvfb, which picks a free number and says it as soon as it takes clients."""
+        read_end, write_end = os.pipe()
+        await self._begin("Xvfb", "-displayfd", str(write_end), "-screen", "0", SCREEN, "-nolisten", "tcp", "-noreset",
+                          pass_fds=(write_end,))
+        os.close(write_end)
+        number = await asyncio.to_thread(os.read, read_end, 16)
+        os.close(read_end)
+        if not number:
+            raise Refused("Xvfb did not start, so there is no display.")
+        return ":" + number.decode().strip()
 
-async def _own_display():
-    """Starts Xvfb, which picks a free number and says it as soon as it takes clients."""
-    read_end, write_end = os.pipe()
-    await asyncio.create_subprocess_exec(
-        "Xvfb", "-displayfd", str(write_end), "-screen", "0", SCREEN, "-nolisten", "tcp", "-noreset",
-        pass_fds=(write_end,), stdout=asyncio.subprocess.DEVNULL, stderr=asyncio.subprocess.DEVNULL)
-    os.close(write_end)
-    number = await asyncio.to_thread(os.read, read_end, 16)
-    os.close(read_end)
-    return ":" + number.decode().strip()
-
-
-async def _background(*argv, env):
-    return await asyncio.create_subprocess_exec(
-        *argv, env=env, stdin=asyncio.subprocess.DEVNULL, stdout=asyncio.subprocess.DEVNULL,
-        stderr=asyncio.subprocess.DEVNULL)
+    async def _begin(self, *argv, **more):
+        nothing = asyncio.subprocess.DEVNULL
+        self._processes.append(await asyncio.create_subprocess_exec(
+            *argv, stdin=nothing, stdout=nothing, stderr=nothing, **more))
 
 
 def _wait_for_owners(display, selections):

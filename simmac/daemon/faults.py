@@ -77,8 +77,9 @@ class Faults:
         return None
 
     def _vanish(self, tool):
-        self._mac.hide_tool(tool)
-        self._vanished.add(tool)
+        for each in self._mac.present_tools(tool):
+            self._mac.hide_tool(each)
+            self._vanished.add(each)
 
 
 async def _fail(fault, call):

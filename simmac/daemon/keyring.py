@@ -5,7 +5,19 @@ import os
 
 from daemon.mac import RUN, run_quietly
 
-FOLDER = "/var/lib/simmac/keyring"
+FOLDER = "/var/lib/keyring"
+BUS_CONFIGURATION = """\
+<busconfig>
+  <type>session</type>
+  <listen>{address}</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
 SCHEMA = "app.corvane.Corvane"
 ITEM = ("service", "Corvane", "account", "pihole-admin-password")
 
@@ -21,14 +33,16 @@ class Keyring:
     async def start(self):
         """Starts the bus and the keyring, and waits until the keyring is there."""
         os.makedirs(FOLDER, mode=0o700, exist_ok=True)
-        await run_quietly("dbus-daemon", "--session", "--fork", f"--address={self.bus}", env=self._env)
+        # A bus that starts nothing by itself: a second, locked keyring would get in the way.
+        with open(f"{FOLDER}/bus.conf", "w", encoding="ascii") as file:
+            file.write(BUS_CONFIGURATION.format(address=self.bus))
+        await run_quietly("dbus-daemon", f"--config-file={FOLDER}/bus.conf", "--fork", env=self._env)
         await run_quietly("gnome-keyring-daemon", "--unlock", "--components=secrets", "--daemonize",
                           env=self._env, input_text="ada\n")
-        for _ in range(100):
-            status, _ = await self._secret_tool("search", *ITEM)
-            if status == 0:
+        for _ in range(200):
+            if "true" in (await self._ask_bus("NameHasOwner", "string:org.freedesktop.secrets"))[1]:
                 return
-            await asyncio.sleep(0.02)
+            await asyncio.sleep(0.01)
 
     async def store(self, password):
         """Puts Corvane's item into the keyring."""
@@ -44,3 +58,7 @@ class Keyring:
 
     async def _secret_tool(self, *words, input_text=None):
         return await run_quietly("secret-tool", *words, env=self._env, input_text=input_text)
+
+    async def _ask_bus(self, question, *words):
+        return await run_quietly("dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+                                 f"org.freedesktop.DBus.{question}", *words, env=self._env)

@@ -13,7 +13,7 @@ from daemon.journal import Journal
 from daemon.network import Network
 from daemon.ports import Ports
 from daemon.prompt import Prompt
-from daemon.states import STATES, furnish
+from daemon.states import PASSWORD, SET_UP, STATES, furnish
 from daemon.system_facts import SystemFacts
 from daemon.tools import PLACES, TOOLS
 
@@ -83,11 +83,14 @@ class Mac:
 
     def hide_tool(self, name):
         """Takes the tool away from its path."""
-        for tool in TOOLS if name == "*" else [name]:
-            path = self._tool_path(tool)
-            if os.path.lexists(path):
-                with farm.writable(os.path.dirname(path)):
-                    os.unlink(path)
+        path = self._tool_path(name)
+        if os.path.lexists(path):
+            with farm.writable(os.path.dirname(path)):
+                os.unlink(path)
+
+    def present_tools(self, name):
+        """The tools of this name that stand at their paths; "*" means all of them."""
+        return [tool for tool in (TOOLS if name == "*" else [name]) if self.has_tool(tool)]
 
     def knows_tool(self, name):
         """Whether the Mac plays a tool of this name."""
@@ -113,10 +116,19 @@ class Mac:
         empty_home(self.path(HOME))
         for hook in self.reset_hooks:
             await maybe(hook())
+        await asyncio.gather(self._enter_containers(state), self._fill_keyring(state))
+        furnish(self, state)
+        self.state = state
+
+    async def _enter_containers(self, state):
         if self.containers is not None:
             await maybe(self.containers.enter(state))
-        await furnish(self, state)
-        self.state = state
+
+    async def _fill_keyring(self, state):
+        if self.keyring is not None:
+            await self.keyring.clear()
+            if state in SET_UP:
+                await self.keyring.store(PASSWORD)
 
 
 async def maybe(result):

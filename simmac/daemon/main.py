@@ -96,6 +96,10 @@ async def main():
     except control.Refused as refusal:
         print(f"simmac: {refusal}", file=sys.stderr)
         return 2
+    except FileNotFoundError as missing:
+        print(f"simmac: {missing.filename} is not there; scripts/packages-debian.txt lists what is needed.",
+              file=sys.stderr)
+        return 2
     return await run_program(mac, settings)
 
 

@@ -42,14 +42,10 @@ volumes:
 """
 
 
-async def furnish(mac, state):
-    """Puts in place what an earlier set-up left: the project files, the password, the DNS servers."""
-    if mac.keyring is not None:
-        await mac.keyring.clear()
+def furnish(mac, state):
+    """Puts in place what an earlier set-up left: the project files and the DNS servers."""
     if state in SET_UP:
         write_project(mac)
-        if mac.keyring is not None:
-            await mac.keyring.store(PASSWORD)
     if state in POINTED:
         mac.network.set_servers(mac.network.primary(), ["127.0.0.1", "1.1.1.1"])
 

@@ -85,6 +85,17 @@ class FaultsTest(MacCase):
         self.fault("sw_vers", "vanish", "--at", "2")
         self.assertEqual([self.mac.run(SW_VERS).status for _ in range(3)], [0, 127, 127])
 
+    def test_Tool_that_was_not_installed_does_not_appear_when_faults_are_cleared(self):
+        self.fault("docker", "vanish")
+        self.fault("clear")
+        self.assertEqual(self.mac.run("/opt/homebrew/bin/docker").status, 127)
+
+    def test_All_tools_can_vanish_at_once(self):
+        self.fault("*", "vanish")
+        self.assertEqual([self.mac.run(path).status for path in (SW_VERS, "/sbin/route")], [127, 127])
+        self.fault("clear")
+        self.assertEqual(self.mac.run(SW_VERS).status, 0)
+
     def test_Real_tools_can_go_wrong_too(self):
         self.fault("dig", "fail", "9")
         self.fault("lsof", "vanish")
