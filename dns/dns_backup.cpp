@@ -1,13 +1,13 @@
 #include "dns/dns_backup.h"
 
 #include "exec/app_paths.h"
+#include "exec/replace_file.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <optional>
@@ -61,12 +61,7 @@ DNSBackup::Entries DNSBackup::load()
 
 std::expected<void, QString> DNSBackup::store(const Entries &entries)
 {
-    const QByteArray json = encode(entries);
-    QSaveFile file(DNSBackup::file());
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.commit()) {
-        return std::unexpected(file.errorString());
-    }
-    return {};
+    return replaceFile(DNSBackup::file(), encode(entries));
 }
 
 DNSBackup::Entries DNSBackup::merged(Entries entries, const QList<NetworkService> &services)

@@ -1,9 +1,9 @@
 #include "exec/app_paths.h"
+#include "exec/replace_file.h"
 #include "runtime/pihole_controller.h"
 
 #include <QByteArrayView>
 #include <QFile>
-#include <QSaveFile>
 #include <QTimeZone>
 
 #include <fcntl.h>
@@ -20,15 +20,6 @@ namespace {
 constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
 
 bool mayStandInTimeZone(QChar c) { return c.isLetter() || c.isDigit() || QStringView(u"/_+-").contains(c); }
-
-std::expected<void, QString> replaceFile(const QString &path, const QByteArray &content)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-        return std::unexpected(file.errorString());
-    }
-    return {};
-}
 
 /// A file that nobody but its owner can read, from its first byte on; gone again unless it was kept.
 class SecretFile {
