@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace corvane::test {
+
+/// A home folder of its own for as long as a test runs.
+class HomeFolder {
+public:
+    HomeFolder()
+        : m_before(qgetenv("HOME"))
+    {
+        qputenv("HOME", m_folder.path().toUtf8());
+    }
+    ~HomeFolder() { qputenv("HOME", m_before); }
+    HomeFolder(const HomeFolder &) = delete;
+    HomeFolder &operator=(const HomeFolder &) = delete;
+
+    [[nodiscard]] QString path(const QString &below) const { return m_folder.filePath(below); }
+
+private:
+    QByteArray m_before;
+    QTemporaryDir m_folder;
+};
+
+} // namespace corvane::test

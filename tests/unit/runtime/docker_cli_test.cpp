@@ -1,0 +1,65 @@
+#include "runtime/docker_cli.h"
+#include "tests/support/fake_tool.h"
+
+#include <QCoro/QCoroTask>
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using test::FakeTool;
+using test::printing;
+
+const QString kHomebrew = QStringLiteral("/opt/homebrew/bin/docker");
+const QString kLocal = QStringLiteral("/usr/local/bin/docker");
+const QString kApplication = QStringLiteral("/Applications/Docker.app/Contents/Resources/bin/docker");
+
+TEST(DockerCLI, Is_found_in_its_three_folders_in_order)
+{
+    EXPECT_EQ(DockerCLI::find(), std::nullopt);
+    const FakeTool application(kApplication, "");
+    EXPECT_EQ(DockerCLI::find(), kApplication);
+    const FakeTool local(kLocal, "");
+    EXPECT_EQ(DockerCLI::find(), kLocal);
+    const FakeTool homebrew(kHomebrew, "");
+    EXPECT_EQ(DockerCLI::find(), kHomebrew);
+}
+
+TEST(DockerCLI, Is_not_looked_for_anywhere_else)
+{
+    const FakeTool elsewhere(QStringLiteral("/usr/sbin/docker"), "");
+    EXPECT_EQ(DockerCLI::find(), std::nullopt);
+}
+
+TEST(DockerCLI, Without_docker_says_so_and_starts_nothing)
+{
+    const CommandResult result = QCoro::waitFor(DockerCLI::run({QStringLiteral("info")}, 10));
+    EXPECT_EQ(result.status, -1);
+    EXPECT_EQ(result.standardOutput, QString());
+    EXPECT_EQ(result.standardError, QString());
+    EXPECT_FALSE(result.timedOut);
+    EXPECT_EQ(result.launchError, QStringLiteral("docker was not found"));
+}
+
+TEST(DockerCLI, Hands_on_the_arguments_and_the_result)
+{
+    const FakeTool docker(kHomebrew, "echo out; echo err >&2; exit 7");
+    const QStringList args{QStringLiteral("ps"), QStringLiteral("--filter"), QStringLiteral("name=a b'\"ü"), QString()};
+    const CommandResult result = QCoro::waitFor(DockerCLI::run(args, 10));
+    EXPECT_EQ(docker.calls(), QList<QStringList>{args});
+    EXPECT_EQ(result.status, 7);
+    EXPECT_EQ(result.standardOutput, QStringLiteral("out\n"));
+    EXPECT_EQ(result.standardError, QStringLiteral("err\n"));
+    EXPECT_EQ(result.launchError, std::nullopt);
+}
+
+TEST(DockerCLI, Is_stopped_at_the_time_limit)
+{
+    const FakeTool docker(kHomebrew, "echo begun; exec sleep 30");
+    const CommandResult result = QCoro::waitFor(DockerCLI::run({QStringLiteral("info")}, 0.3));
+    EXPECT_TRUE(result.timedOut);
+    EXPECT_EQ(result.standardOutput, QStringLiteral("begun\n"));
+}
+
+} // namespace
+} // namespace corvane
