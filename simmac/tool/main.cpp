@@ -1,6 +1,11 @@
 // The program that stands at the path of every tool of the simulated Mac. It tells the daemon who it was called as
 // and with what, copies what the daemon answers to its own streams, and ends as the daemon says.
 
+#include <sys/auxv.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
@@ -8,11 +13,6 @@
 #include <cstring>
 #include <string>
 #include <string_view>
-
-#include <sys/auxv.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace {
 
@@ -26,12 +26,12 @@ constexpr int kNoDaemon = 126;
 }
 
 /// The connection to the daemon.
-class Daemon
-{
+class Daemon {
 public:
     void open()
     {
-        // The connection stays open when this process becomes the real tool: its end tells the daemon of the tool's end.
+        // The connection stays open when this process becomes the real tool: its end tells the daemon of the tool's
+        // end.
         m_socket = socket(AF_UNIX, SOCK_STREAM, 0);
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
@@ -44,8 +44,7 @@ public:
     {
         while (!bytes.empty()) {
             const ssize_t sent = ::send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-            if (sent < 0 && errno != EINTR)
-                giveUp("send");
+            if (sent < 0 && errno != EINTR) giveUp("send");
             bytes.remove_prefix(sent > 0 ? static_cast<std::size_t>(sent) : 0);
         }
     }
@@ -55,10 +54,8 @@ public:
         auto *place = static_cast<char *>(into);
         while (size > 0) {
             const ssize_t got = recv(m_socket, place, size, 0);
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got <= 0)
-                giveUp("receive");
+            if (got < 0 && errno == EINTR) continue;
+            if (got <= 0) giveUp("receive");
             place += got;
             size -= static_cast<std::size_t>(got);
         }
@@ -110,8 +107,7 @@ void copy(const Daemon &daemon, int stream)
         daemon.receive(buffer, part);
         for (std::size_t written = 0; written < part;) {
             const ssize_t count = write(stream, buffer + written, part - written);
-            if (count < 0 && errno != EINTR)
-                _exit(1);
+            if (count < 0 && errno != EINTR) _exit(1);
             written += count > 0 ? static_cast<std::size_t>(count) : 0;
         }
         left -= static_cast<std::uint32_t>(part);
