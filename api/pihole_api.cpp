@@ -21,7 +21,7 @@ PiholeAPI::Answer<T> ask(PiholeSession::Shared session, PiholeRequest request, D
 
 QCoro::Task<bool> pageAnswers(PiholeSession::Shared session)
 {
-    const HttpOutcome outcome = co_await PiholeSession::visit(session, QStringLiteral("/admin"));
+    const HttpOutcome outcome = co_await PiholeSession::visit(session, "/admin");
     const bool answered = outcome && outcome->status >= 200 && outcome->status <= 399;
     co_return answered;
 }
@@ -49,22 +49,20 @@ QCoro::Task<bool> PiholeAPI::webAnswers() { return pageAnswers(m_session); }
 
 PiholeAPI::Answer<PiholeSummary> PiholeAPI::summary()
 {
-    const PiholeRequest request{.path = QStringLiteral("/api/stats/summary"),
-                                .largestAnswer = m_session->limits().jsonBytes};
+    const PiholeRequest request{.target = "/api/stats/summary", .largestAnswer = m_session->limits().jsonBytes};
     return ask(m_session, request, &parseSummary);
 }
 
 PiholeAPI::Answer<PiholeBlocking> PiholeAPI::blocking()
 {
-    const PiholeRequest request{.path = QStringLiteral("/api/dns/blocking"),
-                                .largestAnswer = m_session->limits().jsonBytes};
+    const PiholeRequest request{.target = "/api/dns/blocking", .largestAnswer = m_session->limits().jsonBytes};
     return ask(m_session, request, &parseBlocking);
 }
 
 PiholeAPI::Answer<PiholeBlocking> PiholeAPI::setBlocking(bool enabled, std::optional<int> timerSeconds)
 {
     const PiholeRequest request{.verb = "POST",
-                                .path = QStringLiteral("/api/dns/blocking"),
+                                .target = "/api/dns/blocking",
                                 .contentType = "application/json",
                                 .body = blockingBody(enabled, timerSeconds),
                                 .largestAnswer = m_session->limits().jsonBytes};
@@ -73,16 +71,14 @@ PiholeAPI::Answer<PiholeBlocking> PiholeAPI::setBlocking(bool enabled, std::opti
 
 PiholeAPI::Answer<QList<PiholeQuery>> PiholeAPI::recentQueries(int length)
 {
-    const PiholeRequest request{.path = QStringLiteral("/api/queries"),
-                                .query = {{QStringLiteral("length"), QString::number(length)}},
+    const PiholeRequest request{.target = "/api/queries?length=" + QByteArray::number(length),
                                 .largestAnswer = m_session->limits().jsonBytes};
     return ask(m_session, request, &parseQueries);
 }
 
 PiholeAPI::Answer<PiholeArchive> PiholeAPI::teleporterDownload()
 {
-    const PiholeRequest request{.path = QStringLiteral("/api/teleporter"),
-                                .largestAnswer = m_session->limits().archiveBytes};
+    const PiholeRequest request{.target = "/api/teleporter", .largestAnswer = m_session->limits().archiveBytes};
     return ask(m_session, request, &archiveOf);
 }
 
@@ -90,7 +86,7 @@ PiholeAPI::Answer<void> PiholeAPI::teleporterUpload(QByteArray archive, QString 
 {
     const QByteArray boundary = newMultipartBoundary();
     const PiholeRequest request{.verb = "POST",
-                                .path = QStringLiteral("/api/teleporter"),
+                                .target = "/api/teleporter",
                                 .contentType = "multipart/form-data; boundary=" + boundary,
                                 .body = multipartBody(boundary, filename, archive),
                                 .largestAnswer = m_session->limits().jsonBytes};

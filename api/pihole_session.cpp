@@ -3,24 +3,12 @@
 #include "api/pihole_answers.h"
 
 #include <QCoro/QCoroFuture>
-#include <QNetworkProxy>
 
 namespace corvane {
 
 namespace {
 
 constexpr int kUnauthorized = 401;
-
-QUrl address(int port, const QString &path, const QUrlQuery &query)
-{
-    QUrl url;
-    url.setScheme(QStringLiteral("http"));
-    url.setHost(QStringLiteral("127.0.0.1"));
-    url.setPort(port);
-    url.setPath(path);
-    if (!query.isEmpty()) url.setQuery(query);
-    return url;
-}
 
 QFuture<HttpOutcome> unreachableOutcome()
 {
@@ -44,10 +32,8 @@ PiholeSession::Reply replyOf(const HttpOutcome &outcome)
 
 PiholeSession::PiholeSession(const ExchangeLimits &limits)
     : m_limits(limits)
-    , m_network(std::make_unique<QNetworkAccessManager>())
-{
-    m_network->setProxy(QNetworkProxy::NoProxy);
-}
+    , m_http(std::make_unique<HttpClient>())
+{}
 
 void PiholeSession::configure(const PiholeAccess &access)
 {
@@ -59,7 +45,7 @@ void PiholeSession::configure(const PiholeAccess &access)
 void PiholeSession::close()
 {
     m_calls.close();
-    m_network.reset();
+    m_http.reset();
 }
 
 QCoro::Task<PiholeSession::Reply> PiholeSession::send(Shared self, PiholeRequest request)
@@ -71,15 +57,14 @@ QCoro::Task<PiholeSession::Reply> PiholeSession::send(Shared self, PiholeRequest
     co_return answer;
 }
 
-QCoro::Task<HttpOutcome> PiholeSession::visit(Shared self, QString path)
+QCoro::Task<HttpOutcome> PiholeSession::visit(Shared self, QByteArray target)
 {
     const bool admitted = co_await self->m_calls.enter();
     if (!admitted) co_return std::unexpected(HttpFailure::Unreachable);
     const Turn turn(self->m_calls);
-    const HttpRequest request{.verb = "GET",
-                              .url = address(self->m_access.port, path, {}),
-                              .headers = {},
-                              .body = {},
+    const HttpRequest request{.port = self->m_access.port,
+                              .verb = "GET",
+                              .target = target,
                               .inactivity = self->m_limits.pageInactivity,
                               .whole = self->m_limits.whole,
                               .largestAnswer = self->m_limits.jsonBytes};
@@ -106,7 +91,7 @@ QCoro::Task<PiholeSession::Reply> PiholeSession::sendAs(Shared self, PiholeAcces
 QCoro::Task<PiholeSession::Sid> PiholeSession::login(Shared self, PiholeAccess access)
 {
     const PiholeRequest request{.verb = "POST",
-                                .path = QStringLiteral("/api/auth"),
+                                .target = "/api/auth",
                                 .contentType = "application/json",
                                 .body = loginBody(access.password),
                                 .largestAnswer = self->m_limits.jsonBytes};
@@ -123,9 +108,9 @@ QCoro::Task<PiholeSession::Sid> PiholeSession::login(Shared self, PiholeAccess a
 QFuture<HttpOutcome> PiholeSession::exchange(const PiholeAccess &access, const PiholeRequest &request,
                                              const QString &sid)
 {
-    HttpRequest http{.verb = request.verb,
-                     .url = address(access.port, request.path, request.query),
-                     .headers = {},
+    HttpRequest http{.port = access.port,
+                     .verb = request.verb,
+                     .target = request.target,
                      .body = request.body,
                      .inactivity = m_limits.inactivity,
                      .whole = m_limits.whole,
@@ -135,11 +120,10 @@ QFuture<HttpOutcome> PiholeSession::exchange(const PiholeAccess &access, const P
     return start(http);
 }
 
-QFuture<HttpOutcome> PiholeSession::start(HttpRequest request)
+QFuture<HttpOutcome> PiholeSession::start(const HttpRequest &request)
 {
-    const int port = request.url.port();
-    if (!m_network || port < 1 || port > 65535) return unreachableOutcome();
-    return HttpExchange::start(*m_network, request);
+    if (!m_http || request.port < 1 || request.port > 65535) return unreachableOutcome();
+    return m_http->send(request);
 }
 
 /// Remembers the session id, unless it belongs to an access that has been replaced meanwhile.

@@ -2,14 +2,12 @@
 
 #include "api/call_queue.h"
 #include "api/exchange_limits.h"
-#include "api/http_exchange.h"
+#include "api/http_client.h"
 #include "api/pihole_types.h"
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
-#include <QNetworkAccessManager>
 #include <QString>
-#include <QUrlQuery>
 
 #include <expected>
 #include <memory>
@@ -19,8 +17,8 @@ namespace corvane {
 /// One call of the API: what is asked, not who asks.
 struct PiholeRequest {
     QByteArray verb = "GET";
-    QString path;
-    QUrlQuery query = {};
+    /// Path and query, encoded.
+    QByteArray target;
     QByteArray contentType = {};
     QByteArray body = {};
     qint64 largestAnswer = 0;
@@ -52,21 +50,21 @@ public:
     /// Pi-hole no longer takes the one there is.
     [[nodiscard]] static QCoro::Task<Reply> send(Shared self, PiholeRequest request);
     /// The outcome of asking for a page without a login.
-    [[nodiscard]] static QCoro::Task<HttpOutcome> visit(Shared self, QString path);
+    [[nodiscard]] static QCoro::Task<HttpOutcome> visit(Shared self, QByteArray target);
 
 private:
     [[nodiscard]] static QCoro::Task<Sid> login(Shared self, PiholeAccess access);
     [[nodiscard]] static QCoro::Task<Reply> sendAs(Shared self, PiholeAccess access, PiholeRequest request);
     [[nodiscard]] QFuture<HttpOutcome> exchange(const PiholeAccess &access, const PiholeRequest &request,
                                                 const QString &sid);
-    [[nodiscard]] QFuture<HttpOutcome> start(HttpRequest request);
+    [[nodiscard]] QFuture<HttpOutcome> start(const HttpRequest &request);
     void keep(const PiholeAccess &access, const QString &sid);
 
     ExchangeLimits m_limits;
     PiholeAccess m_access;
     QString m_sid;
     CallQueue m_calls;
-    std::unique_ptr<QNetworkAccessManager> m_network;
+    std::unique_ptr<HttpClient> m_http;
 };
 
 } // namespace corvane

@@ -1,0 +1,136 @@
+#include "api/http_client.h"
+
+#include <QHostAddress>
+#include <QNetworkProxy>
+#include <QTcpSocket>
+
+#include <utility>
+
+namespace corvane {
+
+namespace {
+
+/// Bytes that the socket may hold before they have been read.
+constexpr qint64 kReadAhead = qint64{64} << 10;
+
+} // namespace
+
+HttpClient::HttpClient(QObject *parent)
+    : QObject(parent)
+{
+    for (QTimer *timer : {&m_inactivity, &m_deadline}) {
+        timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
+        connect(timer, &QTimer::timeout, this, [this] { settle(std::unexpected(HttpFailure::Unreachable)); });
+    }
+}
+
+HttpClient::~HttpClient() { settle(std::unexpected(HttpFailure::Unreachable)); }
+
+QFuture<HttpOutcome> HttpClient::send(const HttpRequest &request)
+{
+    Q_ASSERT(!m_busy);
+    const int lastPort = std::exchange(m_request, request).port;
+    m_reader = HttpAnswerReader(request.largestAnswer);
+    m_promise = QPromise<HttpOutcome>();
+    m_promise.start();
+    m_busy = true;
+    m_inactivity.start(request.inactivity);
+    m_deadline.start(request.whole);
+    m_reused = canReuse() && lastPort == request.port;
+    if (m_reused)
+        writeRequest();
+    else
+        connectAnew();
+    return m_promise.future();
+}
+
+bool HttpClient::canReuse() const
+{
+    return m_socket && m_socket->state() == QTcpSocket::ConnectedState && m_socket->bytesAvailable() == 0;
+}
+
+void HttpClient::connectAnew()
+{
+    drop();
+    m_socket = new QTcpSocket(this);
+    m_socket->setProxy(QNetworkProxy::NoProxy);
+    m_socket->setReadBufferSize(kReadAhead);
+    connect(m_socket, &QTcpSocket::connected, this, &HttpClient::writeRequest);
+    connect(m_socket, &QTcpSocket::readyRead, this, &HttpClient::onReadyRead);
+    connect(m_socket, &QTcpSocket::bytesWritten, this, [this] { m_inactivity.start(); });
+    connect(m_socket, &QTcpSocket::errorOccurred, this, &HttpClient::onEnd);
+    connect(m_socket, &QTcpSocket::disconnected, this, &HttpClient::onEnd);
+    m_socket->connectToHost(QHostAddress::LocalHost, static_cast<quint16>(m_request.port));
+}
+
+void HttpClient::writeRequest()
+{
+    m_socket->setSocketOption(QTcpSocket::LowDelayOption, 1);
+    m_socket->write(headOf(m_request));
+    m_socket->write(m_request.body);
+}
+
+void HttpClient::onReadyRead()
+{
+    if (!m_busy) {
+        drop();
+        return;
+    }
+    m_inactivity.start();
+    follow(m_reader.feed(m_socket->readAll()));
+}
+
+void HttpClient::onEnd()
+{
+    if (m_busy && m_socket->bytesAvailable() > 0) follow(m_reader.feed(m_socket->readAll()));
+    if (!m_busy) {
+        drop();
+        return;
+    }
+    // A kept connection that the server has closed meanwhile: the request never reached anybody.
+    if (std::exchange(m_reused, false) && !m_reader.started())
+        connectAnew();
+    else
+        follow(m_reader.finish());
+}
+
+void HttpClient::follow(HttpAnswerReader::State state)
+{
+    switch (state) {
+    case HttpAnswerReader::State::Reading:
+        break;
+    case HttpAnswerReader::State::Complete:
+        settle(m_reader.answer());
+        break;
+    case HttpAnswerReader::State::TooLarge:
+        settle(std::unexpected(HttpFailure::TooLarge));
+        break;
+    case HttpAnswerReader::State::Malformed:
+        settle(std::unexpected(HttpFailure::Unreachable));
+        break;
+    }
+}
+
+void HttpClient::settle(const HttpOutcome &outcome)
+{
+    if (!std::exchange(m_busy, false)) return;
+    m_inactivity.stop();
+    m_deadline.stop();
+    if (!m_reader.reusable() || m_socket->bytesToWrite() > 0) drop();
+    m_promise.addResult(outcome);
+    m_promise.finish();
+    m_request.body.clear();
+    m_reader = HttpAnswerReader(0);
+}
+
+void HttpClient::drop()
+{
+    if (!m_socket) return;
+    m_socket->disconnect(this);
+    m_socket->abort();
+    m_socket->deleteLater();
+    m_socket = nullptr;
+}
+
+} // namespace corvane
