@@ -86,4 +86,6 @@ def _end(folder, mac):
         ctl.ask(folder, ["end"])
     except Problem:
         mac.kill()
-    threading.Timer(GRACE, mac.kill).start()
+    killer = threading.Timer(GRACE, mac.kill)
+    killer.daemon = True   # nobody waits for it when the Mac has ended in time
+    killer.start()
