@@ -2,8 +2,8 @@
 
 #include "exec/background.h"
 #include "exec/child_process.h"
+#include "exec/data_box.h"
 
-#include <QByteArray>
 #include <QCoreApplication>
 #include <QThread>
 
@@ -17,27 +17,6 @@ using namespace std::chrono_literals;
 
 constexpr auto kGrace = 2s;
 constexpr double kLongestTimeout = 1e9;
-
-/// The bytes of one captured stream. It needs no lock: the thread that reads both streams of a child is also the one
-/// that makes text of them.
-class DataBox {
-public:
-    [[nodiscard]] ssize_t readFrom(int descriptor)
-    {
-        const qsizetype size = m_bytes.size();
-        if (m_bytes.capacity() - size < kChunk) m_bytes.reserve(std::max(2 * size, size + kChunk));
-        m_bytes.resize(size + kChunk);
-        const ssize_t count = read(descriptor, m_bytes.data() + size, kChunk);
-        m_bytes.resize(size + std::max<ssize_t>(count, 0));
-        return count;
-    }
-
-    [[nodiscard]] QString text() const { return QString::fromUtf8(m_bytes); }
-
-private:
-    static constexpr qsizetype kChunk = 64 * 1024;
-    QByteArray m_bytes;
-};
 
 ChildProcess::Clock::time_point limitAfter(double seconds)
 {
@@ -78,8 +57,8 @@ CommandResult CommandRunner::runSync(const QString &exe, const QStringList &args
         child.waitForEnd(ChildProcess::Clock::now() + kGrace);
     }
     result.status = child.status().value_or(-1);
-    result.standardOutput = output.text();
-    result.standardError = error.text();
+    result.standardOutput = output.takeText();
+    result.standardError = error.takeText();
     return result;
 }
 

@@ -30,13 +30,13 @@ struct Stream {
 
     void take(const LineBatch &batch)
     {
+        handOverTimes << elapsed.elapsed();
         EXPECT_EQ(QThread::currentThread(), qApp->thread());
         EXPECT_FALSE(ended) << "nothing comes after the end";
         EXPECT_FALSE(batch.lines.isEmpty());
         lines += batch.lines;
         dropped += batch.dropped;
         largestBatch = std::max(largestBatch, batch.lines.size());
-        handOverTimes << elapsed.elapsed();
     }
 };
 

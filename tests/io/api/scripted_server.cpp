@@ -52,6 +52,12 @@ void ScriptedServer::closeConnections()
         socket->disconnectFromHost();
 }
 
+void ScriptedServer::say(const QByteArray &bytes)
+{
+    for (QTcpSocket *socket : m_server.findChildren<QTcpSocket *>())
+        socket->write(bytes);
+}
+
 void ScriptedServer::onConnection()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {

@@ -54,6 +54,8 @@ public:
     [[nodiscard]] qint64 sent() const { return m_sent; }
     /// Does what a server does to connections nobody has used for a while.
     void closeConnections();
+    /// Sends bytes that nobody asked for over every open connection.
+    void say(const QByteArray &bytes);
 
 private:
     void onConnection();

@@ -1,0 +1,101 @@
+// What it costs to start a program and to capture 512 MiB of its output, beside posix_spawn and a bare read loop.
+
+#include "benchmarks/exec/bare_child.h"
+#include "benchmarks/exec/measure.h"
+#include "exec/child_process.h"
+#include "exec/command_runner.h"
+#include "exec/data_box.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+using namespace corvane;
+using namespace corvane::bench;
+
+constexpr size_t kMebibyte = 1024 * 1024;
+constexpr int kMebibytes = 512;
+constexpr int kStartsEach = 100;
+
+QString child() { return QString::fromUtf8(childPath()); }
+QStringList printing(int mebibytes) { return {QStringLiteral("line"), QString::number(mebibytes)}; }
+QStringList ending() { return {QStringLiteral("exit"), QStringLiteral("0")}; }
+
+void insist(bool claim, const char *what)
+{
+    if (claim) return;
+    std::fprintf(stderr, "The measurement is void: %s\n", what);
+    std::exit(2);
+}
+
+void captureBytes()
+{
+    const auto started = ChildProcess::start(child(), printing(kMebibytes), {});
+    insist(started.has_value(), "the child did not start");
+    DataBox output;
+    DataBox error;
+    (void)(*started)->readUntilEnd([&](int from) { return output.readFrom(from); },
+                                   [&](int from) { return error.readFrom(from); },
+                                   ChildProcess::Clock::time_point::max());
+    insist(output.size() == qsizetype(kMebibytes * kMebibyte), "not every byte came");
+}
+
+void captureText()
+{
+    const CommandResult result = CommandRunner::runSync(child(), printing(kMebibytes), 600, {});
+    insist(result.standardOutput.size() == qsizetype(kMebibytes * kMebibyte), "not every character came");
+}
+
+void captureBare()
+{
+    const size_t size = captureBarely({childPath(), "line", std::to_string(kMebibytes)});
+    insist(size == kMebibytes * kMebibyte, "not every byte came to the bare loop");
+}
+
+void startMany()
+{
+    for (int i = 0; i < kStartsEach; ++i) {
+        insist(CommandRunner::runSync(child(), ending(), 60, {}).succeeded(), "a child failed");
+    }
+}
+
+void startManyBare()
+{
+    for (int i = 0; i < kStartsEach; ++i)
+        insist(captureBarely({childPath(), "exit", "0"}) == 0, "a child printed");
+}
+
+bool compareStarts()
+{
+    std::vector<Contender> contenders{{"bare", startManyBare}, {"runner", startMany}};
+    takeTurns(contenders, 11);
+    const double bare = contenders[0].median();
+    const double runner = contenders[1].median();
+    std::printf("start and end of a child: bare %.3f ms, CommandRunner %.3f ms\n", 1000 * bare / kStartsEach,
+                1000 * runner / kStartsEach);
+    return report("start of a child, cost beside bare posix_spawn", runner / bare, "", runner / bare <= 1.1,
+                  "at most 1.1");
+}
+
+bool compareCaptures()
+{
+    std::vector<Contender> contenders{{"bare", captureBare}, {"bytes", captureBytes}, {"text", captureText}};
+    takeTurns(contenders, 9);
+    const double bare = contenders[0].median();
+    const double bytes = contenders[1].median();
+    const double text = contenders[2].median();
+    std::printf("512 MiB: bare loop %.0f MiB/s, capture %.0f MiB/s, capture and text %.0f MiB/s\n", kMebibytes / bare,
+                kMebibytes / bytes, kMebibytes / text);
+    std::printf("speed of capture with the text made, beside the bare loop: %.3f\n", bare / text);
+    return report("speed of capture beside the bare loop", bare / bytes, "", bare / bytes >= 0.9, "at least 0.9");
+}
+
+} // namespace
+
+int main()
+{
+    const bool startsKeep = compareStarts();
+    const bool capturesKeep = compareCaptures();
+    return startsKeep && capturesKeep ? 0 : 1;
+}

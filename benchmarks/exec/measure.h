@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace corvane::bench {
+
+/// One way to do a piece of work.
+struct Contender {
+    std::string name;
+    std::function<void()> work;
+    std::vector<double> seconds = {};
+
+    [[nodiscard]] double median() const;
+};
+
+/// Runs every contender once, then all of them again, and so on, so that a slow moment of the machine hits them alike.
+void takeTurns(std::vector<Contender> &contenders, int rounds);
+
+/// Prints a figure beside what is allowed and answers whether it keeps to it.
+bool report(const std::string &what, double figure, const std::string &unit, bool allowed, const std::string &limit);
+
+/// This process's resident memory in MiB: now, and the most it ever was.
+[[nodiscard]] double residentMiB();
+[[nodiscard]] double peakResidentMiB();
+
+} // namespace corvane::bench
