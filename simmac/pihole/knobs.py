@@ -26,7 +26,7 @@ class Knobs:
         """Sets one by name, keeping its type; ValueError says what is wrong."""
         kinds = {field.name: field.type for field in fields(self)}
         if name not in kinds:
-            raise ValueError(f"no such setting: {name}")
+            raise ValueError(f"There is no setting {name}.")
         setattr(self, name, _typed(name, kinds[name], value))
 
     def as_dict(self) -> dict:
@@ -43,7 +43,10 @@ def _typed(name, kind, value):
             return True
         if str(value).lower() in ("false", "off", "no", "0"):
             return False
-        raise ValueError(f"{name} is on or off, not {value}")
+        raise ValueError(f"{name} is on or off, not {value}.")
     if name in _CHOICES and value not in _CHOICES[name]:
-        raise ValueError(f"{name} is one of {', '.join(_CHOICES[name])}, not {value}")
-    return kind(value)
+        raise ValueError(f"{name} is one of {', '.join(_CHOICES[name])}, not {value}.")
+    try:
+        return kind(value)
+    except (TypeError, ValueError) as error:
+        raise ValueError(f"{name} is a number, not {value}.") from error

@@ -95,12 +95,6 @@ def docker_permission(mac, args):
     mac.containers.engine.refuses_user = not on_off(args)
 
 
-async def _knob(mac, name, value):
-    trouble = await mac.containers.set_knob(name, value)
-    if trouble:
-        raise Refused(trouble)
-
-
 async def _ask(mac, **request):
     reply = await _container(mac).ask(request)
     if not reply["ok"]:
@@ -126,12 +120,8 @@ async def pihole(mac, args):
     if name == "udp" and value == "closed":
         raise Refused("Say forwarder-drops-udp on.")
     knob = {"restart-seconds": "restart"}.get(name, name.replace("-", "_"))
-    return await _knob(mac, knob, _plain(value))
-
-
-def _plain(text):
-    """A number as a number, everything else as it stands."""
     try:
-        return float(text) if "." in text else int(text)
-    except ValueError:
-        return text
+        await mac.containers.set_knob(knob, value)
+    except ValueError as error:
+        raise Refused(str(error)) from error
+    return None

@@ -9,6 +9,7 @@ from daemon.internet import NAMES
 from daemon.states import PASSWORD, SET_UP, TAG, WEB_PORT
 
 from pihole import names as internet_names
+from pihole.knobs import Knobs
 
 _PIHOLE_RUNS = ("running", "protected")
 _VOLUMES = {"pihole_etc": "/etc/pihole", "pihole_dnsmasq": "/etc/dnsmasq.d"}
@@ -70,12 +71,12 @@ class Containers:
         return self.engine.containers.get("pihole")
 
     async def set_knob(self, name, value):
-        """Sets something about the stand-in Pi-hole, now and for its later starts; answers with what went wrong."""
-        self.engine.knobs[name] = value
-        if self.pihole and self.pihole.running:
-            reply = await self.pihole.ask({"do": "set", "name": name, "value": value})
-            return reply.get("error", "")
-        return ""
+        """Sets something about the stand-in Pi-hole, now and for its later starts; ValueError for what it has not."""
+        checked = Knobs()
+        checked.set(name, value)
+        self.engine.knobs[name] = getattr(checked, name)
+        if self.pihole:
+            await self.pihole.ask({"do": "set", "name": name, "value": self.engine.knobs[name]})
 
     def describe(self):
         """The whole as plain data."""

@@ -1,0 +1,137 @@
+"""colima: starting, stopping, its two port forwarders."""
+
+import unittest
+
+from container_tools import ContainerCase
+from the_mac import eventually
+
+SIZES = ("--cpu", "2", "--memory", "2", "--disk", "10")
+
+
+class StartTest(ContainerCase):
+    state = "stopped"
+
+    def test_Start_prints_logfmt_on_standard_error(self):
+        result = self.colima("start", *SIZES)
+        self.assertEqual((result.status, result.out), (0, ""))
+        lines = result.err.splitlines()
+        for line in lines:
+            self.assertRegex(line, r'^time="\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ" level=info msg=\S')
+        self.assertIn('level=info msg="starting colima"', lines[0])
+        self.assertTrue(lines[-1].endswith("level=info msg=done"))
+        self.assertEqual(self.docker("ps", "-q").status, 0)
+        self.assertEqual(self.mac.ctl("status")["containers"]["colima"], "running")
+
+    def test_Sizes_are_taken_and_kept(self):
+        self.colima("start", "--cpu", "3", "--memory=4", "-d", "20")
+        self.assertRegex(self.colima("list").out, r"default +Running +aarch64 +3 +4GiB +20GiB +docker")
+        self.colima("stop")
+        self.colima("start")
+        self.assertRegex(self.colima("list").out, r"default +Running +aarch64 +3 +4GiB +20GiB +docker")
+
+    def test_Second_start_is_no_error(self):
+        self.colima("start")
+        self.assertSays(self.colima("start"), 0, 'level=warning msg="already running, ignoring"')
+
+    def test_Stop_stops_and_a_second_stop_is_no_error(self):
+        self.colima("start")
+        self.assertSays(self.colima("stop"), 0, 'msg="stopping colima"')
+        self.assertSays(self.colima("stop"), 0, 'msg="colima is not running"')
+        self.assertSays(self.colima("status"), 1, 'level=fatal msg="colima is not running"')
+
+    def test_Status_and_version(self):
+        self.colima("start")
+        self.assertSays(self.colima("status"), 0, "socket: unix:///Users/ada/.colima/default/docker.sock")
+        self.assertRegex(self.colima("version").out, r"^colima version \d+\.\d+\.\d+\ngit commit: \w+\n$")
+
+    def test_Option_for_the_forwarder_can_be_missing(self):
+        self.assertIn("--port-forwarder", self.colima("start", "--help").out)
+        self.mac.ctl("port-forwarder-option", "off")
+        self.assertNotIn("port-forwarder", self.colima("start", "--help").out)
+        self.assertSays(self.colima("start", "--port-forwarder", "grpc"), 1,
+                        'level=fatal msg="unknown flag: --port-forwarder"')
+
+    def test_Wrong_arguments_are_fatal(self):
+        self.assertSays(self.colima("start", "--cpu", "two"), 1, 'invalid argument \\"two\\" for \\"--cpu\\" flag')
+        self.assertSays(self.colima("start", "--port-forwarder", "tcp"), 1, "must be one of ssh, grpc, none")
+        self.assertSays(self.colima("nonsense"), 1, 'unknown command \\"nonsense\\" for \\"colima\\"')
+        self.assertEqual(self.mac.ctl("status")["containers"]["colima"], "stopped")
+
+    def test_Start_fails_when_told_so(self):
+        self.mac.ctl("colima", "fail", "error starting vm: exit status 1")
+        self.assertSays(self.colima("start"), 1, 'level=fatal msg="error starting vm: exit status 1"')
+        self.mac.ctl("colima", "fail", "off")
+        self.assertEqual(self.colima("start").status, 0)
+
+    def test_Start_without_docker_is_fatal(self):
+        self.brew("uninstall", "docker")
+        self.assertSays(self.colima("start"), 1, "dependency check failed for docker: docker not found")
+
+
+class FirstStartTest(ContainerCase):
+    state = "homebrew"
+
+    def test_First_start_makes_the_machine_and_a_warning_may_say_fatal(self):
+        self.brew("install", "colima", "docker")
+        result = self.colima("start", *SIZES)
+        self.assertSays(result, 0, 'msg="creating and starting ..." context=vm')
+        self.assertRegex(result.err, r"level=warning msg=.*level=fatal")
+        self.assertIn(b"\r> 25.0%\r> 50.0%", result.raw_err)
+
+    def test_First_start_needs_the_internet_and_later_ones_do_not(self):
+        self.brew("install", "colima", "docker")
+        self.mac.ctl("internet", "off")
+        self.assertSays(self.colima("start"), 1, "error downloading disk image")
+        self.mac.ctl("internet", "on")
+        self.colima("start")
+        self.colima("stop")
+        self.mac.ctl("internet", "off")
+        self.assertEqual(self.colima("start").status, 0)
+
+
+class ForwarderTest(ContainerCase):
+    state = "running"
+
+    def udp_and_tcp(self):
+        return [self.answer("example.com", option) == "93.184.215.14\n" for option in ("+notcp", "+tcp")]
+
+    def test_Ssh_forwarder_loses_udp_when_told_and_grpc_does_not(self):
+        self.assertEqual(self.udp_and_tcp(), [True, True])
+        self.mac.ctl("forwarder-drops-udp", "on")
+        self.assertEqual(self.udp_and_tcp(), [False, True])
+        self.colima("stop")
+        self.assertEqual(self.udp_and_tcp(), [False, False])
+        self.colima("start", *SIZES, "--port-forwarder", "grpc")
+        self.assertTrue(eventually(lambda: self.udp_and_tcp() == [True, True]))
+        self.assertRegex(self.mac.run("/usr/sbin/lsof", "-nP", "-iUDP:53").out, r"\nlimactl +\d+ ")
+
+    def test_Quirk_can_be_switched_off_while_pihole_runs(self):
+        self.mac.ctl("forwarder-drops-udp", "on")
+        self.mac.ctl("forwarder-drops-udp", "off")
+        self.assertEqual(self.udp_and_tcp(), [True, True])
+        self.assertEqual(self.container_state(), "running|healthy\n")
+
+    def test_Container_comes_back_with_colima_unless_it_was_stopped(self):
+        self.colima("stop")
+        self.colima("start")
+        self.assertTrue(eventually(lambda: self.udp_and_tcp() == [True, True]))
+        self.docker("stop", "pihole")
+        self.colima("stop")
+        self.colima("start")
+        self.assertEqual(self.container_state().split("|")[0], "exited")
+
+    def test_Deaf_pihole_runs_and_does_not_answer(self):
+        self.mac.ctl("pihole", "silent", "on")
+        self.assertEqual(self.container_state(), "running|healthy\n")
+        self.assertEqual(self.udp_and_tcp(), [False, False])
+        self.mac.ctl("pihole", "silent", "off")
+        self.assertEqual(self.udp_and_tcp(), [True, True])
+
+    def test_Wrong_settings_of_pihole_are_refused_with_a_sentence(self):
+        for words in (("nonsense", "1"), ("silent", "perhaps"), ("block-mode", "round"), ("seats", "x"), ("udp", "no"),
+                      ()):
+            self.assertRefused("pihole", *words)
+
+
+if __name__ == "__main__":
+    unittest.main()
