@@ -67,12 +67,13 @@ def program_environment(mac, settings):
 async def run_program(mac, settings):
     """Runs the program to its end and answers with its exit status (128 and the signal, when it died by one)."""
     folder = settings["cwd"] if os.path.isdir(settings["cwd"]) else HOME
+    loop = asyncio.get_running_loop()
+    # Ctrl-C is for the program. What has a handler here is back at its default in the program; the rest ignores it.
+    loop.add_signal_handler(signal.SIGINT, lambda: None)
     process = await asyncio.create_subprocess_exec(
         *free_of_rights(settings["program"]), cwd=folder, env=program_environment(mac, settings), stdin=0)
-    loop = asyncio.get_running_loop()
     mac.end = lambda: loop.create_task(end_program(process))
     loop.add_signal_handler(signal.SIGTERM, mac.end)
-    loop.add_signal_handler(signal.SIGINT, lambda: None)   # Ctrl-C is for the program
     status = await process.wait()
     return 128 - status if status < 0 else status
 

@@ -53,11 +53,11 @@ def _run_in(folder, program, options, probe):
            "PYTHONPATH": sandbox.SIMMAC, "PYTHONPYCACHEPREFIX": "/run/simmac-cache/python"}
     if display is not None:
         env["XAUTHORITY"] = "/run/xauthority"
+    signal.signal(signal.SIGINT, signal.SIG_IGN)   # Ctrl-C is for the program, which sits at the same terminal
     command = ["bwrap", *words, "/run/host/usr/bin/python3", "-P", "-m", "daemon.main"]
     with subprocess.Popen(command, env=env) as mac:
         for number in (signal.SIGTERM, signal.SIGHUP):
             signal.signal(number, lambda *_: _end(folder.path, mac))
-        signal.signal(signal.SIGINT, signal.SIG_IGN)   # Ctrl-C is for the program, which sits at the same terminal
         status = mac.wait()
     return 128 - status if status < 0 else status
 

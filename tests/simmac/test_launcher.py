@@ -2,6 +2,7 @@
 
 import hashlib
 import os
+import pty
 import shutil
 import signal
 import subprocess
@@ -109,6 +110,29 @@ class EndingTest(unittest.TestCase):
         process.wait()
         self.assertNothingRuns()
         self.assertEqual(run("true", "--at", self.folder).returncode, 0)
+
+
+class TerminalTest(unittest.TestCase):
+    def at_a_terminal(self, program, keys):
+        """Starts a program at a terminal, presses keys when it says "ready", and answers with its exit status."""
+        pid, terminal = pty.fork()
+        if pid == 0:
+            os.execv(SIMMAC, [SIMMAC, "run", "--", *program])
+        seen = b""
+        while b"ready" not in seen:
+            seen += os.read(terminal, 4096)
+        os.write(terminal, keys)
+        status = os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1])
+        os.close(terminal)
+        return status
+
+    def test_Ctrl_C_reaches_the_program_and_only_the_program(self):
+        script = "trap 'simmac ctl state >/dev/null && exit 6' INT; echo ready; while :; do sleep 0.1; done"
+        self.assertEqual(self.at_a_terminal(["/bin/sh", "-c", script], b"\x03"), 6)
+
+    def test_Ctrl_C_ends_a_program_that_does_not_care(self):
+        self.assertEqual(self.at_a_terminal(["/bin/sh", "-c", "echo ready; exec sleep 4711"], b"\x03"),
+                         128 + signal.SIGINT)
 
 
 class RefusingTest(unittest.TestCase):
