@@ -306,7 +306,7 @@ class OutsideTest(unittest.TestCase):
             self.assertEqual(run("true").returncode, 0)
             times.append(time.monotonic() - began)
         print(f"\nA Mac starts, runs a program and ends in {min(times) * 1000:.0f} ms (best of {len(times)}).")
-        self.assertLess(min(times), 0.5)
+        self.assertLess(min(times), 0.8)
 
     def test_Tool_answers_in_a_few_milliseconds(self):
         mac = RunningMac()
