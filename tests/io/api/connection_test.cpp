@@ -105,7 +105,7 @@ TEST(PiholeConnection, Words_on_an_idle_connection_do_not_reach_the_next_call)
 
 TEST(PiholeConnection, An_answer_that_ends_the_connection_costs_nothing_but_a_new_one)
 {
-    for (const QByteArray &header : {"Connection: close\r\n", "connection: Close\r\n"}) {
+    for (const QByteArray header : {"Connection: close\r\n", "connection: Close\r\n"}) {
         ScriptedServer server([&header](const ReceivedRequest &request) {
             Reaction reaction = afterLogin(answer(200, kEnabled))(request);
             reaction.bytes.replace("Connection: keep-alive\r\n", header);

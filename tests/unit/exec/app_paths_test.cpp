@@ -1,36 +1,19 @@
 #include "exec/app_paths.h"
+#include "tests/support/home_folder.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace corvane {
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-/// Another home folder while it lives.
-class HomeFolder {
-public:
-    explicit HomeFolder(const QString &path)
-        : m_before(qgetenv("HOME"))
-    {
-        qputenv("HOME", path.toUtf8());
-    }
-    ~HomeFolder() { qputenv("HOME", m_before); }
-
-private:
-    QByteArray m_before;
-};
-
-} // namespace
+using test::HomeFolder;
 
 TEST(AppPaths, Both_folders_are_made_with_everything_above_them_on_access)
 {
-    QTemporaryDir home;
-    const HomeFolder guard(home.path());
-    const QString support = home.filePath(u"Library/Application Support/Corvane"_s);
+    const HomeFolder home;
+    const QString support = home.path(u"Library/Application Support/Corvane"_s);
     EXPECT_EQ(AppPaths::supportDir().path(), support);
     EXPECT_TRUE(QDir(support).exists());
     EXPECT_FALSE(QDir(support + u"/backups"_s).exists());
@@ -40,19 +23,17 @@ TEST(AppPaths, Both_folders_are_made_with_everything_above_them_on_access)
 
 TEST(AppPaths, A_removed_folder_is_made_again)
 {
-    QTemporaryDir home;
-    const HomeFolder guard(home.path());
+    const HomeFolder home;
     ASSERT_TRUE(AppPaths::backupsDir().removeRecursively());
     EXPECT_TRUE(AppPaths::backupsDir().exists());
 }
 
 TEST(AppPaths, A_folder_that_cannot_be_made_is_answered_all_the_same)
 {
-    QTemporaryDir home;
-    const HomeFolder guard(home.path());
-    QFile inTheWay(home.filePath(u"Library"_s));
+    const HomeFolder home;
+    QFile inTheWay(home.path(u"Library"_s));
     ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
-    EXPECT_EQ(AppPaths::supportDir().path(), home.filePath(u"Library/Application Support/Corvane"_s));
+    EXPECT_EQ(AppPaths::supportDir().path(), home.path(u"Library/Application Support/Corvane"_s));
     EXPECT_FALSE(AppPaths::backupsDir().exists());
 }
 
