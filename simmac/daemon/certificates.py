@@ -11,7 +11,7 @@ _EC = ["-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-days"
 
 def ensure(host):
     """The folder with ca.pem, good.pem and wrong.pem for a host; made once and kept from one Mac to the next."""
-    folder = f"{CACHE}/certificates-{host}"
+    folder = f"{CACHE}/authority-{host}"
     if not os.path.isdir(folder):
         new = tempfile.mkdtemp(dir=CACHE if os.access(CACHE, os.W_OK) else None)
         _make(new, host)
@@ -32,6 +32,9 @@ def _make(folder, host):
                  "-subj", f"/CN={host}", "-addext", f"subjectAltName=DNS:{host}", "-addext",
                  "basicConstraints=critical,CA:FALSE", "-keyout", f"{folder}/{name}.key",
                  "-out", f"{folder}/{name}.pem")
+    # Programs look an authority up by a link of this name.
+    os.symlink("simulated-mac-root.pem", f"{folder}/" + _openssl("x509", "-in", f"{folder}/ca.pem", "-noout",
+                                                                "-hash").strip() + ".0")
 
 
 def _authority(folder, name, subject):
@@ -50,7 +53,6 @@ def trust(mac, folder):
     os.makedirs(store, exist_ok=True)
     shutil.copy(f"{folder}/ca.pem", f"{store}/simulated-mac-root.pem")
     shutil.copy(f"{folder}/ca.pem", f"{store}/ca-certificates.crt")
-    name = _openssl("x509", "-in", f"{folder}/ca.pem", "-noout", "-hash").strip()
-    link = f"{store}/{name}.0"
-    if not os.path.lexists(link):
-        os.symlink("simulated-mac-root.pem", link)
+    for name in os.listdir(folder):
+        if name.endswith(".0") and not os.path.lexists(f"{store}/{name}"):
+            os.symlink(os.readlink(f"{folder}/{name}"), f"{store}/{name}")

@@ -31,6 +31,7 @@ class Network:
         self._addresses = Addresses()
         self.hosts = []             # addresses of the internet at which something other than DNS answers
         self.outside_dns = OutsideDns(self)
+        self.watchers = []          # functions that are called after every change
         self._restore()
 
     def _restore(self):
@@ -77,6 +78,10 @@ class Network:
             return []
         return [self.vpn] if self.vpn else self.servers_of(primary)
 
+    def reaches_internet(self):
+        """Whether anything outside can be reached."""
+        return self.internet and self.primary() is not None
+
     def default_device(self):
         """The device of the default route, or none."""
         primary = self.primary()
@@ -110,6 +115,8 @@ class Network:
         self._addresses.show(local + hosts)
         self.outside_dns.follow(local)
         write_whole(self._mac.path("/etc/resolv.conf"), self.resolv_conf())
+        for watcher in self.watchers:
+            watcher()
 
     def resolv_conf(self):
         """The text of /etc/resolv.conf; without a network no server answers (an empty file would mean 127.0.0.1)."""

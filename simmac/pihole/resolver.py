@@ -124,4 +124,5 @@ class Resolver:
         outcome = {"GRAVITY": f"gravity blocked {name} is {shown}",
                    "SPECIAL_DOMAIN": f"special domain {name} is {shown}",
                    "CACHE": f"cached {name} is {shown}"}.get(verdict.status, f"reply {name} is {shown}")
-        self._print.dns(f"query[{kind}] {name} from {client}: {outcome}")
+        line = f"query[{kind}] {name} from {client}: {outcome}"
+        self._print.dns("".join(letter if letter.isprintable() else "?" for letter in line))

@@ -95,6 +95,9 @@ class ForwarderTest(ContainerCase):
     def udp_and_tcp(self):
         return [self.answer("example.com", option) == "93.184.215.14\n" for option in ("+notcp", "+tcp")]
 
+    def asked(self, name):
+        return self.mac.run("/usr/bin/dig", "@127.0.0.1", name).out
+
     def test_Ssh_forwarder_loses_udp_when_told_and_grpc_does_not(self):
         self.assertEqual(self.udp_and_tcp(), [True, True])
         self.mac.ctl("forwarder-drops-udp", "on")
@@ -126,6 +129,16 @@ class ForwarderTest(ContainerCase):
         self.assertEqual(self.udp_and_tcp(), [False, False])
         self.mac.ctl("pihole", "silent", "off")
         self.assertEqual(self.udp_and_tcp(), [True, True])
+
+    def test_Pihole_loses_its_upstream_with_the_network(self):
+        self.answer("www.example.com")
+        for away, back in ((("wifi", "off"), ("wifi", "on")), (("internet", "off"), ("internet", "on"))):
+            self.mac.ctl(*away)
+            self.assertTrue(eventually(lambda: "SERVFAIL" in self.asked("example.org")))
+            self.assertEqual(self.answer("doubleclick.net"), "0.0.0.0\n")
+            self.assertEqual(self.answer("www.example.com"), "93.184.215.14\n")
+            self.mac.ctl(*back)
+            self.assertTrue(eventually(lambda: self.answer("example.net") == "93.184.215.16\n"))
 
     def test_Wrong_settings_of_pihole_are_refused_with_a_sentence(self):
         for words in (("nonsense", "1"), ("silent", "perhaps"), ("block-mode", "round"), ("seats", "x"), ("udp", "no"),

@@ -71,7 +71,7 @@ def port_forwarder_option(mac, args):
 @command("internet", "internet on|off: whether anything outside can be reached")
 async def internet(mac, args):
     mac.network.internet = on_off(args)
-    await mac.containers.set_knob("internet", mac.network.internet)
+    await mac.containers.follow_network()
 
 
 @command("registry", "registry add|remove TAG | registry list: the tags of the Pi-hole image that exist")

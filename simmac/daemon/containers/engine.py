@@ -57,7 +57,7 @@ class Engine:
 
     def check_image(self, repository, tag):
         """DockerError when the image cannot be pulled."""
-        if not self.mac.network.internet or self.mac.network.primary() is None:
+        if not self.mac.network.reaches_internet():
             raise errors.no_internet()
         if repository != REPOSITORY:
             raise errors.no_repository(repository)

@@ -1,5 +1,7 @@
 """Everything about containers on one Mac, and how it gets into a state."""
 
+import asyncio
+
 from daemon.containers.colima import Colima
 from daemon.containers.engine import Engine
 from daemon.containers.homebrew import Homebrew
@@ -25,6 +27,7 @@ class Containers:
         self.engine = Engine(mac, self.colima)
         self.colima.engine = self.engine
         self.compose = False       # whether docker has the compose plug-in
+        mac.network.watchers.append(lambda: asyncio.ensure_future(self.follow_network()))
         _share_names()
 
     async def enter(self, state):
@@ -69,6 +72,12 @@ class Containers:
     def pihole(self):
         """The container named pihole, or none."""
         return self.engine.containers.get("pihole")
+
+    async def follow_network(self):
+        """Pi-hole's upstream is as far away as the internet is."""
+        reachable = self.mac.network.reaches_internet()
+        if self.engine.knobs.get("internet", True) != reachable:
+            await self.set_knob("internet", reachable)
 
     async def set_knob(self, name, value):
         """Sets something about the stand-in Pi-hole, now and for its later starts; ValueError for what it has not."""

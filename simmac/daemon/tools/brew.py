@@ -83,7 +83,7 @@ async def _download(call, name):
     version = FORMULAE[name][0]
     address = f"{_BOTTLES}/{name}/{version}"
     await call.out(f"==> Downloading {address}\n")
-    if not call.mac.network.internet or call.mac.network.primary() is None:
+    if not call.mac.network.reaches_internet():
         await call.err("curl: (6) Could not resolve host: bottles.example\n"
                        f"Error: {name}: Failed to download resource \"{name} ({version})\"\n"
                        f"Download failed: {address}\n")

@@ -119,7 +119,7 @@ async def _prepare(call, machine):
         await _say(call, "starting ...", context="vm")
         return
     await _say(call, "creating and starting ...", context="vm")
-    if not call.mac.network.internet:
+    if not call.mac.network.reaches_internet():
         raise Fatal("error starting vm: error downloading disk image: exit status 6")
     for percent in (0, 25, 50, 75, 100):
         await call.err(f"\r> {percent}.0%" + ("\n" if percent == 100 else ""))

@@ -1,6 +1,6 @@
 """The docker client."""
 
-from daemon.containers import docker_compose, docker_life, docker_logs, docker_look, docker_pull, docker_run
+from daemon.containers import docker_life, docker_logs, docker_look, docker_pull, docker_run
 from daemon.containers.docker_look import BUILD, CLIENT_VERSION
 from daemon.containers.errors import DockerError
 from daemon.tools import tool
@@ -45,6 +45,7 @@ async def _dispatch(call, argv):
 
 async def _compose(call, argv):
     if call.mac.containers.compose:
+        from daemon.containers import docker_compose  # with it comes the YAML library, which is slow to load
         return await docker_compose.compose(call, argv)
     # Without the plug-in the client looks for its own options first, and stumbles over those of compose.
     if argv and argv[0].startswith("-"):
