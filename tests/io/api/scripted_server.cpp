@@ -63,6 +63,7 @@ void ScriptedServer::onConnection()
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
         const int connection = ++m_connections;
         ++m_openConnections;
+        socket->setSocketOption(QTcpSocket::LowDelayOption, 1);
         auto pending = std::make_shared<QByteArray>();
         connect(socket, &QTcpSocket::readyRead, this,
                 [this, socket, connection, pending] { onBytes(socket, connection, *pending); });
