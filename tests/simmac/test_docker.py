@@ -53,6 +53,13 @@ class RunningTest(ContainerCase):
         self.assertEnds(self.docker("restart", "pihole"), 0, "pihole\n", "")
         self.assertNotEqual(self.docker("inspect", "--format", "{{.State.Pid}}", "pihole").out, before)
 
+    def test_Two_starts_at_once_make_one_process(self):
+        self.docker("stop", "pihole")
+        start = "/opt/homebrew/bin/docker start pihole"
+        self.assertEqual(self.mac.shell(f"{start} & {start} & {start}; wait").out, "pihole\n" * 3)
+        self.assertEqual(self.container_state().split("|")[0], "running")
+        self.assertTrue(eventually(lambda: self.answer() == "93.184.215.14\n"))
+
     def test_Killed_container_stays_down_and_a_crashed_one_comes_back(self):
         self.docker("kill", "pihole")
         self.assertEqual(self.docker("inspect", "--format", "{{.State.ExitCode}}", "pihole").out, "137\n")
@@ -174,8 +181,9 @@ class EngineTest(ContainerCase):
         self.assertIn("FTLCONF_webserver_api_password=Aa-_.@+9", found["Config"]["Env"])
         self.assertEqual(found["HostConfig"]["RestartPolicy"]["Name"], "unless-stopped")
         self.assertEqual(found["HostConfig"]["Binds"], ["pihole_etc:/etc/pihole", "pihole_dnsmasq:/etc/dnsmasq.d"])
-        login = "curl -s -o /dev/null -w '%{http_code}' -d '{\"password\":\"Aa-_.@+9\"}' http://127.0.0.1:8085/api/auth"
-        self.assertTrue(eventually(lambda: self.mac.shell(login).out == "200"))
+        login = ("/usr/bin/curl", "-s", "-o", "/dev/null", "-w", "%{http_code}", "-d", '{"password":"Aa-_.@+9"}',
+                 "http://127.0.0.1:8085/api/auth")
+        self.assertTrue(eventually(lambda: self.mac.run(*login).out == "200"))
 
     def test_Run_refuses_what_docker_refuses(self):
         self.assertEnds(self.docker(*run_arguments()), 125, "", f"docker: open {ENV_FILE}: no such file or directory\n\n"

@@ -56,6 +56,8 @@ class SessionTest(WebCase):
         self.assertEqual([answer.status for answer in answers], [401, 401, 401, 429])
         self.assertEqual(answers[3].json["error"]["key"], "rate_limiting")
         self.assertIsNone(answers[3].header("Retry-After"))
+        self.assertGreaterEqual(answers[3].json["took"], 0.25)
+        self.assertEqual(self.log_in_with("test-password").status, 429)
         time.sleep(1.02 - time.time() % 1)
         self.assertEqual(self.log_in_with("test-password").status, 200)
 

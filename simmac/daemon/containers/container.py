@@ -7,6 +7,7 @@ import os
 import secrets
 import time
 
+from daemon.containers.errors import DockerError
 from daemon.containers.pihole_process import PiholeProcess
 
 _BOOT_SECONDS = 1.5
@@ -30,6 +31,7 @@ class Container:
         self.error = ""
         self.comes_back = False      # was running when the engine stopped
         self.told_health = None      # a health that it was told to have
+        self.lock = asyncio.Lock()   # one start or stop at a time
         self._healthy_at = 0.0
         self._process = None
         self._watcher = None
@@ -61,7 +63,7 @@ class Container:
         return "healthy" if time.monotonic() >= self._healthy_at else "starting"
 
     async def start(self, at_once=False):
-        """Runs its process; at_once means that it is healthy and answers from the first moment."""
+        """Runs its process (the engine holds the lock); at_once: healthy and answering from the first moment."""
         mac = self._engine.mac
         self._process = PiholeProcess(self.folder)
         boot = 0 if at_once else mac.scaled(_BOOT_SECONDS)
@@ -113,24 +115,29 @@ class Container:
         return self._engine.volume_folder(name) if name else f"{self.folder}/etc-pihole"
 
     async def _watch(self, process):
+        """Waits for an end that nobody asked for, and does what the restart policy says."""
         status = await process.wait()
         self.state, self.ended = "exited", time.time()
         self.exit_code = 128 - status if status < 0 else status
         if self.spec.restart in ("always", "unless-stopped") or self.spec.restart.startswith("on-failure"):
             await asyncio.sleep(_RESTART_SECONDS)
-            await self.start()
+            try:
+                await self._engine.start(self)
+            except DockerError as error:
+                self.error = error.text
 
     async def stop(self, by_force=False):
         """Ends its process as `docker stop` or `docker kill` does; it stays ended."""
-        if self._watcher:
-            self._watcher.cancel()
-            with contextlib.suppress(asyncio.CancelledError):
-                await self._watcher
-            self._watcher = None
-        if self.running:
-            await self._process.end(by_force)
-            self.state, self.ended = "exited", time.time()
-            self.exit_code = 137 if by_force else 0
+        async with self.lock:
+            if self._watcher:
+                self._watcher.cancel()
+                with contextlib.suppress(asyncio.CancelledError):
+                    await self._watcher
+                self._watcher = None
+            if self.running:
+                await self._process.end(by_force)
+                self.state, self.ended = "exited", time.time()
+                self.exit_code = 137 if by_force else 0
 
     async def crash(self):
         """Its process dies by kill -9, without anybody having asked Docker."""
@@ -142,7 +149,7 @@ class Container:
         if self.running:
             health, started, healthy_at = self.told_health, self.started, self._healthy_at
             await self.stop()
-            await self.start(at_once=True)
+            await self._engine.start(self, at_once=True)
             self.told_health, self.started, self._healthy_at = health, started, healthy_at
 
     async def ask(self, request):

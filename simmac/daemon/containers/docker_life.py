@@ -8,7 +8,7 @@ _STOP_SECONDS = 3.0
 _REMOVE_SECONDS = 0.3
 
 
-async def _each(call, name, words, action, closing=None):
+async def _each(call, words, action, closing=None):
     """Does something with each named container, prints the names that worked and then what did not."""
     engine_of(call)
     trouble = []
@@ -34,7 +34,7 @@ async def start(call, args):
         container = engine.find(name)
         await call.pause(_START_SECONDS)
         await engine.start(container)
-    return await _each(call, "start", options.words, action, "Error: failed to start containers")
+    return await _each(call, options.words, action, "Error: failed to start containers")
 
 
 async def stop(call, args):
@@ -46,7 +46,7 @@ async def stop(call, args):
         if container.running:
             await call.pause(_STOP_SECONDS)
         await container.stop()
-    return await _each(call, "stop", options.words, action)
+    return await _each(call, options.words, action)
 
 
 async def restart(call, args):
@@ -60,7 +60,7 @@ async def restart(call, args):
         await container.stop()
         await call.pause(_START_SECONDS)
         await engine.start(container)
-    return await _each(call, "restart", options.words, action)
+    return await _each(call, options.words, action)
 
 
 async def kill(call, args):
@@ -72,36 +72,32 @@ async def kill(call, args):
         if not container.running:
             raise errors.from_daemon(f"cannot kill container: {name}: container {container.id} is not running")
         await container.stop(by_force=True)
-    return await _each(call, "kill", options.words, action)
+    return await _each(call, options.words, action)
 
 
 async def remove(call, args):
     options = options_of("rm", args, switches=("-f|--force", "-v|--volumes", "-l|--link"))
     need_words("rm", options)
     force = "--force" in options.switches
-    gone = []
+    wanted = []
+    for word in options.words:
+        try:
+            engine_of(call).find(word)
+            wanted.append(word)
+        except errors.DockerError as error:
+            # By force, a container that is not there is mentioned but is no failure.
+            if not force or "No such container" not in error.text:
+                raise
+            await call.err(error.text + "\n")
 
     async def action(engine, name):
-        try:
-            container = engine.find(name)
-        except errors.DockerError as error:
-            if not force:
-                raise
-            gone.append(error.text)
-            raise
+        container = engine.find(name)
         if container.running and not force:
             raise errors.from_daemon(f'cannot remove container "{name}": container is running: stop the container '
                                      "before removing or force remove")
         await call.pause(_REMOVE_SECONDS)
         await engine.remove(container)
-    try:
-        return await _each(call, "rm", options.words, action)
-    except errors.DockerError as error:
-        # By force, a container that is not there is mentioned but is no failure.
-        if gone and error.text == "\n".join(gone):
-            await call.err(error.text + "\n")
-            return 0
-        raise
+    return await _each(call, wanted, action)
 
 
 async def volume(call, args):
@@ -121,4 +117,4 @@ async def volume(call, args):
         except errors.DockerError as error:
             if not ("--force" in options.switches and error.text.endswith("no such volume")):
                 raise
-    return await _each(call, "volume rm", options.words, action)
+    return await _each(call, options.words, action)

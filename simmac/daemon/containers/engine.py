@@ -109,12 +109,13 @@ class Engine:
 
     async def start(self, container, at_once=False):
         """Starts it; DockerError, and the container as it was, when a port is taken."""
-        if container.running:
-            return
-        for port in container.spec.ports:
-            self._check_port(container, port)
-        container.told_health = None
-        await container.start(at_once)
+        async with container.lock:
+            if container.running:
+                return
+            for port in container.spec.ports:
+                self._check_port(container, port)
+            container.told_health = None
+            await container.start(at_once)
 
     def _check_port(self, container, port):
         for other in self.containers.values():

@@ -52,12 +52,10 @@ async def _install(call, homebrew, formulae):
                        "==> Searching for similarly named formulae and casks...\n"
                        f'Error: No formulae or casks found for {unknown[0]}.\n')
         return 1
-    missing = []
+    missing = [name for name in formulae if name not in homebrew.installed]
     for name in formulae:
-        if name in homebrew.installed:
+        if name not in missing:
             await _already(call, name)
-        else:
-            missing.append(name)
     if not missing:
         return 0
     await call.pause(2)
