@@ -103,6 +103,13 @@ class ServiceTest(ContainerCase):
         self.brew("services", "start", "colima")
         self.brew("services", "stop", "colima")
         self.assertTrue(self.docker_works())
+        self.colima("stop")
+        self.brew("services", "start", "colima")
+        self.assertTrue(eventually(self.docker_works))
+        self.colima("stop")
+        self.colima("start")
+        self.brew("services", "stop", "colima")
+        self.assertTrue(self.docker_works())
 
     def test_Services_of_other_formulae_are_refused(self):
         self.assertSays(self.brew("services", "start", "docker"), 1, "has not implemented")

@@ -186,8 +186,8 @@ class EngineTest(ContainerCase):
         self.assertTrue(eventually(lambda: self.mac.run(*login).out == "200"))
 
     def test_Run_refuses_what_docker_refuses(self):
-        self.assertEnds(self.docker(*run_arguments()), 125, "", f"docker: open {ENV_FILE}: no such file or directory\n\n"
-                        "Run 'docker run --help' for more information\n")
+        self.assertEnds(self.docker(*run_arguments()), 125, "", f"docker: open {ENV_FILE}: no such file or directory"
+                        "\n\nRun 'docker run --help' for more information\n")
         for words, text in ((("-p", "127.0.0.1:x:53"), "invalid hostPort: x"), (("-p", "1:2:3:4"), "invalid IP"),
                             (("-p", "53:53/tpc"), "invalid proto: tpc"), (("--restart", "often"), "unknown policy"),
                             (("-v", "pi hole:/x"), "invalid characters"), (("--nme", "x"), "unknown flag: --nme"),

@@ -1,5 +1,6 @@
 """The stand-in Pi-hole's DNS, asked by dig and by bytes."""
 
+import random
 import socket
 import struct
 import time
@@ -109,6 +110,17 @@ class HostileTest(DnsCase):
         self.assertEqual(self.rcode(query(questions=0)), 1)
         self.assertEqual(self.rcode(query(questions=2)), 1)
         self.assertEqual(self.pihole.short("example.com"), "93.184.215.14")
+
+    def test_Any_bytes_leave_it_standing(self):
+        chance = random.Random(5)
+        with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as client:
+            for _ in range(800):
+                packet = bytearray(query(body=QUESTION + b"\0\0\x29\x10\0\0\0\0\0\0\0"))
+                for _ in range(chance.randint(1, 8)):
+                    packet[chance.randrange(len(packet))] = chance.randrange(256)
+                client.sendto(packet[:chance.randint(1, len(packet))], ("127.0.0.1", self.pihole.dns_port))
+        self.assertEqual(self.pihole.short("example.com"), "93.184.215.14")
+        self.assertNotIn("Traceback", self.pihole.printed())
 
     def test_Tcp_connection_carries_many_questions_and_survives_pieces(self):
         with socket.create_connection(("127.0.0.1", self.pihole.dns_port), 2) as client:
