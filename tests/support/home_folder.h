@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -12,6 +13,9 @@ public:
     HomeFolder()
         : m_before(qgetenv("HOME"))
     {
+        // A test that gives root's rights up must still reach it.
+        QFile::setPermissions(m_folder.path(), QFile::permissions(m_folder.path()) | QFileDevice::ExeGroup |
+                                                   QFileDevice::ExeOther | QFileDevice::ReadOther);
         qputenv("HOME", m_folder.path().toUtf8());
     }
     ~HomeFolder() { qputenv("HOME", m_before); }

@@ -1,7 +1,7 @@
 #include "runtime/pihole_controller.h"
 #include "tests/support/fake_tool.h"
 #include "tests/support/home_folder.h"
-#include "tests/support/wait_for.h"
+#include "tests/support/result_of.h"
 
 #include <QCoro/QCoroTask>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ const QString kTag = QStringLiteral("2026.09.0");
 
 QStringList words(const char *text) { return QString::fromLatin1(text).split(u' '); }
 
-ContainerState stateNow() { return test::waitFor(PiholeController::containerState()); }
+ContainerState stateNow() { return test::resultOf(PiholeController::containerState()); }
 
 /// A docker whose engine answers and whose container is inspected by this command.
 QByteArray inspecting(const QByteArray &command) { return "[ $1 = info ] && { echo 27.1; exit 0; }\n" + command; }

@@ -1,5 +1,6 @@
 #include "exec/app_paths.h"
 #include "runtime/pihole_controller.h"
+#include "tests/support/file_trouble.h"
 #include "tests/support/home_folder.h"
 
 #include <QDir>
@@ -7,10 +8,7 @@
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <thread>
@@ -32,53 +30,8 @@ private:
     mode_t m_before;
 };
 
-/// Files of this process cannot grow beyond the size: a disk that is full.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t size)
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        m_action = ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{size, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        ::signal(SIGXFSZ, m_action);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_before = {};
-    sighandler_t m_action = SIG_DFL;
-};
-
-/// Takes the right to change a folder away, from root too, while it lives.
-class ReadOnlyFolder {
-public:
-    explicit ReadOnlyFolder(const QString &path)
-        : m_path(QFile::encodeName(path))
-    {
-        ::chmod(m_path.constData(), 0555);
-        m_ready = ::geteuid() != 0 || ::seteuid(kNobody) == 0;
-    }
-    ~ReadOnlyFolder()
-    {
-        if (::geteuid() == kNobody && ::getuid() == 0) m_ready = ::seteuid(0) == 0;
-        ::chmod(m_path.constData(), 0755);
-    }
-    ReadOnlyFolder(const ReadOnlyFolder &) = delete;
-    ReadOnlyFolder &operator=(const ReadOnlyFolder &) = delete;
-
-    [[nodiscard]] bool ready() const { return m_ready; }
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    QByteArray m_path;
-    bool m_ready = false;
-};
+using test::FileSizeLimit;
+using test::ReadOnlyFolder;
 
 QByteArray contentOf(const QString &path)
 {
@@ -202,7 +155,6 @@ TEST_F(PiholeFiles, In_a_read_only_folder_everything_stays_as_it_was)
 {
     put(m_secret, "as it was");
     put(m_compose, "old");
-    QFile::setPermissions(m_home.path(QStringLiteral(".")), QFileDevice::Permissions(0x7055));
     {
         const ReadOnlyFolder readOnly(m_folder);
         if (!readOnly.ready()) GTEST_SKIP() << "root cannot give its rights up here";

@@ -14,7 +14,7 @@ QCoro::Task<> store(QCoro::Task<Result> task, std::optional<Result> &result)
 
 /// Runs the event loop until the task ends; for results that cannot be made out of nothing too.
 template <class Result>
-Result waitFor(QCoro::Task<Result> task)
+Result resultOf(QCoro::Task<Result> task)
 {
     std::optional<Result> result;
     QCoro::waitFor(store(std::move(task), result));

@@ -1,0 +1,148 @@
+#include "dns/admin_script.h"
+#include "dns/dns_backup.h"
+#include "dns/dns_configurator.h"
+#include "tests/support/fake_tool.h"
+#include "tests/support/home_folder.h"
+#include "tests/support/result_of.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using test::FakeTool;
+using test::printing;
+using test::resultOf;
+
+const QString kNetworksetup = QStringLiteral("/usr/sbin/networksetup");
+const QString kOsascript = QStringLiteral("/usr/bin/osascript");
+const QString kWifi = QStringLiteral("Wi-Fi");
+const QString kLan = QStringLiteral("Anna's LAN");
+const std::optional<QString> kSuccess;
+
+QStringList list(std::initializer_list<const char *> items)
+{
+    QStringList result;
+    for (const char *item : items)
+        result += QString::fromUtf8(item);
+    return result;
+}
+
+/// What osascript is called with for these commands.
+QList<QStringList> onePrompt(const QStringList &commands)
+{
+    return {{QStringLiteral("-e"), AdminScript::appleScript(AdminScript::joined(commands))}};
+}
+
+class ChangingDns : public testing::Test {
+protected:
+    test::HomeFolder m_home;
+};
+
+class Applying : public ChangingDns {};
+class Restoring : public ChangingDns {};
+
+TEST_F(Applying, Asks_once_for_all_services_and_checks_each)
+{
+    const FakeTool osascript(kOsascript, "");
+    const FakeTool networksetup(kNetworksetup, printing("127.0.0.1\n1.1.1.1"));
+    const QStringList servers = list({"127.0.0.1", "1.1.1.1"});
+    EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi, kLan}, false)), kSuccess);
+    EXPECT_EQ(osascript.calls(),
+              onePrompt({DNSConfigurator::setCommand(kWifi, servers), DNSConfigurator::setCommand(kLan, servers)}));
+    EXPECT_EQ(networksetup.calls(), (QList<QStringList>{{QStringLiteral("-getdnsservers"), kWifi},
+                                                        {QStringLiteral("-getdnsservers"), kLan}}));
+}
+
+TEST_F(Applying, Pihole_only_sets_no_second_server)
+{
+    const FakeTool osascript(kOsascript, "");
+    const FakeTool networksetup(kNetworksetup, printing("127.0.0.1"));
+    EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi}, true)), kSuccess);
+    EXPECT_EQ(osascript.calls(), onePrompt({DNSConfigurator::setCommand(kWifi, list({"127.0.0.1"}))}));
+}
+
+TEST_F(Applying, Names_the_first_service_that_macos_did_not_change)
+{
+    const FakeTool osascript(kOsascript, "");
+    {
+        const FakeTool networksetup(kNetworksetup, printing("127.0.0.1"));
+        EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi, kLan}, false)),
+                  QStringLiteral("macOS did not keep the new DNS servers for Wi-Fi (it shows: 127.0.0.1)."));
+        EXPECT_EQ(networksetup.calls().size(), 1);
+    }
+    {
+        const FakeTool networksetup(kNetworksetup, "[ \"$2\" = Wi-Fi ] && echo 127.0.0.1 && echo 1.1.1.1 && exit\n"
+                                                   "printf '1.1.1.1\\n127.0.0.1\\n'");
+        EXPECT_EQ(
+            resultOf(DNSConfigurator::apply({kWifi, kLan}, false)),
+            QStringLiteral("macOS did not keep the new DNS servers for Anna's LAN (it shows: 1.1.1.1, 127.0.0.1)."));
+    }
+    const FakeTool networksetup(kNetworksetup, printing("There aren't any DNS Servers set on Wi-Fi."));
+    EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi}, false)),
+              QStringLiteral("macOS did not keep the new DNS servers for Wi-Fi (it shows: Automatic)."));
+}
+
+TEST_F(Applying, A_cancelled_prompt_is_said_and_nothing_is_checked)
+{
+    const FakeTool osascript(kOsascript, "echo '0:50: execution error: User canceled. (-128)' >&2; exit 1");
+    const FakeTool networksetup(kNetworksetup, "");
+    EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi}, false)),
+              QStringLiteral("You cancelled the administrator prompt. Nothing was changed."));
+    EXPECT_TRUE(networksetup.calls().isEmpty());
+}
+
+TEST_F(Applying, What_networksetup_complained_about_is_shown)
+{
+    const FakeTool osascript(kOsascript, printing("Wi-Fu is not a recognized network service.", 1));
+    EXPECT_EQ(resultOf(DNSConfigurator::apply({QStringLiteral("Wi-Fu")}, false)),
+              QStringLiteral("Wi-Fu is not a recognized network service."));
+}
+
+TEST_F(Restoring, Puts_every_saved_service_back_with_one_prompt_and_checks_nothing)
+{
+    ASSERT_TRUE(DNSBackup::store({{kLan, list({"9.9.9.9", "8.8.8.8"})}, {kWifi, {}}}));
+    const FakeTool osascript(kOsascript, "");
+    const FakeTool networksetup(kNetworksetup, "");
+    EXPECT_EQ(resultOf(DNSConfigurator::restore()), kSuccess);
+    EXPECT_EQ(osascript.calls(), onePrompt({DNSConfigurator::setCommand(kLan, list({"9.9.9.9", "8.8.8.8"})),
+                                            DNSConfigurator::setCommand(kWifi, {})}));
+    EXPECT_TRUE(networksetup.calls().isEmpty());
+    EXPECT_TRUE(DNSConfigurator::hasBackup());
+}
+
+TEST_F(Restoring, With_nothing_saved_sets_services_at_pihole_to_automatic)
+{
+    const FakeTool osascript(kOsascript, "");
+    const FakeTool networksetup(kNetworksetup,
+                                "case \"$1:$2\" in -listall*) printf 'A\\nB\\nC\\n' ;; *:A) echo 127.0.0.1 ;;\n"
+                                "*:B) echo 9.9.9.9 ;; *:C) printf '9.9.9.9\\n127.0.0.1\\n' ;; esac");
+    EXPECT_EQ(resultOf(DNSConfigurator::restore()), kSuccess);
+    EXPECT_EQ(osascript.calls(), onePrompt({DNSConfigurator::setCommand(QStringLiteral("A"), {}),
+                                            DNSConfigurator::setCommand(QStringLiteral("C"), {})}));
+}
+
+TEST_F(Restoring, With_nothing_to_restore_says_so_and_shows_no_prompt)
+{
+    const FakeTool osascript(kOsascript, "");
+    const FakeTool networksetup(kNetworksetup, "case $1 in -listall*) echo A ;; *) echo 9.9.9.9 ;; esac");
+    EXPECT_EQ(resultOf(DNSConfigurator::restore()),
+              QStringLiteral("There is nothing to restore: no saved settings and no service points at Pi-hole."));
+    EXPECT_TRUE(osascript.calls().isEmpty());
+}
+
+TEST_F(Restoring, A_refusal_is_said)
+{
+    ASSERT_TRUE(DNSBackup::store({{kWifi, {}}}));
+    const FakeTool osascript(kOsascript, "exit 1");
+    EXPECT_EQ(resultOf(DNSConfigurator::restore()), QStringLiteral("macOS refused the change."));
+}
+
+TEST_F(Restoring, Without_osascript_is_a_refusal)
+{
+    ASSERT_TRUE(DNSBackup::store({{kWifi, {}}}));
+    EXPECT_EQ(resultOf(DNSConfigurator::restore()), QStringLiteral("macOS refused the change."));
+}
+
+} // namespace
+} // namespace corvane

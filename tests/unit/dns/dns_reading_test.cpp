@@ -1,0 +1,111 @@
+#include "dns/dns_configurator.h"
+#include "tests/support/fake_tool.h"
+#include "tests/support/result_of.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using test::FakeTool;
+using test::printing;
+using test::resultOf;
+
+const QString kNetworksetup = QStringLiteral("/usr/sbin/networksetup");
+const QString kRoute = QStringLiteral("/sbin/route");
+const QString kScutil = QStringLiteral("/usr/sbin/scutil");
+
+QByteArray tool(const char *name) { return printing(test::recorded(name).toUtf8()); }
+
+/// Lists the recorded services; Wi-Fi points at Pi-hole, all others are automatic.
+QByteArray networksetupBody()
+{
+    return "services() { " + printing(test::recorded("services.txt").toUtf8()) + "\n}\norder() { " +
+           printing(test::recorded("service_order.txt").toUtf8()) +
+           "\n}\ncase $1 in -listallnetworkservices) services ;; -listnetworkserviceorder) order ;; esac\n"
+           "[ \"$2\" = Wi-Fi ] && printf '127.0.0.1\\n1.1.1.1\\n' && exit\n"
+           "echo \"There aren't any DNS Servers set on $2.\"";
+}
+
+QStringList arguments(std::initializer_list<const char *> items)
+{
+    QStringList result;
+    for (const char *item : items)
+        result += QString::fromUtf8(item);
+    return result;
+}
+
+TEST(ListingServices, Gives_each_its_servers_and_marks_the_one_with_the_default_route)
+{
+    const FakeTool networksetup(kNetworksetup, networksetupBody());
+    const FakeTool route(kRoute, tool("route_wifi.txt"));
+    const QList<NetworkService> expected{
+        {QStringLiteral("Wi-Fi"), arguments({"127.0.0.1", "1.1.1.1"}), true},
+        {QStringLiteral("Anna's Hotspot: (büro)"), {}, false},
+        {QStringLiteral("10.0.0.1"), {}, false},
+        {QStringLiteral("USB 10/100/1000 LAN"), {}, false},
+    };
+    EXPECT_EQ(resultOf(DNSConfigurator::listServices()), expected);
+
+    const QList<QStringList> calls{
+        arguments({"-listallnetworkservices"}),    arguments({"-listnetworkserviceorder"}),
+        arguments({"-getdnsservers", "Wi-Fi"}),    arguments({"-getdnsservers", "Anna's Hotspot: (büro)"}),
+        arguments({"-getdnsservers", "10.0.0.1"}), arguments({"-getdnsservers", "USB 10/100/1000 LAN"}),
+    };
+    EXPECT_EQ(networksetup.calls(), calls);
+    EXPECT_EQ(route.calls(), QList<QStringList>{arguments({"-n", "get", "default"})});
+}
+
+TEST(ListingServices, Without_a_default_route_none_is_marked)
+{
+    const FakeTool networksetup(kNetworksetup, networksetupBody());
+    const FakeTool route(kRoute, printing("route: writing to routing socket: not in table", 1));
+    const QList<NetworkService> services = resultOf(DNSConfigurator::listServices());
+    ASSERT_EQ(services.size(), 4);
+    for (const NetworkService &service : services)
+        EXPECT_FALSE(service.isDefaultRoute) << service.name.toStdString();
+}
+
+TEST(ListingServices, A_default_route_over_no_listed_device_marks_none)
+{
+    const FakeTool networksetup(kNetworksetup, networksetupBody());
+    const FakeTool route(kRoute, printing("  interface: utun4"));
+    for (const NetworkService &service : resultOf(DNSConfigurator::listServices()))
+        EXPECT_FALSE(service.isDefaultRoute);
+}
+
+TEST(ListingServices, Gives_nothing_when_the_tool_fails_or_is_missing)
+{
+    EXPECT_TRUE(resultOf(DNSConfigurator::listServices()).isEmpty());
+    const FakeTool networksetup(kNetworksetup, printing("Wi-Fi", 4));
+    EXPECT_TRUE(resultOf(DNSConfigurator::listServices()).isEmpty());
+    EXPECT_EQ(networksetup.calls().size(), 1);
+}
+
+TEST(CurrentServers, Of_a_tool_that_fails_are_none)
+{
+    const FakeTool networksetup(kNetworksetup, printing("127.0.0.1", 1));
+    EXPECT_TRUE(resultOf(DNSConfigurator::currentServers(QStringLiteral("Wi-Fi"))).isEmpty());
+}
+
+TEST(ReadingTheReport, Does_not_look_at_the_exit_status)
+{
+    const FakeTool scutil(kScutil, printing(test::recorded("scutil_pihole_with_ipv6.txt").toUtf8(), 1));
+    EXPECT_TRUE(resultOf(DNSConfigurator::resolverReport()).firstIsPihole);
+    EXPECT_EQ(scutil.calls(), QList<QStringList>{arguments({"--dns"})});
+}
+
+TEST(ReadingTheReport, Without_scutil_says_that_it_could_not_be_read)
+{
+    const ResolverReport report = resultOf(DNSConfigurator::resolverReport());
+    EXPECT_EQ(report.warnings, QStringList(QStringLiteral("Could not read the system's DNS servers from scutil.")));
+}
+
+TEST(SystemLookup, Tells_whether_the_name_has_an_address)
+{
+    EXPECT_TRUE(resultOf(DNSConfigurator::systemResolve(QStringLiteral("127.0.0.1"))));
+    EXPECT_FALSE(resultOf(DNSConfigurator::systemResolve(QStringLiteral("no such name"))));
+}
+
+} // namespace
+} // namespace corvane
