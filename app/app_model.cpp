@@ -155,6 +155,25 @@ bool AppModel::isStepDone(int step) const
     }
 }
 
+void AppModel::markBusy(const QString &key)
+{
+    ++m_busyCounts[key];
+    setBusy(QSet<QString>(m_busyCounts.keyBegin(), m_busyCounts.keyEnd()));
+}
+
+void AppModel::clearBusy(const QString &key)
+{
+    if (--m_busyCounts[key] <= 0) m_busyCounts.remove(key);
+    setBusy(QSet<QString>(m_busyCounts.keyBegin(), m_busyCounts.keyEnd()));
+}
+
+void AppModel::recordOutcome(const QString &test, bool passed, const QString &summary)
+{
+    Outcomes results = outcomes();
+    results.insert(test, {passed, summary, QDateTime::currentDateTime()});
+    setOutcomes(results);
+}
+
 bool AppModel::operationRunning() const { return m_installOp.running() || m_startOp.running() || m_maintOp.running(); }
 
 bool passed(const Outcomes &outcomes, const QString &test)

@@ -222,6 +222,9 @@ public:
     [[nodiscard]] OperationRunner *startOp() { return &m_startOp; }
     [[nodiscard]] OperationRunner *maintOp() { return &m_maintOp; }
     [[nodiscard]] OperationRunner *followOp() { return &m_followOp; }
+    /// Marks an action as under way; a key stays busy until it was cleared as often as it was marked. See BusyKey.
+    void markBusy(const QString &key);
+    void clearBusy(const QString &key);
     /// Whether a set-up or maintenance operation is under way; following the log is none.
     [[nodiscard]] bool operationRunning() const;
 
@@ -230,12 +233,32 @@ Q_SIGNALS:
 
 private:
     void bindDerivedFields();
-    void markBusy(const QString &key);
-    void clearBusy(const QString &key);
+    void recordOutcome(const QString &test, bool passed, const QString &summary);
     [[nodiscard]] QCoro::Task<> poll();
     [[nodiscard]] QCoro::Task<> control(QString verb);
     void follow();
     void onFollowerEnded();
+
+    [[nodiscard]] QCoro::Task<> finishInstall(bool succeeded);
+    [[nodiscard]] QCoro::Task<> waitForDocker();
+    [[nodiscard]] QCoro::Task<bool> piholeCanStart();
+    void startContainer(const QString &password);
+
+    void showPiholeCheck(int run, int row, bool passed, const QString &detail);
+    [[nodiscard]] QCoro::Task<bool> testContainer(int run, Clock::Duration limit);
+    [[nodiscard]] QCoro::Task<bool> testAdminPage(int run, int attempts);
+    [[nodiscard]] QCoro::Task<bool> testDns(int run, int attempts, bool containerPassed);
+    [[nodiscard]] QCoro::Task<> explainSilentDns(int run);
+    [[nodiscard]] QCoro::Task<> finishUDPFix(bool succeeded);
+
+    [[nodiscard]] bool changesDns() const;
+    [[nodiscard]] QCoro::Task<QString> findInLog(QStringList names, QSet<QString> *found);
+
+    [[nodiscard]] QCoro::Task<QString> saveBackupBefore(QString newTag);
+    void startUpdate(const QString &newTag);
+    [[nodiscard]] QCoro::Task<> finishUpdate(bool succeeded, QString oldTag, QString newTag);
+    void finishPortChange(bool succeeded);
+    [[nodiscard]] QCoro::Task<> removeContainer();
 
     SettingsStore &m_settings;
     Dialogs &m_dialogs;
@@ -249,7 +272,12 @@ private:
     OperationRunner m_startOp;
     OperationRunner m_maintOp;
     OperationRunner m_followOp;
+    QHash<QString, int> m_busyCounts;
     bool m_refreshing = false;
+    bool m_preparingStart = false;
+    bool m_updating = false;
+    bool m_removing = false;
+    int m_newestTestRun = 0;
     QString m_loadedLog;
     bool m_showsFollowedLog = false;
 };

@@ -1,0 +1,199 @@
+#include "app/app_model.h"
+#include "app/busy_key.h"
+#include "app/test_name.h"
+#include "dns/dns_configurator.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kTestLookups = 3;
+constexpr int kLogReads = 3;
+constexpr int kLogLength = 300;
+constexpr std::chrono::milliseconds kBeforeLogRead{1500};
+
+QStringList namesOf(const QList<NetworkService> &services)
+{
+    QStringList names;
+    for (const NetworkService &service : services)
+        names.append(service.name);
+    return names;
+}
+
+Alert changeQuestion(const QList<NetworkService> &chosen, bool piholeOnly)
+{
+    const QString target = piholeOnly ? QStringLiteral("127.0.0.1 only") : QStringLiteral("127.0.0.1, then 1.1.1.1");
+    QStringList lines;
+    for (const NetworkService &service : chosen) {
+        const QString now =
+            service.servers.isEmpty() ? QStringLiteral("Automatic") : service.servers.join(QStringLiteral(", "));
+        lines.append(QStringLiteral("• ") + service.name + QStringLiteral(": ") + now + QStringLiteral("  ->  ") +
+                     target);
+    }
+    lines << QString()
+          << QStringLiteral("Your old values are saved first in dns-backup.json (Application Support/Corvane). "
+                            "The DNS cache is flushed. macOS will ask for your administrator password once.");
+    if (piholeOnly) {
+        lines << QString()
+              << QStringLiteral("Pi-hole only: if Pi-hole stops, this Mac has no DNS until you restore your "
+                                "old settings.");
+    }
+    Alert alert;
+    alert.title = QStringLiteral("Change DNS on %1 network service(s)?").arg(chosen.size());
+    alert.text = lines.join(u'\n');
+    alert.accept = QStringLiteral("Change DNS");
+    alert.reject = QStringLiteral("Cancel");
+    return alert;
+}
+
+Alert restoreQuestion(bool hasBackup)
+{
+    Alert alert;
+    alert.title = QStringLiteral("Restore my old DNS settings?");
+    alert.text =
+        hasBackup ? QStringLiteral("The DNS servers saved before the wizard changed them will be put back. macOS will "
+                                   "ask for your administrator password.")
+                  : QStringLiteral("No saved settings were found. Network services that point at Pi-hole will be set "
+                                   "back to Automatic. macOS will ask for your administrator password.");
+    alert.accept = QStringLiteral("Restore");
+    alert.reject = QStringLiteral("Cancel");
+    return alert;
+}
+
+} // namespace
+
+/// Whether a change of this Mac's DNS is under way; the backup file has one user at a time.
+bool AppModel::changesDns() const
+{
+    return busy().contains(QStringLiteral("applydns")) || busy().contains(QStringLiteral("restoredns"));
+}
+
+QCoro::Task<> AppModel::loadServices()
+{
+    const BusyKey mark(this, QStringLiteral("services"));
+    const QPointer<AppModel> alive(this);
+    const QList<NetworkService> found = co_await DNSConfigurator::listServices();
+    if (!alive) co_return;
+    setServices(found);
+
+    const QStringList names = namesOf(found);
+    QSet<QString> selected = selectedServices();
+    selected.intersect(QSet<QString>(names.begin(), names.end()));
+    if (selected.isEmpty()) {
+        for (const NetworkService &service : found) {
+            if (service.isDefaultRoute) selected.insert(service.name);
+        }
+    }
+    setSelectedServices(selected);
+}
+
+QCoro::Task<> AppModel::applyDNS()
+{
+    if (changesDns()) co_return;
+    const QPointer<AppModel> alive(this);
+    setDnsMessage({});
+    if (!answering()) {
+        setDnsMessage(
+            QStringLiteral("Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step 4 first."));
+        co_return;
+    }
+    QList<NetworkService> chosen = services();
+    erase_if(chosen, [this](const NetworkService &service) { return !selectedServices().contains(service.name); });
+    if (chosen.isEmpty()) {
+        setDnsMessage(QStringLiteral("Pick at least one network service."));
+        co_return;
+    }
+    const bool onlyPihole = piholeOnly();
+    const Alert question = changeQuestion(chosen, onlyPihole);
+    const bool accepted = co_await m_dialogs.confirm(question);
+    if (!alive || !accepted || changesDns()) co_return;
+
+    const BusyKey mark(this, QStringLiteral("applydns"));
+    if (const auto saved = DNSConfigurator::saveBackup(chosen); !saved) {
+        setDnsMessage(QStringLiteral("The old settings could not be saved, so nothing was changed: ") + saved.error());
+        co_return;
+    }
+    const std::optional<QString> failure = co_await DNSConfigurator::apply(namesOf(chosen), onlyPihole);
+    if (!alive) co_return;
+    setDnsMessage(failure.value_or(QStringLiteral("DNS changed.")));
+    co_await loadServices();
+    if (!alive || failure) co_return;
+    co_await runSystemTest();
+}
+
+QCoro::Task<> AppModel::runSystemTest()
+{
+    const QString key = QStringLiteral("system");
+    if (busy().contains(key)) co_return;
+    const BusyKey mark(this, key);
+    const QPointer<AppModel> alive(this);
+    configureAPI();
+    const ResolverReport report = co_await DNSConfigurator::resolverReport();
+    if (!alive) co_return;
+    setResolverReport(report);
+
+    QStringList names;
+    for (int i = 0; i < kTestLookups; ++i) {
+        names.append(freshTestName());
+        co_await DNSConfigurator::systemResolve(names.last());
+    }
+    if (!alive) co_return;
+    QSet<QString> found;
+    const QString unread = co_await findInLog(names, &found);
+    if (!alive) co_return;
+
+    QString detail = QStringLiteral("%1 of %2 test lookups through the system resolver showed up in Pi-hole's log.")
+                         .arg(found.size())
+                         .arg(kTestLookups);
+    if (!unread.isEmpty()) detail += QStringLiteral(" (Could not read the log: ") + unread + u')';
+    if (!report.firstIsPihole) detail += QStringLiteral(" The first DNS server macOS uses is not Pi-hole.");
+    setSystemTestDetail(detail);
+    recordOutcome(key, !found.isEmpty() && report.firstIsPihole, detail);
+    if (setupSucceeded()) setWizardFinished(true);
+    co_await refreshStatus(false);
+}
+
+/// Looks for the names in Pi-hole's query log until all are there, a read fails, or three reads were made. Answers why
+/// a read failed, or nothing. `found` belongs to the flow that waits.
+QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found)
+{
+    const QPointer<AppModel> alive(this);
+    for (int read = 0; read < kLogReads && found->size() < names.size(); ++read) {
+        co_await m_clock.pause(kBeforeLogRead);
+        if (!alive) co_return {};
+        const auto queries = co_await m_api.recentQueries(kLogLength);
+        if (!queries) co_return queries.error().description();
+        for (const PiholeQuery &query : *queries) {
+            if (names.contains(query.domain)) found->insert(query.domain);
+        }
+    }
+    co_return {};
+}
+
+QCoro::Task<> AppModel::restoreOldSettings()
+{
+    if (changesDns()) co_return;
+    const QPointer<AppModel> alive(this);
+    const Alert question = restoreQuestion(DNSConfigurator::hasBackup());
+    const bool accepted = co_await m_dialogs.confirm(question);
+    if (!alive || !accepted || changesDns()) co_return;
+
+    const BusyKey mark(this, QStringLiteral("restoredns"));
+    const std::optional<QString> failure = co_await DNSConfigurator::restore();
+    if (!alive) co_return;
+    if (failure) {
+        setDnsMessage(*failure);
+    } else {
+        setNotice(QStringLiteral("Your old DNS settings are back."));
+        Outcomes results = outcomes();
+        results.remove(QStringLiteral("system"));
+        setOutcomes(results);
+    }
+    co_await loadServices();
+}
+
+} // namespace corvane

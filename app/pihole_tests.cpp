@@ -1,0 +1,273 @@
+#include "app/app_model.h"
+#include "app/busy_key.h"
+#include "runtime/colima_manager.h"
+#include "runtime/pihole_controller.h"
+
+#include <QPointer>
+
+namespace corvane {
+
+namespace {
+
+constexpr std::chrono::seconds kHealthLimit{90};
+constexpr std::chrono::seconds kBetweenAttempts{2};
+constexpr int kAttempts = 3;
+
+/// Advertising and tracking names that the image's default list blocks, in the order they are tried.
+const QStringList &trackerNames()
+{
+    static const QStringList names{QStringLiteral("doubleclick.net"), QStringLiteral("googleadservices.com"),
+                                   QStringLiteral("ssl.google-analytics.com")};
+    return names;
+}
+
+QCoro::Task<DigResult> askPihole(QString name, bool tcp = false)
+{
+    return PiholeController::dig(std::move(name), QStringLiteral("A"), tcp, QStringLiteral("127.0.0.1"));
+}
+
+CheckRows initialRows(int webPort)
+{
+    const QString waiting = QStringLiteral("Waiting...");
+    return {{QStringLiteral("container"), QStringLiteral("Container running and healthy"), CheckState::Running,
+             QStringLiteral("Checking...")},
+            {QStringLiteral("web"), QStringLiteral("Admin page answers on 127.0.0.1:%1").arg(webPort),
+             CheckState::Unknown, waiting},
+            {QStringLiteral("dns"), QStringLiteral("dig @127.0.0.1 example.com returns an answer"), CheckState::Unknown,
+             waiting}};
+}
+
+bool mayStillBecomeHealthy(const ContainerState &container)
+{
+    if (container.kind() == ContainerState::Kind::Stopped) return true;
+    return container.isRunning() && container.text() != QLatin1String("healthy") &&
+           container.text() != QLatin1String("none");
+}
+
+struct Finding {
+    bool passed = false;
+    QString detail;
+};
+
+Finding containerFinding(const ContainerState &container)
+{
+    switch (container.kind()) {
+    case ContainerState::Kind::Running:
+        if (container.text() == QLatin1String("healthy")) return {true, QStringLiteral("Running and healthy.")};
+        if (container.text() == QLatin1String("none"))
+            return {true, QStringLiteral("Running (this image reports no health status).")};
+        return {false,
+                QStringLiteral("Running, but its health is '%1'. It may still be starting; wait a minute and press "
+                               "Test.")
+                    .arg(container.text())};
+    case ContainerState::Kind::Stopped:
+        return {false, QStringLiteral("The container exists but is '%1'.").arg(container.text())};
+    case ContainerState::Kind::Missing:
+        return {false, QStringLiteral("No container named 'pihole' yet. Press Start Pi-hole.")};
+    case ContainerState::Kind::DockerDown:
+        break;
+    }
+    return {false, QStringLiteral("Docker is not running.")};
+}
+
+std::optional<QString> blockedKind(const DigResult &reply)
+{
+    if (reply.status == QLatin1String("NXDOMAIN")) return QStringLiteral("NXDOMAIN (the name does not exist)");
+    if (reply.answers.contains(QStringLiteral("0.0.0.0"))) return QStringLiteral("answered 0.0.0.0 (nowhere)");
+    return std::nullopt;
+}
+
+QString allowedAnswer(const DigResult &reply)
+{
+    if (reply.answered()) return reply.answers.join(QStringLiteral(", "));
+    return QStringLiteral("no answer (%1)").arg(reply.status.isEmpty() ? QStringLiteral("timeout") : reply.status);
+}
+
+} // namespace
+
+QCoro::Task<> AppModel::runPiholeTests(bool wait)
+{
+    const BusyKey mark(this, QStringLiteral("pihole"));
+    const QPointer<AppModel> alive(this);
+    const int run = ++m_newestTestRun;
+    setPiholeChecks(initialRows(webPort()));
+    configureAPI();
+
+    const bool containerPassed = co_await testContainer(run, wait ? kHealthLimit : std::chrono::seconds::zero());
+    if (!alive || run != m_newestTestRun) co_return;
+    const int attempts = containerPassed ? kAttempts : 1;
+    const bool pagePassed = co_await testAdminPage(run, attempts);
+    if (!alive || run != m_newestTestRun) co_return;
+    const bool dnsPassed = co_await testDns(run, attempts, containerPassed);
+    if (!alive || run != m_newestTestRun) co_return;
+
+    const bool allPassed = containerPassed && pagePassed && dnsPassed;
+    recordOutcome(QStringLiteral("pihole"), allPassed,
+                  allPassed ? QStringLiteral("Container, admin page and DNS answer all passed")
+                            : QStringLiteral("At least one Pi-hole check failed"));
+    co_await refreshStatus(true);
+}
+
+/// Sets one row of the Pi-hole tests, unless a newer run owns the rows by now.
+void AppModel::showPiholeCheck(int run, int row, bool passed, const QString &detail)
+{
+    if (run != m_newestTestRun) return;
+    CheckRows rows = piholeChecks();
+    rows[row].state = passed ? CheckState::Ok : CheckState::Failed;
+    rows[row].detail = detail;
+    setPiholeChecks(rows);
+}
+
+QCoro::Task<bool> AppModel::testContainer(int run, Clock::Duration limit)
+{
+    const QPointer<AppModel> alive(this);
+    const Clock::Instant deadline = m_clock.now() + limit;
+    ContainerState container = co_await PiholeController::containerState();
+    while (alive && mayStillBecomeHealthy(container) && m_clock.now() < deadline) {
+        co_await m_clock.pause(kBetweenAttempts);
+        if (!alive) co_return false;
+        container = co_await PiholeController::containerState();
+    }
+    if (!alive) co_return false;
+    const Finding finding = containerFinding(container);
+    showPiholeCheck(run, 0, finding.passed, finding.detail);
+    co_return finding.passed;
+}
+
+QCoro::Task<bool> AppModel::testAdminPage(int run, int attempts)
+{
+    const QPointer<AppModel> alive(this);
+    bool answers = co_await m_api.webAnswers();
+    for (int attempt = 1; alive && !answers && attempt < attempts; ++attempt) {
+        co_await m_clock.pause(kBetweenAttempts);
+        if (!alive) co_return false;
+        answers = co_await m_api.webAnswers();
+    }
+    if (!alive) co_return false;
+    showPiholeCheck(run, 1, answers,
+                    answers ? dashboardURL().toString() + QStringLiteral(" answered.")
+                            : QStringLiteral("No answer on port %1.").arg(webPort()));
+    co_return answers;
+}
+
+QCoro::Task<bool> AppModel::testDns(int run, int attempts, bool containerPassed)
+{
+    const QPointer<AppModel> alive(this);
+    setUdpProblem(false);
+    setTcpWorks(false);
+    const QString name = QStringLiteral("example.com");
+    DigResult reply = co_await askPihole(name);
+    for (int attempt = 1; alive && !reply.answered() && attempt < attempts; ++attempt) {
+        co_await m_clock.pause(kBetweenAttempts);
+        if (!alive) co_return false;
+        reply = co_await askPihole(name);
+    }
+    if (!alive) co_return false;
+    if (reply.answered()) {
+        showPiholeCheck(run, 2, true, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
+        co_return true;
+    }
+    if (containerPassed)
+        co_await explainSilentDns(run);
+    else
+        showPiholeCheck(run, 2, false, QStringLiteral("No answer on 127.0.0.1 port 53."));
+    co_return false;
+}
+
+/// A healthy container gave no answer over UDP: finds out whether TCP works, and whether Colima can forward UDP too.
+QCoro::Task<> AppModel::explainSilentDns(int run)
+{
+    const QPointer<AppModel> alive(this);
+    const DigResult overTcp = co_await askPihole(QStringLiteral("example.com"), true);
+    const bool flagSupported = co_await ColimaManager::supportsPortForwarderFlag();
+    if (!alive || run != m_newestTestRun) co_return;
+    setGrpcFlagSupported(flagSupported);
+    setTcpWorks(overTcp.answered());
+    setUdpProblem(true);
+    showPiholeCheck(run, 2, false,
+                    tcpWorks()
+                        ? QStringLiteral("No answer over UDP, but TCP works. UDP port 53 is probably not reaching "
+                                         "the Mac.")
+                        : QStringLiteral("No answer over UDP (or TCP). UDP port 53 is probably not reaching the Mac, "
+                                         "or Pi-hole is still starting."));
+}
+
+QCoro::Task<> AppModel::fixUDPForwarding()
+{
+    if (operationRunning()) co_return;
+    const QPointer<AppModel> alive(this);
+    const CommandSteps steps = ColimaManager::restartWithGrpcSteps();
+    if (steps.isEmpty()) {
+        setNotice(QStringLiteral("Colima was not found."));
+        co_return;
+    }
+    Alert question;
+    question.title = QStringLiteral("Restart Colima with UDP forwarding?");
+    question.text = QStringLiteral("Colima will be stopped and started again with the gRPC port forwarder, which also "
+                                   "forwards UDP. Pi-hole comes back by itself afterwards.");
+    question.accept = QStringLiteral("Restart Colima");
+    question.reject = QStringLiteral("Cancel");
+    const bool accepted = co_await m_dialogs.confirm(question);
+    if (!alive || !accepted || operationRunning()) co_return;
+    m_startOp.start(QStringLiteral("Restarting Colima"), steps,
+                    [this](bool succeeded) { launch(finishUDPFix(succeeded)); });
+}
+
+QCoro::Task<> AppModel::finishUDPFix(bool succeeded)
+{
+    const QPointer<AppModel> alive(this);
+    co_await refreshTools();
+    if (alive && succeeded) co_await runPiholeTests(true);
+}
+
+QCoro::Task<> AppModel::runBlockingTest()
+{
+    const QString key = QStringLiteral("blocking");
+    if (busy().contains(key)) co_return;
+    const BusyKey mark(this, key);
+    const QPointer<AppModel> alive(this);
+    configureAPI();
+
+    BlockingTestResult result;
+    for (const QString &name : trackerNames()) {
+        const DigResult reply = co_await askPihole(name);
+        result.blockedKind = blockedKind(reply);
+        if (!result.blockedKind) continue;
+        result.blockedDomain = name;
+        break;
+    }
+    const DigResult allowed = co_await askPihole(QStringLiteral("example.com"));
+    if (!alive) co_return;
+    result.allowedAnswer = allowedAnswer(allowed);
+
+    const auto counters = co_await m_api.summary();
+    if (!alive) co_return;
+    if (counters) {
+        result.queries = counters->total;
+        result.blockedToday = counters->blocked;
+    } else {
+        result.note = QStringLiteral("Could not read the statistics: ") + counters.error().description();
+    }
+    if (!result.blockedDomain) {
+        result.note =
+            QStringLiteral("None of the test domains was blocked. The block lists are downloaded on the first "
+                           "start, which takes about a minute. Press Test again soon.");
+    }
+    setBlockingTest(result);
+    const bool bothHold = result.blockedDomain && allowed.answered();
+    recordOutcome(key, bothHold,
+                  bothHold ? QStringLiteral("A tracker domain was blocked and a normal one allowed")
+                           : QStringLiteral("Blocking test did not pass"));
+}
+
+QCoro::Task<> AppModel::runAllTests()
+{
+    const QPointer<AppModel> alive(this);
+    co_await runPiholeTests(false);
+    if (!alive) co_return;
+    co_await runBlockingTest();
+    if (!alive) co_return;
+    co_await runSystemTest();
+}
+
+} // namespace corvane

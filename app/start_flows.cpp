@@ -1,0 +1,188 @@
+#include "app/admin_password.h"
+#include "app/app_model.h"
+#include "app/busy_key.h"
+#include "checks/port_checker.h"
+#include "exec/keychain.h"
+#include "runtime/colima_manager.h"
+#include "runtime/pihole_controller.h"
+
+#include <QPointer>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kReturnRounds = 20;
+constexpr std::chrono::seconds kReturnPause{3};
+
+Alert autostartQuestion(bool on)
+{
+    Alert alert;
+    alert.title = on ? QStringLiteral("Start Colima at login?") : QStringLiteral("Stop starting Colima at login?");
+    alert.text =
+        on ? QStringLiteral("Colima will be stopped once and then started by Homebrew's login service. Pi-hole is "
+                            "unavailable for a short moment.")
+           : QStringLiteral("Homebrew's login service for Colima will be stopped, and Colima will be started "
+                            "again by hand (it will not start at login).");
+    alert.accept = QStringLiteral("Continue");
+    alert.reject = QStringLiteral("Cancel");
+    return alert;
+}
+
+} // namespace
+
+void AppModel::installColimaAndDocker()
+{
+    if (!hasBrew()) {
+        m_workspace.open(QUrl(QStringLiteral("https://brew.sh")));
+        return;
+    }
+    if (m_installOp.running()) return;
+    const CommandSteps steps = ColimaManager::installSteps();
+    if (steps.isEmpty()) {
+        setNotice(QStringLiteral("Homebrew was not found."));
+        return;
+    }
+    m_installOp.start(QStringLiteral("Installing Colima and Docker"), steps,
+                      [this](bool succeeded) { launch(finishInstall(succeeded)); });
+}
+
+QCoro::Task<> AppModel::finishInstall(bool succeeded)
+{
+    const QPointer<AppModel> alive(this);
+    co_await refreshTools();
+    if (alive && succeeded && autostartColima() && dockerWorks()) applyAutostart(true);
+}
+
+void AppModel::applyAutostart(bool enable)
+{
+    if (m_installOp.running()) return;
+    const CommandSteps steps = ColimaManager::autostartSteps(enable, dockerWorks());
+    if (steps.isEmpty()) return;
+    const QString title =
+        enable ? QStringLiteral("Turning on Colima at login") : QStringLiteral("Turning off Colima at login");
+    m_installOp.start(title, steps, [this](bool) { launch(waitForDocker()); });
+}
+
+QCoro::Task<> AppModel::waitForDocker()
+{
+    const QPointer<AppModel> alive(this);
+    for (int round = 0; round < kReturnRounds; ++round) {
+        co_await refreshTools();
+        if (!alive || dockerWorks()) co_return;
+        co_await m_clock.pause(kReturnPause);
+        if (!alive) co_return;
+    }
+}
+
+void AppModel::startColimaOnly()
+{
+    if (m_installOp.running()) return;
+    const CommandSteps steps = ColimaManager::startSteps();
+    if (steps.isEmpty()) {
+        setNotice(QStringLiteral("Colima was not found."));
+        return;
+    }
+    m_installOp.start(QStringLiteral("Starting Colima"), steps, [this](bool) { launch(refreshTools()); });
+}
+
+QCoro::Task<> AppModel::testDocker()
+{
+    const QString key = QStringLiteral("docker");
+    if (busy().contains(key)) co_return;
+    const BusyKey mark(this, key);
+    const QPointer<AppModel> alive(this);
+    co_await refreshTools();
+    if (!alive) co_return;
+    recordOutcome(key, dockerWorks(),
+                  dockerWorks() ? QStringLiteral("docker info works") : QStringLiteral("docker info failed"));
+}
+
+QCoro::Task<> AppModel::changeAutostart(bool on)
+{
+    const QPointer<AppModel> alive(this);
+    setAutostartColima(on);
+    if (!hasBrew() || !hasColima() || m_installOp.running()) co_return;
+    if (dockerWorks()) {
+        const Alert question = autostartQuestion(on);
+        const bool accepted = co_await m_dialogs.confirm(question);
+        if (!alive) co_return;
+        if (!accepted) {
+            setAutostartColima(!on);
+            co_return;
+        }
+    }
+    applyAutostart(on);
+}
+
+QString AppModel::generatePassword() { return AdminPassword::generate(); }
+
+QCoro::Task<> AppModel::startPihole()
+{
+    if (m_preparingStart || operationRunning()) co_return;
+    m_preparingStart = true;
+    const QPointer<AppModel> alive(this);
+    const auto done = qScopeGuard([alive] {
+        if (alive) alive->m_preparingStart = false;
+    });
+    setStartMessage({});
+    const QString password = passwordInput();
+    if (const auto problem = AdminPassword::problem(password)) {
+        setStartMessage(*problem);
+        co_return;
+    }
+    const bool ready = co_await piholeCanStart();
+    if (!alive || !ready || operationRunning()) co_return;
+    startContainer(password);
+}
+
+/// Whether Docker works and no port is held by another program; says so when not.
+QCoro::Task<bool> AppModel::piholeCanStart()
+{
+    const QPointer<AppModel> alive(this);
+    co_await refreshTools();
+    if (!alive) co_return false;
+    if (!dockerWorks()) {
+        setStartMessage(QStringLiteral("Docker is not running. Finish step 3 first."));
+        co_return false;
+    }
+    const ContainerState container = co_await PiholeController::containerState();
+    if (!alive) co_return false;
+    if (container.isRunning()) co_return true;
+
+    const QList<PortReport> reports = co_await PortChecker::checkAll(webPort());
+    if (!alive) co_return false;
+    setPortReports(reports);
+    if (std::ranges::count(reports, PortProbe::InUse, &PortReport::probe) == 0) co_return true;
+    setStartMessage(QStringLiteral("A port that Pi-hole needs is taken. See what holds it below."));
+    co_return false;
+}
+
+void AppModel::startContainer(const QString &password)
+{
+    const CommandSteps pull = PiholeController::pullSteps(pinnedTag(), composeAvailable());
+    if (pull.isEmpty()) {
+        setNotice(QStringLiteral("docker was not found."));
+        return;
+    }
+    if (!Keychain::save(password)) {
+        setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
+        return;
+    }
+    setAdminPassword(password);
+    if (const auto written = PiholeController::writeFiles(pinnedTag(), webPort(), password); !written) {
+        setStartMessage(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
+        return;
+    }
+    configureAPI();
+    m_startOp.start(QStringLiteral("Starting Pi-hole"),
+                    pull + PiholeController::upSteps(pinnedTag(), webPort(), composeAvailable()),
+                    [this](bool succeeded) {
+                        if (succeeded) launch(runPiholeTests(true));
+                    });
+}
+
+} // namespace corvane

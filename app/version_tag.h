@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+namespace corvane {
+
+/// Whether the text is a version of the Pi-hole image as its makers number them: year, month, patch, such as
+/// "2026.09.0".
+[[nodiscard]] bool isVersionTag(const QString &text);
+
+/// The numbers of a tag, for comparing element by element. A number too large to hold counts as the largest.
+[[nodiscard]] QList<qint64> versionParts(const QString &tag);
+
+/// Whether `tag` comes after `other`.
+[[nodiscard]] bool isNewer(const QString &tag, const QString &other);
+
+} // namespace corvane
