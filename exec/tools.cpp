@@ -1,7 +1,9 @@
 #include "exec/tools.h"
 
+#include <QByteArrayView>
 #include <QFileInfo>
-#include <QProcessEnvironment>
+
+extern char **environ;
 
 namespace corvane {
 
@@ -31,9 +33,12 @@ std::optional<QString> Tools::find(const QString &name, const QStringList &dirs)
 Environment Tools::environment(const Environment &extra)
 {
     Environment result;
-    const QProcessEnvironment inherited = QProcessEnvironment::systemEnvironment();
-    for (const QString &name : inherited.keys())
-        result.insert(name, inherited.value(name));
+    for (char **entry = environ; *entry; ++entry) {
+        const QByteArrayView variable(*entry);
+        const qsizetype nameEnd = variable.indexOf('=');
+        if (nameEnd <= 0) continue;
+        result.insert(QString::fromUtf8(variable.first(nameEnd)), QString::fromUtf8(variable.sliced(nameEnd + 1)));
+    }
     result.insert(QStringLiteral("PATH"), searchDirs().join(u':'));
     result.insert(extra);
     return result;
