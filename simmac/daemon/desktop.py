@@ -41,11 +41,11 @@ class Desktop:
         await self._begin("Xvfb", "-displayfd", str(write_end), "-screen", "0", SCREEN, "-nolisten", "tcp", "-noreset",
                           pass_fds=(write_end,))
         os.close(write_end)
-        number = await asyncio.to_thread(os.read, read_end, 16)
-        os.close(read_end)
+        with os.fdopen(read_end, encoding="ascii") as said:
+            number = (await asyncio.to_thread(said.readline)).strip()   # the whole line: Xvfb writes it in pieces
         if not number:
             raise Refused("Xvfb did not start, so there is no display.")
-        return ":" + number.decode().strip()
+        return f":{number}"
 
     async def _begin(self, *argv, **more):
         nothing = asyncio.subprocess.DEVNULL
