@@ -12,10 +12,12 @@ namespace {
 
 constexpr qint64 kMaxSize = 64 * 1024 * 1024;
 
-bool isRegular(int descriptor)
+/// The size of a regular file; absent for everything else and for what is too large.
+std::optional<qint64> sizeOf(int descriptor)
 {
     struct stat facts = {};
-    return ::fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_size <= kMaxSize;
+    if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode) || facts.st_size > kMaxSize) return std::nullopt;
+    return facts.st_size;
 }
 
 } // namespace
@@ -27,12 +29,14 @@ std::optional<QByteArray> readSettingsFile(const QString &path)
     if (descriptor < 0) return std::nullopt;
 
     QFile file;
-    if (!isRegular(descriptor) || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+    const std::optional<qint64> size = sizeOf(descriptor);
+    if (!size || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
         ::close(descriptor);
         return std::nullopt;
     }
-    QByteArray bytes = file.read(kMaxSize + 1); // it may have grown since
-    if (file.error() != QFileDevice::NoError || bytes.size() > kMaxSize) return std::nullopt;
+    // No more than it held when it was opened: it may be growing.
+    QByteArray bytes = file.read(*size);
+    if (file.error() != QFileDevice::NoError) return std::nullopt;
     return bytes;
 }
 

@@ -4,8 +4,6 @@
 #include <QCoro/QCoroTask>
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace corvane {
 namespace {
 

@@ -8,7 +8,6 @@ namespace corvane {
 namespace {
 
 using test::FakeTool;
-using test::printing;
 
 const QString kHomebrew = QStringLiteral("/opt/homebrew/bin/docker");
 const QString kLocal = QStringLiteral("/usr/local/bin/docker");

@@ -1,0 +1,47 @@
+#include "checks/browser_inspector.h"
+#include "tests/support/fake_tool.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+QList<QStringList> callsToOpen(const BrowserInfo &browser)
+{
+    const test::FakeTool open(QStringLiteral("/usr/bin/open"), "exit 1");
+    QCoro::waitFor(BrowserInspector::openSettings(browser));
+    return open.calls();
+}
+
+BrowserInfo scanned(const char *id)
+{
+    for (const BrowserInfo &browser : BrowserInspector::scan({})) {
+        if (browser.id == QString::fromLatin1(id)) return browser;
+    }
+    return {};
+}
+
+TEST(OpeningSettings, Opens_the_named_browser_at_its_own_page)
+{
+    const QStringList edge{QStringLiteral("-b"), QStringLiteral("com.microsoft.edgemac"),
+                           QStringLiteral("edge://settings/privacy")};
+    EXPECT_EQ(callsToOpen(scanned("edge")), QList<QStringList>{edge});
+    const QStringList firefox{QStringLiteral("-b"), QStringLiteral("org.mozilla.firefox"),
+                              QStringLiteral("about:preferences#privacy")};
+    EXPECT_EQ(callsToOpen(scanned("firefox")), QList<QStringList>{firefox});
+}
+
+TEST(OpeningSettings, Opens_the_system_settings_for_safari)
+{
+    EXPECT_EQ(callsToOpen(scanned("safari")), QList<QStringList>{{QStringLiteral("x-apple.systempreferences:")}});
+}
+
+TEST(OpeningSettings, Does_nothing_for_a_browser_without_a_page)
+{
+    BrowserInfo other = scanned("brave");
+    other.settingsURL = std::nullopt;
+    EXPECT_TRUE(callsToOpen(other).isEmpty());
+}
+
+} // namespace
+} // namespace corvane
