@@ -7,7 +7,8 @@ import os
 import signal
 import sys
 
-from daemon import commands, control, farm, keyring, network_commands, tool_server  # noqa: F401 (they register themselves)
+# Some of these only register themselves.
+from daemon import commands, control, farm, keyring, network_commands, tool_server  # noqa: F401
 from daemon.desktop import Desktop
 from daemon.mac import HOME, RUN, Mac, maybe
 from daemon.privileges import free_of_rights

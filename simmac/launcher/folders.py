@@ -47,8 +47,8 @@ class PrivateFolder:
     def furnish(self):
         """Makes the folders of the Mac's root, as far as they do not depend on its state."""
         root = f"{self.path}/root"
-        for folder in ("etc/ssl/certs", "opt/homebrew/bin", "Applications", "System/Library/CoreServices", "Users/ada", "var/log", "var/lib/simmac", "var/cache/fontconfig", "run-user",
-                       "tmp/.X11-unix"):
+        for folder in ("etc/ssl/certs", "opt/homebrew/bin", "Applications", "System/Library/CoreServices", "Users/ada",
+                       "var/log", "var/lib/simmac", "var/cache/fontconfig", "run-user", "tmp/.X11-unix"):
             os.makedirs(f"{root}/{folder}")
         os.symlink("/tmp", f"{root}/var/tmp")
         os.symlink("/run", f"{root}/var/run")

@@ -60,7 +60,8 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual((head[:8], struct.unpack(">II", head[16:])), (b"\x89PNG\r\n\x1a\n", (1600, 1000)))
 
     def test_Keychain_is_there_too(self):
-        self.assertEqual(self.mac.shell("printf x | secret-tool store --label=T a b && secret-tool lookup a b").out, "x")
+        found = self.mac.shell("printf x | secret-tool store --label=T a b && secret-tool lookup a b")
+        self.assertEqual(found.out, "x")
 
     def test_Desktop_is_there_within_seconds(self):
         print(f"\nA Mac with a desktop is ready in {self.seconds * 1000:.0f} ms.")

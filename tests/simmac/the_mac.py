@@ -28,6 +28,16 @@ def eventually(check, limit=3.0):
     return answer
 
 
+def simmac(*words, **more):
+    """Runs the command to its end."""
+    return subprocess.run([SIMMAC, *words], capture_output=True, text=True, timeout=60, check=False, **more)
+
+
+def run(script, *options, **more):
+    """Runs a shell script in a fresh Mac."""
+    return simmac("run", *options, "--", "/bin/sh", "-c", script, **more)
+
+
 class Result:
     """How a program inside the Mac ended, and what it wrote."""
 
