@@ -1,0 +1,156 @@
+#include "tests/flows/flow_test.h"
+
+#include <QJsonDocument>
+
+namespace corvane::test {
+
+namespace {
+
+template <int>
+class In : public FlowTest {
+protected:
+    explicit In(const char *state)
+        : FlowTest(QString::fromLatin1(state))
+    {}
+};
+
+class Running : public In<0> {
+protected:
+    Running()
+        : In("running")
+    {}
+};
+
+class Stopped : public In<1> {
+protected:
+    Stopped()
+        : In("stopped")
+    {}
+};
+
+class DeadEngine : public In<2> {
+protected:
+    DeadEngine()
+        : In("dead-engine")
+    {}
+};
+
+class Homebrew : public In<3> {
+protected:
+    Homebrew()
+        : In("homebrew")
+    {}
+};
+
+} // namespace
+
+TEST_F(Running, A_pause_lasts_300_seconds_and_says_5_minutes)
+{
+    run(model().refreshStatus(true));
+    run(model().togglePause());
+    ASSERT_TRUE(model().blocking());
+    EXPECT_FALSE(model().blocking()->enabled);
+    ASSERT_TRUE(model().blocking()->timerSeconds);
+    EXPECT_GT(*model().blocking()->timerSeconds, 290);
+    EXPECT_LE(*model().blocking()->timerSeconds, 300);
+    EXPECT_TEXT(model().apiMessage(), "Blocking is paused for 5 minutes.");
+
+    run(model().togglePause());
+    EXPECT_TRUE(model().blocking()->enabled);
+    EXPECT_FALSE(model().blocking()->timerSeconds);
+    EXPECT_TEXT(model().apiMessage(), "Blocking is back on.");
+}
+
+TEST_F(Running, A_pause_that_pihole_does_not_hear_is_told)
+{
+    Mac::ctl(QStringLiteral("container stop"));
+    run(model().pauseBlocking());
+    EXPECT_TEXT(model().apiMessage(), "Could not pause blocking: Pi-hole did not answer on 127.0.0.1.");
+    run(model().resumeBlocking());
+    EXPECT_TEXT(model().apiMessage(), "Could not resume blocking: Pi-hole did not answer on 127.0.0.1.");
+}
+
+TEST_F(Running, Stop_start_and_restart_do_what_they_say)
+{
+    run(model().refreshStatus(true));
+    run(model().toggleStartStop());
+    EXPECT_EQ(model().containerState().kind(), ContainerState::Kind::Stopped);
+    EXPECT_FALSE(model().answering());
+    EXPECT_TEXT(model().startMessage(), "");
+
+    run(model().toggleStartStop());
+    EXPECT_TRUE(model().containerState().isRunning());
+    run(model().restartPihole());
+    EXPECT_TRUE(model().containerState().isRunning());
+    const QStringList calls = Mac::calls(QStringLiteral("docker"));
+    EXPECT_TRUE(calls.contains(QStringLiteral("stop pihole")));
+    EXPECT_TRUE(calls.contains(QStringLiteral("start pihole")));
+    EXPECT_TRUE(calls.contains(QStringLiteral("restart pihole")));
+}
+
+TEST_F(Running, A_refused_restart_is_told_in_plain_words_and_the_next_action_clears_it)
+{
+    Mac::ctl(QStringLiteral("engine stop"));
+    run(model().restartPihole());
+    EXPECT_TEXT(model().startMessage(), "Docker is not running. Start Colima first (step 3).");
+    Mac::ctl(QStringLiteral("engine start"));
+    run(model().restartPihole());
+    EXPECT_TEXT(model().startMessage(), "");
+}
+
+TEST_F(Running, Starting_without_a_container_names_the_step_that_makes_one)
+{
+    Mac::ctl(QStringLiteral("container rm"));
+    run(model().startPiholeNow());
+    EXPECT_TEXT(model().startMessage(), "Pi-hole is not installed yet. Run step 4 of the wizard.");
+    EXPECT_TRUE(model().containerState().isMissing());
+}
+
+TEST_F(DeadEngine, Start_brings_up_colima_first_and_pihole_after_it)
+{
+    run(model().refreshStatus(true));
+    EXPECT_TRUE(model().showDeadDNSBanner());
+    run(model().startPiholeNow());
+    EXPECT_TEXT(model().maintOp()->title(), "Starting Colima");
+    waitForOperation(model().maintOp());
+    waitFor([this] { return model().answering(); }, "Pi-hole answers");
+    EXPECT_EQ(model().icon(), MenuIcon::Active);
+    EXPECT_FALSE(model().showDeadDNSBanner());
+    EXPECT_TRUE(Mac::calls(QStringLiteral("colima")).contains(QStringLiteral("start --cpu 2 --memory 2 --disk 10")));
+    EXPECT_TRUE(Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("start pihole")));
+}
+
+TEST_F(DeadEngine, A_colima_that_does_not_start_is_told_and_pihole_is_left_alone)
+{
+    Mac::ctl(QStringList{QStringLiteral("colima"), QStringLiteral("fail"), QStringLiteral("error starting vm")});
+    run(model().startPiholeNow());
+    waitForOperation(model().maintOp());
+    EXPECT_TEXT(model().notice(), "Colima did not start. See the log.");
+    EXPECT_FALSE(Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("start pihole")));
+}
+
+TEST_F(DeadEngine, A_second_start_while_colima_starts_does_nothing)
+{
+    Mac::ctl(QStringLiteral("fault colima late 0.3"));
+    run(model().startPiholeNow());
+    run(model().startPiholeNow());
+    waitForOperation(model().maintOp());
+    EXPECT_EQ(Mac::calls(QStringLiteral("colima")).size(), 1);
+}
+
+TEST_F(Homebrew, Without_colima_the_wizard_step_is_named)
+{
+    run(model().startPiholeNow());
+    EXPECT_TEXT(model().notice(), "Colima is not installed. Use step 3 of the wizard.");
+    EXPECT_FALSE(model().operationRunning());
+}
+
+TEST_F(Stopped, The_dashboard_opens_in_the_default_browser)
+{
+    model().openDashboard();
+    waitFor([] { return !Mac::ctl(QStringLiteral("opened")).toArray().isEmpty(); }, "something was opened");
+    const QString opened = QString::fromUtf8(QJsonDocument(Mac::ctl(QStringLiteral("opened")).toArray()).toJson());
+    EXPECT_TRUE(opened.contains(QStringLiteral("http://127.0.0.1:8080/admin"))) << opened.toStdString();
+}
+
+} // namespace corvane::test

@@ -1,0 +1,60 @@
+#include "tests/flows/flow_test.h"
+
+#include "exec/background.h"
+
+#include <QCoreApplication>
+#include <QCoro/QCoroTask>
+#include <QDeadlineTimer>
+
+namespace corvane::test {
+
+namespace {
+
+constexpr int kPatience = 60'000; // milliseconds
+
+QUrl releaseFeed()
+{
+    return QUrl(QStringLiteral("https://api.github.com/repos/pi-hole/docker-pi-hole/releases/latest"));
+}
+
+} // namespace
+
+FlowTest::FlowTest(const QString &state)
+{
+    Mac::reset(state);
+    relaunch();
+}
+
+FlowTest::~FlowTest()
+{
+    m_model.reset();
+    waitForWorkers(kPatience);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void FlowTest::relaunch()
+{
+    m_model.reset();
+    m_model = std::make_unique<AppModel>(Surroundings{settings, dialogs, *workspace, *loginItem, clock, releaseFeed()});
+    run(m_model->refreshTools());
+    m_model->configureAPI();
+}
+
+void FlowTest::run(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
+
+void FlowTest::waitFor(const std::function<bool()> &condition, const char *what)
+{
+    const QDeadlineTimer deadline(kPatience);
+    while (!condition() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+    EXPECT_TRUE(condition()) << "never happened: " << what;
+}
+
+void FlowTest::waitForOperation(OperationRunner *operation)
+{
+    waitFor([operation] { return operation->ended(); }, "the operation ended");
+    waitFor([this] { return quiet(); }, "the model came to rest");
+}
+
+} // namespace corvane::test
