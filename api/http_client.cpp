@@ -37,7 +37,7 @@ QFuture<HttpOutcome> HttpClient::send(const HttpRequest &request)
     m_busy = true;
     m_inactivity.start(request.inactivity);
     m_deadline.start(request.whole);
-    m_reused = canReuse() && lastPort == request.port;
+    m_reused = connected() && lastPort == request.port;
     if (m_reused)
         writeRequest();
     else
@@ -45,10 +45,7 @@ QFuture<HttpOutcome> HttpClient::send(const HttpRequest &request)
     return m_promise.future();
 }
 
-bool HttpClient::canReuse() const
-{
-    return m_socket && m_socket->state() == QTcpSocket::ConnectedState && m_socket->bytesAvailable() == 0;
-}
+bool HttpClient::connected() const { return m_socket && m_socket->state() == QTcpSocket::ConnectedState; }
 
 void HttpClient::connectAnew()
 {

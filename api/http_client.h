@@ -27,7 +27,7 @@ public:
     [[nodiscard]] QFuture<HttpOutcome> send(const HttpRequest &request);
 
 private:
-    [[nodiscard]] bool canReuse() const;
+    [[nodiscard]] bool connected() const;
     void connectAnew();
     void writeRequest();
     void onReadyRead();

@@ -119,6 +119,21 @@ TEST(PiholeConnection, An_answer_that_ends_the_connection_costs_nothing_but_a_ne
     }
 }
 
+TEST(PiholeConnection, An_upload_that_was_answered_before_its_end_does_not_hold_up_the_next_call)
+{
+    ScriptedServer server([](const ReceivedRequest &request) {
+        const bool upload = request.target == "/api/teleporter";
+        return afterLogin(upload ? answer(400, "{}") : answer(200, kEnabled))(request);
+    });
+    server.answerEarly("/api/teleporter");
+    Client client(server, shortLimits());
+    const QByteArray archive(32 << 20, 'z');
+    const auto refused = QCoro::waitFor(client.api.teleporterUpload(archive, QStringLiteral("large.zip")));
+    EXPECT_EQ(errorOf(refused), PiholeAPIError::http(400));
+    EXPECT_TRUE(QCoro::waitFor(client.api.blocking()));
+    EXPECT_EQ(server.connections(), 2);
+}
+
 TEST(PiholeConnection, A_given_up_exchange_leaves_no_connection_behind)
 {
     ScriptedServer server([](const ReceivedRequest &) { return Reaction{}; });

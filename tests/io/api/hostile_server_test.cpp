@@ -11,10 +11,11 @@ namespace {
 const QByteArray kEnabled = R"({"blocking":"enabled","timer":null,"took":0.00002})";
 const QByteArray kHead = "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\n";
 
-std::expected<PiholeBlocking, PiholeAPIError> askFor(const Reaction &reaction)
+std::expected<PiholeBlocking, PiholeAPIError> askFor(const Reaction &reaction,
+                                                     const ExchangeLimits &limits = shortLimits())
 {
     ScriptedServer server(afterLogin(reaction));
-    Client client(server, shortLimits());
+    Client client(server, limits);
     return QCoro::waitFor(client.api.blocking());
 }
 
@@ -27,12 +28,14 @@ QByteArray chunk(const QByteArray &bytes) { return QByteArray::number(bytes.size
 TEST(HostileServer, A_server_that_never_answers_is_given_up_after_the_inactivity_limit)
 {
     ScriptedServer server([](const ReceivedRequest &) { return Reaction{}; });
-    Client client(server, shortLimits());
+    ExchangeLimits limits = shortLimits();
+    limits.whole = 20s;
+    Client client(server, limits);
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(errorOf(QCoro::waitFor(client.api.summary())), PiholeAPIError::unreachable());
     EXPECT_GE(clock.elapsed(), 290);
-    EXPECT_LT(clock.elapsed(), 800);
+    EXPECT_LT(clock.elapsed(), 10'000);
 }
 
 TEST(HostileServer, Nobody_listening_is_unreachable_at_once)
@@ -71,7 +74,7 @@ TEST(HostileServer, A_slow_drip_ends_with_the_whole_exchange)
     clock.start();
     EXPECT_EQ(errorOf(askFor(drip)), PiholeAPIError::unreachable());
     EXPECT_GE(clock.elapsed(), 890);
-    EXPECT_LT(clock.elapsed(), 2500);
+    EXPECT_LT(clock.elapsed(), 10'000);
 }
 
 TEST(HostileServer, A_head_that_drips_for_ever_ends_within_the_limits)
@@ -80,17 +83,20 @@ TEST(HostileServer, A_head_that_drips_for_ever_ends_within_the_limits)
     QElapsedTimer clock;
     clock.start();
     EXPECT_EQ(errorOf(askFor(drip)), PiholeAPIError::unreachable());
-    EXPECT_LT(clock.elapsed(), 2500);
+    EXPECT_LT(clock.elapsed(), 10'000);
 }
 
 TEST(HostileServer, A_lively_answer_may_take_longer_than_the_inactivity_limit)
 {
     Reaction drip = answer(200, kEnabled);
-    drip.drip = 3ms;
+    drip.drip = 6ms;
+    ExchangeLimits limits = shortLimits();
+    limits.inactivity = 600ms;
+    limits.whole = 20s;
     QElapsedTimer clock;
     clock.start();
-    EXPECT_TRUE(askFor(drip));
-    EXPECT_GT(clock.elapsed(), 300);
+    EXPECT_TRUE(askFor(drip, limits));
+    EXPECT_GT(clock.elapsed(), 600);
 }
 
 TEST(HostileServer, An_endless_body_is_cut_off_at_the_limit)
@@ -262,7 +268,7 @@ TEST(HostileServer, Rubbish_in_place_of_http_ends_in_one_of_the_four_errors)
         clock.start();
         EXPECT_FALSE(askFor({.bytes = bytes})) << bytes.left(60).constData();
         EXPECT_FALSE(askFor(closing(bytes))) << bytes.left(60).constData();
-        EXPECT_LT(clock.elapsed(), 3000) << bytes.left(60).constData();
+        EXPECT_LT(clock.elapsed(), 10'000) << bytes.left(60).constData();
     }
 }
 

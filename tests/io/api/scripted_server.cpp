@@ -13,7 +13,7 @@ namespace corvane::test {
 namespace {
 
 /// Takes one whole request off the front of what has arrived.
-std::optional<ReceivedRequest> takeRequest(QByteArray &pending)
+std::optional<ReceivedRequest> takeRequest(QByteArray &pending, const QByteArray &earlyTarget)
 {
     const qsizetype headEnd = pending.indexOf("\r\n\r\n");
     if (headEnd < 0) return std::nullopt;
@@ -25,7 +25,8 @@ std::optional<ReceivedRequest> takeRequest(QByteArray &pending)
         request.headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
     }
     const qsizetype bodyStart = headEnd + 4;
-    const qsizetype bodyLength = request.headers.value("content-length").toLongLong();
+    const bool early = request.target == earlyTarget;
+    const qsizetype bodyLength = early ? 0 : request.headers.value("content-length").toLongLong();
     if (pending.size() < bodyStart + bodyLength) return std::nullopt;
     request.body = pending.mid(bodyStart, bodyLength);
     pending.remove(0, bodyStart + bodyLength);
@@ -78,10 +79,15 @@ void ScriptedServer::onConnection()
 void ScriptedServer::onBytes(QTcpSocket *socket, int connection, QByteArray &pending)
 {
     pending += socket->readAll();
-    while (std::optional<ReceivedRequest> request = takeRequest(pending)) {
+    while (std::optional<ReceivedRequest> request = takeRequest(pending, m_earlyTarget)) {
         request->connection = connection;
         m_requests.append(*request);
         react(socket, m_script(*request));
+        if (request->target == m_earlyTarget) {
+            socket->disconnect(SIGNAL(readyRead()));
+            socket->setReadBufferSize(1);
+            return;
+        }
     }
 }
 

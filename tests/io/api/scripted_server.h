@@ -52,6 +52,8 @@ public:
     [[nodiscard]] int openConnections() const { return m_openConnections; }
     /// Bytes that left the server.
     [[nodiscard]] qint64 sent() const { return m_sent; }
+    /// Answers requests to this address as soon as their head is there, and reads no further on that connection.
+    void answerEarly(const QByteArray &target) { m_earlyTarget = target; }
     /// Does what a server does to connections nobody has used for a while.
     void closeConnections();
     /// Sends bytes that nobody asked for over every open connection.
@@ -67,6 +69,7 @@ private:
 
     QTcpServer m_server;
     Script m_script;
+    QByteArray m_earlyTarget;
     QList<ReceivedRequest> m_requests;
     int m_connections = 0;
     int m_openConnections = 0;
