@@ -30,12 +30,16 @@ def connect(folder, wait=0.0):
             time.sleep(0.01)
 
 
-def ask(folder, words, wait=0.0):
-    """Gives one command and answers with its result."""
+def ask(folder, words, wait=0.0, limit=60.0):
+    """Gives one command and answers with its result, which must come within the limit in seconds."""
     with connect(folder, wait) as handle:
-        handle.sendall(json.dumps({"command": words}).encode() + b"\n")
-        with handle.makefile("rb") as answers:
-            line = answers.readline()
+        handle.settimeout(limit)
+        try:
+            handle.sendall(json.dumps({"command": words}).encode() + b"\n")
+            with handle.makefile("rb") as answers:
+                line = answers.readline()
+        except TimeoutError:
+            raise Problem(f"The simulated Mac did not answer within {limit:g} seconds.") from None
     if not line:
         raise Problem("The simulated Mac went away before it answered.")
     answer = json.loads(line)

@@ -4,11 +4,12 @@ import os
 import pty
 import shutil
 import signal
+import socket
 import subprocess
 import tempfile
 import unittest
 
-from the_mac import SIMMAC, RunningMac, eventually, run, simmac
+from the_mac import SIMMAC, Problem, RunningMac, ctl, eventually, run, simmac
 
 
 def processes_with(text):
@@ -157,6 +158,13 @@ class RefusingTest(unittest.TestCase):
         self.assertSentence(run("true", "--set", "wifi"), "KEY=VALUE")
         self.assertSentence(run("true", "--set", "wifi=perhaps"), "on, off")
         self.assertSentence(run("true", "--share", "/no/such/folder"), "is not a folder")
+
+    def test_Mac_that_does_not_answer_is_told_after_the_limit(self):
+        with tempfile.TemporaryDirectory() as folder, socket.socket(socket.AF_UNIX) as silent:
+            silent.bind(f"{folder}/control.sock")
+            silent.listen()
+            with self.assertRaisesRegex(Problem, "did not answer within 0.2 seconds"):
+                ctl.ask(folder, ["state"], limit=0.2)
 
     def test_Control_of_no_Mac_is_refused(self):
         self.assertSentence(simmac("ctl", "--at", "/no/such/folder", "status"), "No simulated Mac runs at")

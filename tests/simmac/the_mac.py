@@ -68,8 +68,8 @@ class RunningMac:
             [SIMMAC, "run", "--state", state, "--at", self.folder, *options, "--", "/usr/bin/python3", SERVANT],
             stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         if not self._process.stdout.readline():
-            self._process.wait()
-            raise RuntimeError(f"The Mac ended with {self._process.returncode} before it was ready.")
+            status = self.end()
+            raise RuntimeError(f"The Mac ended with {status} before it was ready.")
 
     @property
     def pid(self):
