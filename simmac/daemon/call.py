@@ -68,5 +68,7 @@ class Call:
         data = text.encode("utf-8", "surrogateescape") if isinstance(text, str) else bytes(text)
         if not data:
             return
+        if self._writer.is_closing():
+            raise ConnectionResetError("the tool has gone away")
         self._writer.write(kind + struct.pack("<I", len(data)) + data)
         await self._writer.drain()
