@@ -3,12 +3,13 @@
 #include "exec/command_step.h"
 
 #include <QCoro/QCoroTask>
+
 #include <optional>
 
 namespace corvane {
 
-/// Builds the steps that install, start and restart Colima. A list is empty when a tool that it needs is missing; tools are
-/// looked up afresh for every list.
+/// Builds the steps that install, start and restart Colima. A list is empty when a tool that it needs is missing; tools
+/// are looked up afresh for every list.
 class ColimaManager {
 public:
     /// Where Homebrew puts programs.

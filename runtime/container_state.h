@@ -34,8 +34,7 @@ private:
     ContainerState(Kind kind, const QString &text)
         : m_kind(kind)
         , m_text(text)
-    {
-    }
+    {}
 
     Kind m_kind;
     QString m_text;

@@ -4,6 +4,7 @@
 
 #include <QCoro/QCoroTask>
 #include <QStringList>
+
 #include <optional>
 
 namespace corvane {

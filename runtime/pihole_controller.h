@@ -5,6 +5,7 @@
 #include "runtime/dig_result.h"
 
 #include <QCoro/QCoroTask>
+
 #include <expected>
 
 namespace corvane {
@@ -23,7 +24,8 @@ public:
 
     [[nodiscard]] static QString composeText(const QString &tag, int webPort, const QString &timeZone);
 
-    /// Writes "docker-compose.yml" and "pihole.env" (0600) into the support folder; the reason when one cannot be written.
+    /// Writes "docker-compose.yml" and "pihole.env" (0600) into the support folder; the reason when one cannot be
+    /// written.
     [[nodiscard]] static std::expected<void, QString> writeFiles(const QString &tag, int webPort,
                                                                  const QString &password);
     [[nodiscard]] static QString composeFile();
