@@ -7,7 +7,6 @@
 #include <signal.h>
 #include <spawn.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <vector>
 
@@ -88,20 +87,12 @@ struct Pipe {
     FileDescriptor writeEnd;
 };
 
-// When this process was started without some standard stream, a pipe could take that stream's number and then be
-// overwritten while the child's streams are connected.
-FileDescriptor aboveStandardStreams(FileDescriptor descriptor)
-{
-    if (descriptor.number() > STDERR_FILENO) return descriptor;
-    return FileDescriptor(fcntl(descriptor.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-}
-
 std::expected<Pipe, int> openReadPipe()
 {
     int ends[2];
     if (const int reason = platform::openPipe(ends); reason != 0) return std::unexpected(reason);
-    Pipe pipe{aboveStandardStreams(FileDescriptor(ends[0])), aboveStandardStreams(FileDescriptor(ends[1]))};
-    if (!pipe.readEnd.isOpen() || !pipe.writeEnd.isOpen()) return std::unexpected(errno);
+    Pipe pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+    // The read end alone: the child must find its own streams as any program does.
     fcntl(pipe.readEnd.number(), F_SETFL, O_NONBLOCK);
     return pipe;
 }

@@ -89,6 +89,14 @@ int sleepFor(const Arguments &arguments)
     return 0;
 }
 
+// sleep-told SECONDS: prints "pid" and its process number first.
+int sleepTold(const Arguments &arguments)
+{
+    writeAll(STDOUT_FILENO, "pid " + std::to_string(getpid()) + "\n");
+    pauseFor(arguments.at(0));
+    return 0;
+}
+
 // ignore-term SECONDS: SIGTERM does nothing; prints "ready" once that is so, then its process number.
 int ignoreTerm(const Arguments &arguments)
 {
@@ -256,6 +264,7 @@ const std::map<std::string, std::function<int(const Arguments &)>> kBehaviours{
     {"exit", exitWith},
     {"flood", flood},
     {"sleep", sleepFor},
+    {"sleep-told", sleepTold},
     {"ignore-term", ignoreTerm},
     {"tidy-term", tidyTerm},
     {"die", die},

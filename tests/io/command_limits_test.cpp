@@ -11,6 +11,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <future>
 #include <limits>
@@ -46,7 +47,7 @@ TEST(CommandLimits, A_child_that_sleeps_past_the_limit_is_told_to_end)
     EXPECT_EQ(result.standardOutput, u"so far"_s);
     EXPECT_FALSE(result.launchError);
     EXPECT_FALSE(result.succeeded());
-    EXPECT_LT(elapsed.elapsed(), 2400);
+    EXPECT_LT(elapsed.elapsed(), 20'000);
 }
 
 TEST(CommandLimits, A_child_that_ends_in_its_grace_keeps_its_own_status)
@@ -60,16 +61,17 @@ TEST(CommandLimits, A_child_that_ignores_the_request_is_left_running_after_two_s
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    const CommandResult result = runChild({u"ignore-term"_s, u"4"_s}, 0.5);
+    const CommandResult result = runChild({u"ignore-term"_s, u"120"_s}, 0.5);
     EXPECT_TRUE(result.timedOut);
     EXPECT_EQ(result.status, -1);
     EXPECT_GE(elapsed.elapsed(), 2500);
-    EXPECT_LT(elapsed.elapsed(), 3500);
+    EXPECT_LT(elapsed.elapsed(), 60'000);
     const pid_t survivor = result.standardOutput.section(u' ', 1).trimmed().toInt();
     ASSERT_GT(survivor, 0);
     EXPECT_FALSE(isGone(survivor)) << "it must never be killed";
 
-    std::this_thread::sleep_for(2s);
+    kill(survivor, SIGKILL);
+    std::this_thread::sleep_for(1s);
     EXPECT_FALSE(isGone(survivor)) << "a zombie by now, until the next run";
     (void)runChild({u"exit"_s, u"0"_s});
     EXPECT_TRUE(isGone(survivor));
@@ -119,8 +121,8 @@ TEST(CommandLimits, A_grandchild_that_keeps_the_pipe_does_not_hold_the_result_up
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    const CommandResult result = runChild({u"grandchild"_s, u"5"_s});
-    EXPECT_LT(elapsed.elapsed(), 3000);
+    const CommandResult result = runChild({u"grandchild"_s, u"30"_s});
+    EXPECT_LT(elapsed.elapsed(), 20'000);
     EXPECT_EQ(result.status, 0);
     EXPECT_FALSE(result.timedOut);
     EXPECT_EQ(result.standardOutput, u"parent\n"_s);
@@ -131,7 +133,7 @@ TEST(CommandLimits, A_grandchild_that_keeps_writing_does_not_hold_the_result_up)
     QElapsedTimer elapsed;
     elapsed.start();
     const CommandResult result = runChild({u"noisy-grandchild"_s});
-    EXPECT_LT(elapsed.elapsed(), 3000);
+    EXPECT_LT(elapsed.elapsed(), 20'000);
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(result.standardOutput.startsWith(u"gggg"_s));
 }
@@ -172,8 +174,12 @@ TEST(CommandLimits, Terminate_all_ends_every_child_that_is_waited_for)
             return CommandRunner::runSync(childPath(), {u"sleep"_s, u"30"_s}, 60, {});
         }));
     }
-    std::this_thread::sleep_for(500ms);
-    CommandRunner::terminateAll();
+    const auto allEnded = [&] {
+        CommandRunner::terminateAll();
+        return std::ranges::all_of(running,
+                                   [](auto &result) { return result.wait_for(0s) == std::future_status::ready; });
+    };
+    EXPECT_TRUE(spinUntil(allEnded, 20));
     for (auto &result : running)
         EXPECT_EQ(result.get().status, SIGTERM);
 }

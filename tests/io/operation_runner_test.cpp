@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <signal.h>
+
 #include <memory>
 
 namespace corvane::test {
@@ -191,13 +193,15 @@ TEST(OperationRunner, A_runner_that_dies_ends_its_child_and_calls_nobody)
 {
     bool called = false;
     auto runner = std::make_unique<OperationRunner>([](const QString &) { return QString(); });
-    bool ready = false;
-    QObject::connect(runner.get(), &OperationRunner::linesChanged, [&] { ready = runner->lines().size() > 1; });
-    runner->start(u"Title"_s, {step(u"Slow"_s, {u"ignore-term"_s, u"1"_s}), printing(u"Next"_s, "next")},
+    pid_t child = 0;
+    QObject::connect(runner.get(), &OperationRunner::linesChanged,
+                     [&] { child = runner->lines().last().section(u' ', 1).toInt(); });
+    runner->start(u"Title"_s, {step(u"Slow"_s, {u"sleep-told"_s, u"60"_s}), printing(u"Next"_s, "next")},
                   [&](bool) { called = true; });
-    ASSERT_TRUE(spinUntil([&] { return ready; }));
+    ASSERT_TRUE(spinUntil([&] { return child > 0; }));
     runner.reset();
-    EXPECT_FALSE(spinUntil([&] { return called; }, 2));
+    EXPECT_TRUE(spinUntil([&] { return kill(child, 0) != 0; }, 20));
+    EXPECT_FALSE(spinUntil([&] { return called; }, 0.5));
 }
 
 } // namespace corvane::test
