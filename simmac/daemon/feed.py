@@ -55,13 +55,14 @@ class ReleaseFeed:
         with contextlib.suppress(OSError, asyncio.IncompleteReadError, asyncio.LimitOverrunError):
             head = (await reader.readuntil(b"\r\n\r\n")).decode("latin-1").split("\r\n")
             self.requests.append({"line": head[0], "headers": [line for line in head[1:] if line]})
-            await self._answer(head[0].split(" ")[1], writer)
+            if self.manner == "hang" or not self._mac.network.internet:
+                await reader.read()   # until the client has gone
+            else:
+                await self._answer(head[0].split(" ")[1], writer)
         with contextlib.suppress(OSError):
             writer.close()
 
     async def _answer(self, path, writer):
-        if self.manner == "hang" or not self._mac.network.internet:
-            await asyncio.Event().wait()
         body, status, extra = self._content(path)
         length = f"Content-Length: {len(body)}\r\n" if self.manner != "endless" else ""
         head = (f"HTTP/1.1 {status} {_REASONS.get(status, 'Unknown')}\r\nServer: {FEED_HOST}\r\n"
@@ -74,9 +75,10 @@ class ReleaseFeed:
         else:
             writer.write(body)
             await writer.drain()
-        while self.manner == "endless":
+        while self.manner == "endless" and not writer.is_closing():
             writer.write(b" " * 65536)
             await writer.drain()
+            await asyncio.sleep(0)   # drain alone may go on for ever without noticing that the client has gone
 
     def _content(self, path):
         if self.redirect:
@@ -90,6 +92,8 @@ class ReleaseFeed:
 
 async def _drip(writer, body):
     for at in range(len(body)):
+        if writer.is_closing():
+            return
         writer.write(body[at:at + 1])
         await writer.drain()
         await asyncio.sleep(_DRIP_SECONDS)

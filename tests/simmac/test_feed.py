@@ -54,6 +54,15 @@ class FeedTest(MacCase):
         self.assertEqual(result.status, 28)
         self.assertGreater(int(result.out), 1 << 20)
 
+    def test_Client_that_leaves_an_endless_answer_leaves_the_mac_idle(self):
+        self.mac.ctl("feed", "endless")
+        script = "set -o pipefail; curl -sS --max-time 5 %s | head -c %d > /dev/null" % (ADDRESS, 3 << 20)
+        for _ in range(5):
+            self.mac.run("/bin/bash", "-c", script)
+        used = "awk '{print $14 + $15}' $(grep -sl daemon.main /proc/[0-9]*/cmdline | head -1 | xargs dirname)/stat; "
+        before, after = self.mac.shell(f"{used} sleep 1; {used}").out.split()
+        self.assertLess(int(after) - int(before), 50)
+
     def test_Without_a_network_the_feed_is_away(self):
         self.mac.ctl("wifi", "off")
         self.assertNotEqual(self.curl().status, 0)

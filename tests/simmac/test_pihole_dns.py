@@ -105,7 +105,8 @@ class HostileTest(DnsCase):
         self.assertEqual(self.send(b"\x00" * 11, 0.1), b"")
         self.assertEqual(self.send(query(flags=0x8100), 0.1), b"")
         self.assertEqual(self.rcode(query(flags=0x2800)), 4)
-        for body in (b"", b"\x3f", b"\xc0\x0c\x00\x01\x00\x01", b"\x07exa", QUESTION[:-2], b"\x01a" * 200):
+        for body in (b"", b"\x3f", b"\xc0\x0c\x00\x01\x00\x01", b"\x07exa", QUESTION[:-2], b"\x01a" * 200,
+                     b"\x41" + b"a" * 65 + b"\x00\x00\x01\x00\x01"):
             self.assertEqual(self.rcode(query(body=body)), 1, body)
         self.assertEqual(self.rcode(query(questions=0)), 1)
         self.assertEqual(self.rcode(query(questions=2)), 1)
