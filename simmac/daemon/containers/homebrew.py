@@ -14,6 +14,7 @@ class Homebrew:
         self.installed = []
         self.locked = False
         self.colima_service = False     # colima starts at login
+        self.launch = None              # the task in which the service is starting colima
 
     def add(self, formula):
         if formula not in self.installed:
@@ -27,11 +28,18 @@ class Homebrew:
         if formula in TOOL_OF:
             self._mac.remove_tool(TOOL_OF[formula])
 
+    def stop_launch(self):
+        """The service does not go on starting colima."""
+        if self.launch:
+            self.launch.cancel()
+            self.launch = None
+
     def reset(self, present, formulae):
         """Homebrew itself is there or not, with these formulae."""
         for formula in list(self.installed):
             self.remove(formula)
         self.locked = self.colima_service = False
+        self.stop_launch()
         (self._mac.install_tool if present else self._mac.remove_tool)("brew")
         for formula in formulae:
             self.add(formula)

@@ -165,7 +165,7 @@ async def _start_service(call, homebrew):
         return 0
     await call.pause(1)
     homebrew.colima_service = True
-    homebrew.task = asyncio.create_task(_colima_by_service(call.mac))
+    homebrew.launch = asyncio.create_task(_colima_by_service(call.mac))
     await call.out(f"==> Successfully started `colima` (label: {_SERVICE_LABEL})\n")
     return 0
 
@@ -186,6 +186,7 @@ async def _stop_service(call, homebrew):
     await call.out("Stopping `colima`... (might take a while)\n")
     await call.pause(5)
     homebrew.colima_service = False
+    homebrew.stop_launch()
     if call.mac.containers.colima.by_service:
         await call.mac.containers.colima.stop()
     await call.out(f"==> Successfully stopped `colima` (label: {_SERVICE_LABEL})\n")
