@@ -1,9 +1,10 @@
 #include "app/file_work.h"
 
 #include "exec/background.h"
+#include "exec/replace_file.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace corvane {
 
@@ -13,14 +14,6 @@ using Written = std::expected<void, QString>;
 using Read = std::expected<FileContent, QString>;
 
 constexpr qint64 kLargestFile = qint64(256) << 20;
-
-Written writeNow(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()) return {};
-    return std::unexpected(file.errorString());
-}
 
 Read readNow(const QString &path)
 {
@@ -38,7 +31,7 @@ Read readNow(const QString &path)
 
 QCoro::Task<Written> writeFile(QString path, QByteArray bytes)
 {
-    const std::function<Written()> write = [path, bytes] { return writeNow(path, bytes); };
+    const std::function<Written()> write = [path, bytes] { return replaceFile(path, bytes); };
     BackgroundWork<Written> work(write);
     const Written written = co_await work;
     co_return written;

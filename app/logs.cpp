@@ -1,9 +1,9 @@
 #include "app/app_model.h"
+#include "app/file_work.h"
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 
 #include <QPointer>
-#include <QSaveFile>
 
 namespace corvane {
 
@@ -76,10 +76,8 @@ QCoro::Task<> AppModel::saveLogs()
     panel.proposedName = QStringLiteral("pihole-log.txt");
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
     if (!alive || !path) co_return;
-    QSaveFile file(*path);
-    file.setDirectWriteFallback(true);
-    const bool saved = file.open(QIODevice::WriteOnly) && file.write(logText().toUtf8()) >= 0 && file.commit();
-    if (!saved) setApiMessage(QStringLiteral("Could not save the log: ") + file.errorString());
+    const auto saved = co_await writeFile(*path, logText().toUtf8());
+    if (alive && !saved) setApiMessage(QStringLiteral("Could not save the log: ") + saved.error());
 }
 
 } // namespace corvane

@@ -38,7 +38,11 @@ private:
         QSaveFile file(path());
         const QString text = QStringLiteral("[Desktop Entry]\nType=Application\nName=Corvane\nExec=\"%1\"\n")
                                  .arg(QCoreApplication::applicationFilePath());
-        if (file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 && file.commit()) return {};
+        // Unbuffered, because a buffered write to a full disk fails only where QSaveFile does not look.
+        const QByteArray bytes = text.toUtf8();
+        if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() &&
+            file.commit())
+            return {};
         return std::unexpected(file.errorString());
     }
 };
