@@ -19,7 +19,6 @@ public:
     void leave();
     /// Sends everybody who waits away, and whoever comes later.
     void close();
-    [[nodiscard]] bool closed() const { return m_closed; }
 
 private:
     std::deque<QPromise<bool>> m_waiting;
