@@ -130,6 +130,17 @@ TEST(HostileServer, An_endless_error_page_is_cut_off_too)
     EXPECT_LT(server.sent(), 16 << 20);
 }
 
+TEST(HostileServer, An_endless_admin_page_is_cut_off_and_counts_as_no_answer)
+{
+    ScriptedServer server(
+        [](const ReceivedRequest &) { return Reaction{.bytes = kHead + "\r\n", .endlessly = kHead}; });
+    ExchangeLimits limits;
+    limits.jsonBytes = 1 << 20;
+    Client client(server, limits);
+    EXPECT_FALSE(QCoro::waitFor(client.api.webAnswers()));
+    EXPECT_LT(server.sent(), 16 << 20);
+}
+
 TEST(HostileServer, An_archive_may_be_larger_than_a_json_answer_but_not_endless)
 {
     const QByteArray large(3 << 20, 'z');
