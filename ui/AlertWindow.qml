@@ -1,0 +1,89 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// A question with two answers, in a window of its own.
+Window {
+    id: root
+
+    required property string heading
+    required property string message
+    required property string acceptLabel
+    required property string rejectLabel
+    required property bool warning
+
+    signal answered(bool accepted)
+
+    title: root.heading
+    width: Theme.sized(420)
+    height: Math.min(column.implicitHeight + 40, 640)
+    minimumWidth: width
+    maximumWidth: width
+    minimumHeight: height
+    maximumHeight: height
+    color: Theme.window
+    flags: Qt.Dialog
+    modality: Qt.ApplicationModal
+
+    Shortcut {
+        sequences: ["Escape"]
+        onActivated: root.answered(false)
+    }
+
+    ColumnLayout {
+        id: column
+        anchors.fill: parent
+        anchors.margins: 20
+        spacing: 12
+        Accessible.role: Accessible.Dialog
+        Accessible.name: root.heading
+
+        Symbol {
+            name: root.warning ? "exclamationmark.triangle.fill" : "shield.lefthalf.filled"
+            color: root.warning ? Theme.orange : Theme.accent
+            Layout.preferredWidth: Theme.sized(48)
+            Layout.preferredHeight: Theme.sized(48)
+            Layout.alignment: Qt.AlignHCenter
+        }
+        BodyText {
+            objectName: "alertHeading"
+            text: root.heading
+            font: Theme.headline
+            horizontalAlignment: Text.AlignHCenter
+            Layout.fillWidth: true
+        }
+        ScrollArea {
+            padding: 0
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            implicitHeight: contentHeight
+
+            BodyText {
+                objectName: "alertMessage"
+                width: parent.width
+                text: root.message
+            }
+        }
+        RowLayout {
+            spacing: 10
+            Layout.topMargin: 4
+
+            PushButton {
+                objectName: "alertReject"
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                text: root.rejectLabel
+                onClicked: root.answered(false)
+            }
+            PushButton {
+                objectName: "alertAccept"
+                Layout.fillWidth: true
+                Layout.preferredWidth: 1
+                prominent: true
+                focus: true
+                text: root.acceptLabel
+                onClicked: root.answered(true)
+            }
+        }
+    }
+}

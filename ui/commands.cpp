@@ -1,0 +1,108 @@
+#include "ui/commands.h"
+
+#include "app/launch.h"
+
+namespace corvane {
+
+Commands::Commands(AppModel &app, Workspace &workspace)
+    : m_app(app)
+    , m_workspace(workspace)
+{}
+
+void Commands::openDashboard() { m_app.openDashboard(); }
+void Commands::togglePause() { launch(m_app.togglePause()); }
+void Commands::startPiholeNow() { launch(m_app.startPiholeNow()); }
+void Commands::stopPihole() { launch(m_app.stopPihole()); }
+void Commands::restartPihole() { launch(m_app.restartPihole()); }
+void Commands::toggleStartStop() { launch(m_app.toggleStartStop()); }
+void Commands::runAllTests() { launch(m_app.runAllTests()); }
+void Commands::restoreOldSettings() { launch(m_app.restoreOldSettings()); }
+void Commands::hideBanner() { m_app.setBannerDismissed(true); }
+void Commands::dismissNotice() { m_app.setNotice({}); }
+void Commands::toggleWizard() { m_app.setShowWizard(!m_app.showWizard()); }
+
+void Commands::loadLogs() { launch(m_app.loadLogs()); }
+void Commands::follow(bool on) { m_app.setFollowing(on); }
+void Commands::copyLog() { copy(m_app.logText()); }
+void Commands::saveLogs() { launch(m_app.saveLogs()); }
+
+void Commands::go(int step) { m_app.go(step); }
+
+void Commands::checksAppeared()
+{
+    if (m_app.systemChecks().isEmpty()) runSystemChecks();
+}
+
+void Commands::installAppeared() { launch(m_app.refreshTools()); }
+
+void Commands::piholeAppeared()
+{
+    if (!m_app.passwordInput().isEmpty()) return;
+    const QString saved = m_app.adminPassword();
+    m_app.setPasswordInput(saved.isEmpty() ? AppModel::generatePassword() : saved);
+}
+
+void Commands::dnsAppeared() { loadServices(); }
+
+void Commands::browsersAppeared()
+{
+    if (m_app.browserReadAllowed() && m_app.browsers().isEmpty()) scanBrowsers();
+}
+
+void Commands::runSystemChecks() { launch(m_app.runSystemChecks()); }
+void Commands::changeWebPort(int port) { launch(m_app.changeWebPort(port)); }
+
+void Commands::changeWebPortAndCheck(int port)
+{
+    changeWebPort(port);
+    runSystemChecks();
+}
+
+void Commands::openHomebrew() { m_workspace.open(QUrl(QStringLiteral("https://brew.sh"))); }
+void Commands::installColimaAndDocker() { m_app.installColimaAndDocker(); }
+void Commands::startColimaOnly() { m_app.startColimaOnly(); }
+void Commands::changeAutostart(bool on) { launch(m_app.changeAutostart(on)); }
+void Commands::testDocker() { launch(m_app.testDocker()); }
+void Commands::generatePassword() { m_app.setPasswordInput(AppModel::generatePassword()); }
+void Commands::copyPasswordInput() { copy(m_app.passwordInput()); }
+void Commands::copyAdminPassword() { copy(m_app.adminPassword()); }
+void Commands::startPihole() { launch(m_app.startPihole()); }
+void Commands::runPiholeTests() { launch(m_app.runPiholeTests(false)); }
+void Commands::fixUDPForwarding() { launch(m_app.fixUDPForwarding()); }
+void Commands::runBlockingTest() { launch(m_app.runBlockingTest()); }
+
+void Commands::select(const QString &service, bool on)
+{
+    QSet<QString> names = m_app.selectedServices();
+    if (on)
+        names.insert(service);
+    else
+        names.remove(service);
+    m_app.setSelectedServices(names);
+}
+
+void Commands::applyDNS() { launch(m_app.applyDNS()); }
+void Commands::loadServices() { launch(m_app.loadServices()); }
+void Commands::runSystemTest() { launch(m_app.runSystemTest()); }
+
+void Commands::allowBrowserRead()
+{
+    m_app.setBrowserReadAllowed(true);
+    scanBrowsers();
+}
+
+void Commands::scanBrowsers() { launch(m_app.scanBrowsers()); }
+void Commands::openBrowserSettings(const QString &id) { launch(m_app.openBrowserSettings(id)); }
+void Commands::runBrowserTest() { launch(m_app.runBrowserTest()); }
+void Commands::leaveWizard() { m_app.setShowWizard(false); }
+
+void Commands::checkForUpdates() { launch(m_app.checkForUpdates()); }
+void Commands::performUpdate() { launch(m_app.performUpdate()); }
+void Commands::exportBackup() { launch(m_app.exportBackup()); }
+void Commands::importBackup() { launch(m_app.importBackup()); }
+void Commands::setLaunchAtLogin(bool on) { m_app.setLaunchAtLogin(on); }
+void Commands::removePihole() { launch(m_app.removePihole()); }
+
+void Commands::copy(const QString &text) { m_workspace.copyToClipboard(text); }
+
+} // namespace corvane

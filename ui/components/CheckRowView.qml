@@ -1,0 +1,46 @@
+import QtQuick
+import Corvane
+
+// One check: its state, its title, and beneath it a detail that can be copied.
+Item {
+    id: root
+
+    required property badge badge
+    required property string title
+    required property string detail
+
+    implicitHeight: Math.max(icon.height, texts.implicitHeight)
+
+    Item {
+        id: icon
+        width: Theme.sized(20)
+        height: Theme.sized(18)
+
+        StateIcon {
+            anchors.centerIn: parent
+            badge: root.badge
+        }
+    }
+    Column {
+        id: texts
+        anchors.left: icon.right
+        anchors.leftMargin: Theme.gap
+        anchors.right: parent.right
+        spacing: 2
+
+        Text {
+            width: parent.width
+            text: root.title
+            font: Theme.body
+            color: Theme.text
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: root.title + ", " + root.badge.spoken
+        }
+        NoteText {
+            width: parent.width
+            visible: root.detail.length > 0
+            text: root.detail
+        }
+    }
+}

@@ -1,0 +1,11 @@
+import QtQuick
+import Corvane
+
+// The result of an action in one line; takes no room while there is none.
+BodyText {
+    id: root
+
+    visible: root.text.length > 0
+    font: Theme.callout
+    color: Theme.secondaryText
+}

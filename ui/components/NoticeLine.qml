@@ -1,0 +1,31 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// One line for the user that stays until it is dismissed.
+Rectangle {
+    id: root
+
+    implicitHeight: row.implicitHeight + 16
+    color: Theme.tinted
+
+    RowLayout {
+        id: row
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.leftMargin: 12
+        anchors.rightMargin: 12
+
+        BodyText {
+            objectName: "noticeText"
+            Layout.fillWidth: true
+            text: App.notice
+        }
+        PushButton {
+            objectName: "dismissButton"
+            text: qsTr("Dismiss")
+            onClicked: Commands.dismissNotice()
+        }
+    }
+}

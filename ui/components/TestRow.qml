@@ -1,0 +1,34 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// A named test with its result and its button.
+RowLayout {
+    id: root
+
+    required property string label
+    required property badge badge
+    required property bool tested
+    required property bool busy
+
+    signal pressed
+
+    spacing: Theme.gap
+
+    BodyText {
+        text: root.label
+        Layout.fillWidth: true
+    }
+    StateIcon {
+        objectName: root.objectName + "Result"
+        visible: root.tested && !root.busy
+        badge: root.badge
+    }
+    TestButton {
+        objectName: root.objectName
+        title: qsTr("Test")
+        label: qsTr("Test: %1").arg(root.label)
+        busy: root.busy
+        onPressed: root.pressed()
+    }
+}

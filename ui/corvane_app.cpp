@@ -1,0 +1,93 @@
+#include "ui/corvane_app.h"
+
+#include "app/launch.h"
+#include "exec/command_runner.h"
+#include "ui/dot.h"
+#include "ui/fonts.h"
+
+#include <QApplication>
+#include <QIcon>
+
+namespace corvane {
+
+namespace {
+
+const QUrl kReleaseFeed(QStringLiteral("https://api.github.com"));
+
+} // namespace
+
+CorvaneApp::CorvaneApp()
+    : m_settings(systemSettingsStore())
+    , m_workspace(systemWorkspace())
+    , m_loginItem(systemLoginItem())
+    , m_model(surroundings())
+    , m_looks(m_model)
+    , m_commands(m_model, *m_workspace)
+    , m_filePanels(m_dialogs)
+    , m_windows([this] { return std::make_unique<ScreenEngine>(m_model, m_looks, m_commands); }, m_dialogs)
+    , m_menu(m_model, m_commands, {[this] { openWindow(); }, [this] { quit(); }})
+{
+    QApplication::setFont(uiFont());
+    QApplication::setQuitOnLastWindowClosed(false);
+    connect(&m_windows, &Windows::quitRequested, this, &CorvaneApp::quit);
+    connect(&m_model, &AppModel::iconChanged, this, &CorvaneApp::showIcon);
+    connect(&m_model, &AppModel::statusLineChanged, this, &CorvaneApp::showIcon);
+}
+
+CorvaneApp::~CorvaneApp() = default;
+
+Surroundings CorvaneApp::surroundings()
+{
+    return {*m_settings, m_dialogs, *m_workspace, *m_loginItem, m_clock, kReleaseFeed};
+}
+
+void CorvaneApp::start()
+{
+    m_statusItem = systemStatusItem();
+    m_statusItem->setMenu(&m_menu);
+    showIcon();
+    m_windows.openMain();
+    launch(m_model.bootstrap());
+}
+
+void CorvaneApp::openWindow()
+{
+    m_workspace->activate();
+    m_windows.openMain();
+}
+
+void CorvaneApp::showIcon()
+{
+    if (!m_statusItem) return;
+    m_statusItem->setPicture([icon = m_model.icon()](double scale) { return dot(icon, scale); });
+    m_statusItem->setSpokenName(m_model.statusLine());
+}
+
+QImage CorvaneApp::dot(MenuIcon icon, double scale) { return corvane::dot(icon, scale); }
+
+void CorvaneApp::quit() { launch(askAndQuit()); }
+
+QCoro::Task<> CorvaneApp::askAndQuit()
+{
+    if (m_model.operationRunning()) {
+        Alert alert;
+        alert.title = QStringLiteral("Quit while Corvane is still working?");
+        alert.text = QStringLiteral("The step under way is stopped where it is. You can run it again later.");
+        alert.accept = QStringLiteral("Quit");
+        alert.reject = QStringLiteral("Cancel");
+        alert.style = Alert::Style::Warning;
+        const bool agreed = co_await m_dialogs.confirm(alert);
+        if (!agreed) co_return;
+    }
+    endChildren();
+    QCoreApplication::quit();
+}
+
+void CorvaneApp::endChildren()
+{
+    for (OperationRunner *runner : {m_model.followOp(), m_model.installOp(), m_model.startOp(), m_model.maintOp()})
+        runner->cancel();
+    CommandRunner::terminateAll();
+}
+
+} // namespace corvane

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/status_item.h"
+#include "ui/commands.h"
+#include "ui/file_panels.h"
+#include "ui/looks.h"
+#include "ui/menu_content.h"
+#include "ui/windows.h"
+
+#include <QImage>
+
+#include <memory>
+
+namespace corvane {
+
+/// The application: owns the one model for the whole run and the places where the user meets it.
+class CorvaneApp : public QObject {
+    Q_OBJECT
+
+public:
+    CorvaneApp();
+    ~CorvaneApp() override;
+
+    /// Shows the menu-bar item and the main window and begins to watch Pi-hole.
+    void start();
+    /// Ends the program; asks first while a set-up step is under way.
+    void quit();
+
+    /// The picture of the menu-bar item.
+    [[nodiscard]] static QImage dot(MenuIcon icon, double scale);
+
+private:
+    [[nodiscard]] Surroundings surroundings();
+    void openWindow();
+    void showIcon();
+    [[nodiscard]] QCoro::Task<> askAndQuit();
+    void endChildren();
+
+    std::unique_ptr<SettingsStore> m_settings;
+    std::unique_ptr<Workspace> m_workspace;
+    std::unique_ptr<LoginItem> m_loginItem;
+    Dialogs m_dialogs;
+    SystemClock m_clock;
+    AppModel m_model;
+    Looks m_looks;
+    Commands m_commands;
+    FilePanels m_filePanels;
+    Windows m_windows;
+    MenuContent m_menu;
+    std::unique_ptr<StatusItem> m_statusItem;
+};
+
+} // namespace corvane

@@ -1,0 +1,73 @@
+import QtQuick
+import Corvane
+
+// The everyday buttons and the tests.
+Column {
+    id: root
+
+    spacing: 10
+
+    Flow {
+        width: root.width
+        spacing: Theme.gap
+
+        PushButton {
+            objectName: "pauseButton"
+            text: Looks.pauseLabel
+            enabled: !Looks.operating
+            onClicked: Commands.togglePause()
+        }
+        PushButton {
+            objectName: "openDashboardButton"
+            text: qsTr("Open dashboard")
+            enabled: !Looks.operating
+            onClicked: Commands.openDashboard()
+        }
+        PushButton {
+            objectName: "startButton"
+            text: qsTr("Start")
+            enabled: Looks.canStart
+            onClicked: Commands.startPiholeNow()
+        }
+        PushButton {
+            objectName: "stopButton"
+            text: qsTr("Stop")
+            enabled: Looks.canStopOrRestart
+            onClicked: Commands.stopPihole()
+        }
+        PushButton {
+            objectName: "restartButton"
+            text: qsTr("Restart")
+            enabled: Looks.canStopOrRestart
+            onClicked: Commands.restartPihole()
+        }
+    }
+    MessageText {
+        objectName: "startMessage"
+        width: root.width
+        text: App.startMessage
+        color: Theme.orangeText
+    }
+    Flow {
+        width: root.width
+        spacing: Theme.gap
+
+        TestButton {
+            objectName: "runTestsAgain"
+            title: qsTr("Run tests again")
+            busy: Looks.testingAnything
+            onPressed: Commands.runAllTests()
+        }
+        TestButton {
+            objectName: "restoreOldSettings"
+            title: qsTr("Restore my old settings")
+            busy: Looks.restoringDNS
+            onPressed: Commands.restoreOldSettings()
+        }
+    }
+    MessageText {
+        objectName: "dnsMessage"
+        width: root.width
+        text: App.dnsMessage
+    }
+}

@@ -1,0 +1,53 @@
+import QtQuick
+import Corvane
+
+// The everyday screen: the state, today's numbers, the actions, the log, updates and backups.
+ScrollArea {
+    id: root
+
+    objectName: "dashboard"
+    padding: 20
+    spacing: 18
+
+    StatusRow {
+        width: parent.width
+    }
+    TodayBox {
+        width: parent.width
+    }
+    ActionRows {
+        width: parent.width
+    }
+    GroupBox {
+        width: parent.width
+        title: qsTr("Logs")
+
+        LogsPanel {
+            width: parent.width
+        }
+    }
+    UpdatesBox {
+        width: parent.width
+    }
+    GroupBox {
+        width: parent.width
+        title: qsTr("Backup and restore (Teleporter)")
+
+        Row {
+            spacing: Theme.gap
+
+            PushButton {
+                objectName: "backUpButton"
+                text: qsTr("Back up...")
+                enabled: !Looks.operating
+                onClicked: Commands.exportBackup()
+            }
+            PushButton {
+                objectName: "restoreBackupButton"
+                text: qsTr("Restore...")
+                enabled: !Looks.operating
+                onClicked: Commands.importBackup()
+            }
+        }
+    }
+}

@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// The container's log, loaded once or followed live.
+Column {
+    id: root
+
+    spacing: 8
+
+    RowLayout {
+        width: root.width
+        spacing: Theme.gap
+
+        PushButton {
+            objectName: "refreshLogButton"
+            text: qsTr("Refresh")
+            enabled: !App.following
+            onClicked: Commands.loadLogs()
+        }
+        Toggle {
+            objectName: "followSwitch"
+            text: qsTr("Follow")
+            spacing: 6
+            on: App.following
+            onAsked: value => Commands.follow(value)
+        }
+        Item {
+            Layout.fillWidth: true
+        }
+        PushButton {
+            objectName: "copyLogButton"
+            text: qsTr("Copy")
+            enabled: Looks.hasLog
+            onClicked: Commands.copyLog()
+        }
+        PushButton {
+            objectName: "saveLogButton"
+            text: qsTr("Save...")
+            enabled: Looks.hasLog
+            onClicked: Commands.saveLogs()
+        }
+    }
+    Rectangle {
+        width: root.width
+        height: 272
+        radius: Theme.radius
+        color: Theme.logBackground
+        border.width: 1
+        border.color: Theme.boxEdge
+
+        LogTextView {
+            objectName: "piholeLog"
+            anchors.fill: parent
+            anchors.margins: 6
+            op: App.following ? App.followOp : null
+            text: App.following ? "" : App.logText
+            label: qsTr("Log of the Pi-hole container")
+            placeholder: qsTr("Press Refresh to load the last 300 lines (docker logs --tail 300 pihole).")
+        }
+    }
+}

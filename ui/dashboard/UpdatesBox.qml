@@ -1,0 +1,45 @@
+import QtQuick
+import Corvane
+
+// The version in use and the way to a newer one.
+GroupBox {
+    id: root
+
+    title: qsTr("Updates")
+
+    BodyText {
+        objectName: "pinnedVersion"
+        width: parent.width
+        text: qsTr("Pinned Pi-hole version: %1").arg(App.pinnedTag)
+    }
+    NoteText {
+        width: parent.width
+        text: qsTr("Updating saves a backup first, changes the pinned version, pulls the image and recreates the container. Data volumes are never deleted.")
+    }
+    Row {
+        spacing: Theme.gap
+
+        PushButton {
+            objectName: "checkForUpdatesButton"
+            text: qsTr("Check for updates")
+            enabled: !Looks.operating
+            onClicked: Commands.checkForUpdates()
+        }
+        PushButton {
+            objectName: "updateButton"
+            text: qsTr("Back up and update")
+            enabled: Looks.canUpdate
+            onClicked: Commands.performUpdate()
+        }
+    }
+    MessageText {
+        objectName: "updateMessage"
+        width: parent.width
+        text: App.updateMessage
+    }
+    OperationLogView {
+        objectName: "maintLog"
+        width: parent.width
+        op: App.maintOp
+    }
+}

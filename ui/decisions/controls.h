@@ -1,0 +1,18 @@
+#pragma once
+
+#include "runtime/container_state.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace corvane {
+
+/// Which everyday buttons can be pressed. `operating`: a set-up or maintenance operation runs.
+[[nodiscard]] bool canStart(const ContainerState &container, bool operating);
+[[nodiscard]] bool canStopOrRestart(const ContainerState &container, bool operating);
+
+/// Whether the release `latest` came after `pinned`. Tags are numbers with full stops between them.
+[[nodiscard]] bool isNewer(const std::optional<QString> &latest, const QString &pinned);
+
+} // namespace corvane

@@ -1,0 +1,202 @@
+#include "ui/decisions/rows.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+const Badge kDone{QStringLiteral("checkmark.circle.fill"), Tint::Green, QStringLiteral("done")};
+const Badge kFailed{QStringLiteral("xmark.octagon.fill"), Tint::Red, QStringLiteral("failed")};
+const Badge kOpen{QStringLiteral("circle"), Tint::Secondary, QStringLiteral("not done yet")};
+
+bool isTaken(const PortReport &report) { return report.probe == PortProbe::InUse; }
+
+bool isWebPort(const PortReport &report) { return report.id == QLatin1String("web"); }
+
+Row toolRow(const QString &name, bool found)
+{
+    const Badge badge = found ? Badge{kDone.symbol, kDone.tint, QStringLiteral("found")}
+                              : Badge{kOpen.symbol, kOpen.tint, QStringLiteral("not found")};
+    return {name, badge, name, {}};
+}
+
+Row blockedRow(const BlockingTestResult &result)
+{
+    const QString id = QStringLiteral("blocked");
+    const QString note = result.note.value_or(QString());
+    if (!result.blockedDomain) {
+        const QString none = QStringLiteral("No test tracker domain was blocked yet.");
+        return {id, kFailed, QStringLiteral("Nothing was blocked"), note.isEmpty() ? none : none + u'\n' + note};
+    }
+    const QString title =
+        QStringLiteral("Blocked: %1 %2").arg(*result.blockedDomain, result.blockedKind.value_or(QString()));
+    return {id, kDone, title.trimmed(), note};
+}
+
+Row allowedRow(const BlockingTestResult &result)
+{
+    const bool answered =
+        !result.allowedAnswer.isEmpty() && !result.allowedAnswer.startsWith(QLatin1String("no answer"));
+    const QString detail = result.allowedAnswer.isEmpty() ? QStringLiteral("no answer")
+                           : answered                     ? QStringLiteral("Answer: ") + result.allowedAnswer
+                                                          : result.allowedAnswer;
+    return {QStringLiteral("allowed"), answered ? kDone : kFailed, QStringLiteral("Allowed: example.com"), detail};
+}
+
+QString numbered(const QStringList &steps)
+{
+    QStringList lines;
+    for (qsizetype i = 0; i < steps.size(); ++i)
+        lines << QStringLiteral("%1. %2").arg(i + 1).arg(steps.at(i));
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+Badge checkBadge(CheckState state)
+{
+    switch (state) {
+    case CheckState::Unknown:
+        return {QStringLiteral("circle"), Tint::Secondary, QStringLiteral("not checked yet")};
+    case CheckState::Running:
+        return {{}, Tint::Secondary, QStringLiteral("checking")};
+    case CheckState::Ok:
+        return {QStringLiteral("checkmark.circle.fill"), Tint::Green, QStringLiteral("passed")};
+    case CheckState::Warning:
+        return {QStringLiteral("exclamationmark.triangle.fill"), Tint::Orange, QStringLiteral("warning")};
+    case CheckState::Failed:
+        break;
+    }
+    return kFailed;
+}
+
+QList<Row> checkRows(const CheckRows &rows)
+{
+    QList<Row> shown;
+    for (const CheckRow &row : rows)
+        shown.append({row.id, checkBadge(row.state), row.title, row.detail});
+    return shown;
+}
+
+QList<Row> toolRows(bool hasBrew, bool hasColima, bool hasDocker)
+{
+    return {toolRow(QStringLiteral("Homebrew"), hasBrew), toolRow(QStringLiteral("colima"), hasColima),
+            toolRow(QStringLiteral("docker"), hasDocker)};
+}
+
+QList<Row> takenPorts(const QList<PortReport> &reports)
+{
+    QList<Row> rows;
+    for (const PortReport &report : reports) {
+        if (isTaken(report))
+            rows.append({report.id, checkBadge(CheckState::Failed), report.label + QStringLiteral(" is in use by:"),
+                         report.holder});
+    }
+    return rows;
+}
+
+bool webPortTaken(const QList<PortReport> &reports)
+{
+    return std::ranges::any_of(reports, [](const PortReport &report) { return isTaken(report) && isWebPort(report); });
+}
+
+bool dnsPortTaken(const QList<PortReport> &reports)
+{
+    return std::ranges::any_of(reports, [](const PortReport &report) { return isTaken(report) && !isWebPort(report); });
+}
+
+QList<Row> blockingRows(const std::optional<BlockingTestResult> &result)
+{
+    if (!result) return {};
+    return {blockedRow(*result), allowedRow(*result)};
+}
+
+QString blockingCounts(const std::optional<BlockingTestResult> &result)
+{
+    if (!result || !result->queries || !result->blockedToday) return {};
+    return QStringLiteral("From Pi-hole's API: Queries today: %1. Blocked today: %2")
+        .arg(*result->queries)
+        .arg(*result->blockedToday);
+}
+
+QList<Row> serviceRows(const QList<NetworkService> &services)
+{
+    QList<Row> rows;
+    for (const NetworkService &service : services) {
+        const QString used =
+            service.isDefaultRoute ? QStringLiteral("  (used for your internet connection)") : QString();
+        const QString servers =
+            service.servers.isEmpty() ? QStringLiteral("Automatic") : service.servers.join(QStringLiteral(", "));
+        rows.append({service.name, {}, service.name + used, QStringLiteral("DNS: ") + servers});
+    }
+    return rows;
+}
+
+QString serversInUse(const std::optional<ResolverReport> &report)
+{
+    const bool known = report && !report->defaultServers.isEmpty();
+    return QStringLiteral("DNS servers macOS uses now: ") +
+           (known ? report->defaultServers.join(QStringLiteral(", ")) : QStringLiteral("unknown"));
+}
+
+Badge browserBadge(SecureDNSState state)
+{
+    switch (state) {
+    case SecureDNSState::On:
+        return {QStringLiteral("exclamationmark.triangle.fill"), Tint::Red, QStringLiteral("skips Pi-hole")};
+    case SecureDNSState::Off:
+        return {QStringLiteral("checkmark.circle.fill"), Tint::Green, QStringLiteral("uses Pi-hole")};
+    case SecureDNSState::UnknownDefault:
+    case SecureDNSState::NotReadable:
+        return {QStringLiteral("questionmark.circle.fill"), Tint::Orange, QStringLiteral("not certain")};
+    case SecureDNSState::NotApplicable:
+        break;
+    }
+    return {QStringLiteral("info.circle.fill"), Tint::Blue, QStringLiteral("for your information")};
+}
+
+QList<Row> browserRows(const QList<BrowserInfo> &browsers)
+{
+    QList<Row> rows;
+    for (const BrowserInfo &browser : browsers) {
+        const QString steps = numbered(browser.steps);
+        const QString detail = steps.isEmpty() ? browser.detail : browser.detail + u'\n' + steps;
+        const bool canOpen = browser.id == QLatin1String("safari") || (browser.installed && browser.settingsURL);
+        rows.append({browser.id, browserBadge(browser.state), browser.name, detail, canOpen});
+    }
+    return rows;
+}
+
+Badge outcomeBadge(const Outcomes &outcomes, const QString &test)
+{
+    if (!outcomes.contains(test)) return checkBadge(CheckState::Unknown);
+    return checkBadge(passed(outcomes, test) ? CheckState::Ok : CheckState::Failed);
+}
+
+QString systemVerdict(const Outcomes &outcomes)
+{
+    const QString test = QStringLiteral("system");
+    if (!outcomes.contains(test)) return {};
+    return passed(outcomes, test) ? QStringLiteral("This Mac uses Pi-hole") : QStringLiteral("Not confirmed");
+}
+
+QList<Row> outcomeRows(const Outcomes &outcomes)
+{
+    const QList<std::pair<QString, QString>> tests{
+        {QStringLiteral("docker"), QStringLiteral("Docker engine")},
+        {QStringLiteral("pihole"), QStringLiteral("Pi-hole container, admin page and DNS (step 4)")},
+        {QStringLiteral("blocking"), QStringLiteral("Blocking (step 5)")},
+        {QStringLiteral("system"), QStringLiteral("This Mac uses Pi-hole (step 6)")},
+        {QStringLiteral("browser"), QStringLiteral("Browser (step 7)")},
+    };
+    QList<Row> rows;
+    for (const auto &[test, label] : tests) {
+        const QString summary =
+            outcomes.contains(test) ? outcomes.value(test).summary : QStringLiteral("Not tested in this session.");
+        rows.append({test, outcomeBadge(outcomes, test), label, summary});
+    }
+    return rows;
+}
+
+} // namespace corvane

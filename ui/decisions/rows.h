@@ -1,0 +1,67 @@
+#pragma once
+
+#include "app/check_row.h"
+#include "app/test_outcome.h"
+#include "checks/browser_info.h"
+#include "checks/port_report.h"
+#include "dns/network_service.h"
+#include "dns/resolver_report.h"
+#include "ui/decisions/badge.h"
+
+#include <QList>
+
+namespace corvane {
+
+/// What one row of a list shows.
+class Row {
+    Q_GADGET
+    Q_PROPERTY(QString id MEMBER id CONSTANT)
+    Q_PROPERTY(corvane::Badge badge MEMBER badge CONSTANT)
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(QString detail MEMBER detail CONSTANT)
+    Q_PROPERTY(bool enabled MEMBER enabled CONSTANT)
+
+public:
+    QString id;
+    Badge badge;
+    QString title;
+    QString detail;
+    /// Whether the row's control, if it has one, can be used.
+    bool enabled = true;
+
+    bool operator==(const Row &) const = default;
+};
+
+[[nodiscard]] Badge checkBadge(CheckState state);
+[[nodiscard]] QList<Row> checkRows(const CheckRows &rows);
+
+/// The tools that the second step of the set-up needs.
+[[nodiscard]] QList<Row> toolRows(bool hasBrew, bool hasColima, bool hasDocker);
+
+/// One row for each port that is taken; the detail names its holder.
+[[nodiscard]] QList<Row> takenPorts(const QList<PortReport> &reports);
+[[nodiscard]] bool webPortTaken(const QList<PortReport> &reports);
+[[nodiscard]] bool dnsPortTaken(const QList<PortReport> &reports);
+
+/// What the blocking test found; empty before its first run.
+[[nodiscard]] QList<Row> blockingRows(const std::optional<BlockingTestResult> &result);
+/// Today's counters as the blocking test read them; empty when it could not.
+[[nodiscard]] QString blockingCounts(const std::optional<BlockingTestResult> &result);
+
+/// One row for each network service; the id is its name.
+[[nodiscard]] QList<Row> serviceRows(const QList<NetworkService> &services);
+/// The DNS servers that macOS uses now, or "unknown".
+[[nodiscard]] QString serversInUse(const std::optional<ResolverReport> &report);
+
+[[nodiscard]] Badge browserBadge(SecureDNSState state);
+/// One row for each browser; the id opens its settings, when it is installed.
+[[nodiscard]] QList<Row> browserRows(const QList<BrowserInfo> &browsers);
+
+/// The five tests of this session in the order of the steps.
+[[nodiscard]] QList<Row> outcomeRows(const Outcomes &outcomes);
+/// The badge of one test: passed, failed or not run yet.
+[[nodiscard]] Badge outcomeBadge(const Outcomes &outcomes, const QString &test);
+/// What the system DNS test proved; empty before its first run.
+[[nodiscard]] QString systemVerdict(const Outcomes &outcomes);
+
+} // namespace corvane

@@ -1,0 +1,34 @@
+#include "ui/fonts.h"
+
+#include <QFontDatabase>
+
+namespace corvane {
+
+namespace {
+
+constexpr int kPlainSize = 13;
+constexpr int kFixedSize = 12;
+
+QFont firstOf(const QStringList &families, QFontDatabase::SystemFont fallback, int size)
+{
+    QFont font = QFontDatabase::systemFont(fallback);
+    for (const QString &family : families) {
+        if (!QFontDatabase::hasFamily(family)) continue;
+        font = QFont(family);
+        break;
+    }
+    font.setPixelSize(size);
+    return font;
+}
+
+} // namespace
+
+QFont uiFont() { return firstOf({QStringLiteral("Inter")}, QFontDatabase::GeneralFont, kPlainSize); }
+
+QFont fixedFont()
+{
+    const QStringList families{QStringLiteral("JetBrains Mono"), QStringLiteral("DejaVu Sans Mono")};
+    return firstOf(families, QFontDatabase::FixedFont, kFixedSize);
+}
+
+} // namespace corvane

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "ui/screen_engine.h"
+
+#include <QtQml/qqmlregistration.h>
+
+// How the views name what stands below them. The three shared objects come from the engine that runs the view.
+
+namespace corvane {
+
+struct AppInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::AppModel)
+    QML_NAMED_ELEMENT(App)
+    QML_SINGLETON
+
+public:
+    static AppModel *create(QQmlEngine *engine, QJSEngine *) { return static_cast<ScreenEngine *>(engine)->app(); }
+};
+
+struct LooksInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Looks)
+    QML_NAMED_ELEMENT(Looks)
+    QML_SINGLETON
+
+public:
+    static Looks *create(QQmlEngine *engine, QJSEngine *) { return static_cast<ScreenEngine *>(engine)->looks(); }
+};
+
+struct CommandsInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Commands)
+    QML_NAMED_ELEMENT(Commands)
+    QML_SINGLETON
+
+public:
+    static Commands *create(QQmlEngine *engine, QJSEngine *) { return static_cast<ScreenEngine *>(engine)->commands(); }
+};
+
+struct OperationRunnerInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::OperationRunner)
+    QML_NAMED_ELEMENT(OperationRunner)
+    QML_UNCREATABLE("Operations belong to the model.")
+};
+
+struct RowListInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::RowList)
+    QML_NAMED_ELEMENT(RowList)
+    QML_UNCREATABLE("Lists of rows are decided by the looks.")
+};
+
+struct TintInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Tint)
+    QML_NAMED_ELEMENT(Tint)
+    QML_UNCREATABLE("A tint is only named.")
+};
+
+struct BadgeInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Badge)
+    QML_NAMED_ELEMENT(badge)
+};
+
+struct RowInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Row)
+    QML_NAMED_ELEMENT(row)
+};
+
+} // namespace corvane

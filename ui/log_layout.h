@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QStringList>
+
+#include <compare>
+#include <deque>
+
+namespace corvane {
+
+/// Where the lines of a log stand when each is broken into rows of equally many characters.
+class LogLayout {
+public:
+    /// A place between two characters.
+    struct Place {
+        int line = 0;
+        int column = 0;
+
+        auto operator<=>(const Place &) const = default;
+    };
+
+    /// Lays all lines out anew.
+    void reset(const QStringList &lines, int columns);
+    /// Follows a change of the lines: `removed` went from the front, then `appended` came at the end.
+    void change(const QStringList &lines, int removed, int appended);
+
+    [[nodiscard]] int columns() const { return m_columns; }
+    [[nodiscard]] int rowCount() const { return m_rowCount; }
+    /// The first character of the row.
+    [[nodiscard]] Place start(int row) const;
+    [[nodiscard]] int rowOf(Place place) const;
+
+private:
+    [[nodiscard]] int rowsOf(const QString &line) const;
+
+    std::deque<int> m_rows;
+    int m_rowCount = 0;
+    int m_columns = 1;
+};
+
+/// The text between two places.
+[[nodiscard]] QString textBetween(const QStringList &lines, LogLayout::Place from, LogLayout::Place to);
+
+/// The text of a row as it is drawn: signs that have no picture become blanks, so that every sign is one column wide.
+[[nodiscard]] QString drawable(QStringView text);
+
+} // namespace corvane

@@ -1,0 +1,154 @@
+#include "ui/looks.h"
+
+#include "checks/port_checker.h"
+#include "runtime/pihole_controller.h"
+#include "ui/accent.h"
+#include "ui/decisions/controls.h"
+#include "ui/decisions/dashboard_texts.h"
+#include "ui/decisions/password_hints.h"
+#include "ui/decisions/steps.h"
+#include "ui/fonts.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+
+namespace corvane {
+
+Looks::Looks(AppModel &app)
+    : m_app(app)
+{
+    bindBusyFlags();
+    bindDashboard();
+    bindSetUp();
+    followLists();
+    followOperations();
+    qApp->installEventFilter(this);
+}
+
+void Looks::bindBusyFlags()
+{
+    const auto busy = [this](const char *key) {
+        return [this, name = QString::fromLatin1(key)] { return m_app.busy().contains(name); };
+    };
+    m_checking.setBinding(busy("checks"));
+    m_testingDocker.setBinding(busy("docker"));
+    m_testingPihole.setBinding(busy("pihole"));
+    m_testingBlocking.setBinding(busy("blocking"));
+    m_loadingServices.setBinding(busy("services"));
+    m_applyingDNS.setBinding(busy("applydns"));
+    m_testingSystem.setBinding(busy("system"));
+    m_restoringDNS.setBinding(busy("restoredns"));
+    m_testingBrowser.setBinding(busy("browser"));
+    m_testingAnything.setBinding([this] { return m_testingPihole || m_testingBlocking || m_testingSystem; });
+}
+
+void Looks::bindDashboard()
+{
+    m_dotTint.setBinding([this] { return corvane::dotTint(m_app.icon()); });
+    m_queries.setBinding([this] { return queriesText(m_app.summary()); });
+    m_blocked.setBinding([this] { return blockedText(m_app.summary()); });
+    m_blockedPercent.setBinding([this] { return blockedPercentText(m_app.summary()); });
+    m_blockingText.setBinding([this] { return corvane::blockingText(m_app.blocking()); });
+    m_pauseLabel.setBinding([this] { return corvane::pauseLabel(m_app.blocking()); });
+    m_canStart.setBinding([this] { return corvane::canStart(m_app.containerState(), m_operating); });
+    m_canStopOrRestart.setBinding([this] { return corvane::canStopOrRestart(m_app.containerState(), m_operating); });
+    m_canUpdate.setBinding([this] { return !m_operating && isNewer(m_app.latestTag(), m_app.pinnedTag()); });
+}
+
+void Looks::bindSetUp()
+{
+    m_stepPosition.setBinding([this] { return corvane::stepPosition(m_app.step()); });
+    m_webPortTaken.setBinding([this] { return corvane::webPortTaken(m_app.portReports()); });
+    m_dnsPortTaken.setBinding([this] { return corvane::dnsPortTaken(m_app.portReports()); });
+    m_passwordTooShort.setBinding([this] { return corvane::passwordTooShort(m_app.passwordInput()); });
+    m_passwordHasOtherCharacters.setBinding(
+        [this] { return corvane::passwordHasOtherCharacters(m_app.passwordInput()); });
+    m_piholeSubtitle.setBinding([this] {
+        return QStringLiteral("Choose an admin password for Pi-hole's web page. It is kept in your Keychain. "
+                              "Time zone: %1. Pinned Pi-hole version: %2.")
+            .arg(PiholeController::safeTimeZone(), m_app.pinnedTag());
+    });
+    m_dockerBadge.setBinding([this] { return outcomeBadge(m_app.outcomes(), QStringLiteral("docker")); });
+    m_dockerTested.setBinding([this] { return m_app.outcomes().contains(QStringLiteral("docker")); });
+    m_systemBadge.setBinding([this] { return outcomeBadge(m_app.outcomes(), QStringLiteral("system")); });
+    m_systemVerdict.setBinding([this] { return corvane::systemVerdict(m_app.outcomes()); });
+    m_blockingCounts.setBinding([this] { return corvane::blockingCounts(m_app.blockingTest()); });
+    m_serversInUse.setBinding([this] { return corvane::serversInUse(m_app.resolverReport()); });
+    m_selectedServices.setBinding([this] {
+        const QSet<QString> names = m_app.selectedServices();
+        return QStringList(names.begin(), names.end());
+    });
+}
+
+void Looks::followLists()
+{
+    const auto follow = [this](auto signal, auto show) {
+        connect(&m_app, signal, this, show);
+        show();
+    };
+    follow(&AppModel::systemChecksChanged, [this] { m_systemChecks.show(checkRows(m_app.systemChecks())); });
+    follow(&AppModel::piholeChecksChanged, [this] { m_piholeChecks.show(checkRows(m_app.piholeChecks())); });
+    follow(&AppModel::blockingTestChanged,
+           [this] { m_blockingRows.show(corvane::blockingRows(m_app.blockingTest())); });
+    follow(&AppModel::servicesChanged, [this] { m_services.show(serviceRows(m_app.services())); });
+    follow(&AppModel::browsersChanged, [this] { m_browsers.show(browserRows(m_app.browsers())); });
+    follow(&AppModel::outcomesChanged, [this] { m_outcomes.show(outcomeRows(m_app.outcomes())); });
+    follow(&AppModel::portReportsChanged, [this] { showPorts(); });
+    const auto tools = [this] { m_tools.show(toolRows(m_app.hasBrew(), m_app.hasColima(), m_app.hasDocker())); };
+    follow(&AppModel::hasBrewChanged, tools);
+    follow(&AppModel::hasColimaChanged, tools);
+    follow(&AppModel::hasDockerChanged, tools);
+    const auto steps = [this] { showSteps(); };
+    follow(&AppModel::stepChanged, steps);
+    follow(&AppModel::visitedChanged, steps);
+    follow(&AppModel::systemChecksChanged, steps);
+    follow(&AppModel::dockerWorksChanged, steps);
+    follow(&AppModel::outcomesChanged, steps);
+    follow(&AppModel::logTextChanged, [this] {
+        // While it follows, the text is not joined just to be asked for its length.
+        m_hasLog = m_app.following() ? !m_app.followOp()->lines().isEmpty() : !m_app.logText().isEmpty();
+    });
+}
+
+void Looks::followOperations()
+{
+    const auto update = [this] { m_operating = m_app.operationRunning(); };
+    for (OperationRunner *runner : {m_app.installOp(), m_app.startOp(), m_app.maintOp()})
+        connect(runner, &OperationRunner::runningChanged, this, update);
+    update();
+}
+
+void Looks::showSteps()
+{
+    QList<Row> rows;
+    for (int step = 0; step < AppModel::kStepCount; ++step)
+        rows.append(stepRow(step, AppModel::stepTitles().at(step), m_app.isStepDone(step), step == m_app.step()));
+    m_steps.show(rows);
+}
+
+void Looks::showPorts()
+{
+    m_takenPorts.show(corvane::takenPorts(m_app.portReports()));
+    QStringList ports;
+    if (corvane::webPortTaken(m_app.portReports())) {
+        for (const int port : PortChecker::freeWebPorts(m_app.webPort()))
+            ports << QString::number(port);
+    }
+    if (ports == m_freePorts) return;
+    m_freePorts = ports;
+    Q_EMIT freePortsChanged();
+}
+
+QColor Looks::accent() const { return accentColor(QGuiApplication::palette()); }
+
+QColor Looks::accentFill() const { return corvane::accentFill(QGuiApplication::palette()); }
+
+QString Looks::fixedFamily() const { return fixedFont().family(); }
+
+bool Looks::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange) Q_EMIT accentChanged();
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace corvane

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "app/app_model.h"
+#include "ui/decisions/badge.h"
+#include "ui/row_list.h"
+
+#include <QColor>
+#include <QObject>
+
+namespace corvane {
+
+/// What the views show and allow, decided from the model: every property follows the model's fields.
+class Looks : public QObject {
+    Q_OBJECT
+
+    // Which actions are under way.
+    CORVANE_DERIVED(Looks, bool, checking)
+    CORVANE_DERIVED(Looks, bool, testingDocker)
+    CORVANE_DERIVED(Looks, bool, testingPihole)
+    CORVANE_DERIVED(Looks, bool, testingBlocking)
+    CORVANE_DERIVED(Looks, bool, loadingServices)
+    CORVANE_DERIVED(Looks, bool, applyingDNS)
+    CORVANE_DERIVED(Looks, bool, testingSystem)
+    CORVANE_DERIVED(Looks, bool, restoringDNS)
+    CORVANE_DERIVED(Looks, bool, testingBrowser)
+    CORVANE_DERIVED(Looks, bool, testingAnything)
+
+    // The dashboard.
+    CORVANE_DERIVED(Looks, corvane::Tint::Name, dotTint)
+    CORVANE_DERIVED(Looks, QString, queries)
+    CORVANE_DERIVED(Looks, QString, blocked)
+    CORVANE_DERIVED(Looks, QString, blockedPercent)
+    CORVANE_DERIVED(Looks, QString, blockingText)
+    CORVANE_DERIVED(Looks, QString, pauseLabel)
+    CORVANE_DERIVED(Looks, bool, operating)
+    CORVANE_DERIVED(Looks, bool, canStart)
+    CORVANE_DERIVED(Looks, bool, canStopOrRestart)
+    CORVANE_DERIVED(Looks, bool, canUpdate)
+    CORVANE_DERIVED(Looks, bool, hasLog)
+
+    // The set-up.
+    CORVANE_DERIVED(Looks, QString, stepPosition)
+    CORVANE_DERIVED(Looks, bool, webPortTaken)
+    CORVANE_DERIVED(Looks, bool, dnsPortTaken)
+    CORVANE_DERIVED(Looks, bool, passwordTooShort)
+    CORVANE_DERIVED(Looks, bool, passwordHasOtherCharacters)
+    CORVANE_DERIVED(Looks, QString, piholeSubtitle)
+    CORVANE_DERIVED(Looks, corvane::Badge, dockerBadge)
+    CORVANE_DERIVED(Looks, bool, dockerTested)
+    CORVANE_DERIVED(Looks, corvane::Badge, systemBadge)
+    CORVANE_DERIVED(Looks, QString, systemVerdict)
+    CORVANE_DERIVED(Looks, QString, blockingCounts)
+    CORVANE_DERIVED(Looks, QString, serversInUse)
+    CORVANE_DERIVED(Looks, QStringList, selectedServices)
+
+    Q_PROPERTY(corvane::RowList *steps READ steps CONSTANT)
+    Q_PROPERTY(corvane::RowList *systemChecks READ systemChecks CONSTANT)
+    Q_PROPERTY(corvane::RowList *takenPorts READ takenPorts CONSTANT)
+    Q_PROPERTY(corvane::RowList *tools READ tools CONSTANT)
+    Q_PROPERTY(corvane::RowList *piholeChecks READ piholeChecks CONSTANT)
+    Q_PROPERTY(corvane::RowList *blockingRows READ blockingRows CONSTANT)
+    Q_PROPERTY(corvane::RowList *services READ services CONSTANT)
+    Q_PROPERTY(corvane::RowList *browsers READ browsers CONSTANT)
+    Q_PROPERTY(corvane::RowList *outcomes READ outcomes CONSTANT)
+    Q_PROPERTY(QList<QString> freePorts READ freePorts NOTIFY freePortsChanged)
+    Q_PROPERTY(QColor accent READ accent NOTIFY accentChanged)
+    Q_PROPERTY(QColor accentFill READ accentFill NOTIFY accentChanged)
+    Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
+
+public:
+    explicit Looks(AppModel &app);
+
+    [[nodiscard]] RowList *steps() { return &m_steps; }
+    [[nodiscard]] RowList *systemChecks() { return &m_systemChecks; }
+    [[nodiscard]] RowList *takenPorts() { return &m_takenPorts; }
+    [[nodiscard]] RowList *tools() { return &m_tools; }
+    [[nodiscard]] RowList *piholeChecks() { return &m_piholeChecks; }
+    [[nodiscard]] RowList *blockingRows() { return &m_blockingRows; }
+    [[nodiscard]] RowList *services() { return &m_services; }
+    [[nodiscard]] RowList *browsers() { return &m_browsers; }
+    [[nodiscard]] RowList *outcomes() { return &m_outcomes; }
+
+    /// The ports on offer when another program holds the web port.
+    [[nodiscard]] QStringList freePorts() const { return m_freePorts; }
+    [[nodiscard]] QColor accent() const;
+    [[nodiscard]] QColor accentFill() const;
+    [[nodiscard]] QString fixedFamily() const;
+
+    Q_INVOKABLE [[nodiscard]] bool contains(const QStringList &names, const QString &name) const
+    {
+        return names.contains(name);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    void freePortsChanged();
+    void accentChanged();
+
+private:
+    void bindBusyFlags();
+    void bindDashboard();
+    void bindSetUp();
+    void followLists();
+    void followOperations();
+    void showSteps();
+    void showPorts();
+
+    AppModel &m_app;
+    RowList m_steps;
+    RowList m_systemChecks;
+    RowList m_takenPorts;
+    RowList m_tools;
+    RowList m_piholeChecks;
+    RowList m_blockingRows;
+    RowList m_services;
+    RowList m_browsers;
+    RowList m_outcomes;
+    QStringList m_freePorts;
+};
+
+} // namespace corvane

@@ -1,0 +1,25 @@
+import QtQuick
+import Corvane
+
+// The port of the admin page.
+Item {
+    id: root
+
+    implicitHeight: picker.implicitHeight
+
+    BodyText {
+        text: qsTr("Admin page port")
+        anchors.left: parent.left
+        anchors.verticalCenter: parent.verticalCenter
+    }
+    Picker {
+        id: picker
+        objectName: "webPortPicker"
+        anchors.right: parent.right
+        label: qsTr("Admin page port")
+        enabled: !Looks.operating
+        choices: ["8080", "8081", "8082", "8083", "8084", "8085", "8086", "8087", "8088", "8089", "8090"]
+        value: App.webPort.toString()
+        onPicked: choice => Commands.changeWebPort(parseInt(choice))
+    }
+}

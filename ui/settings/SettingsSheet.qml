@@ -1,0 +1,57 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Corvane
+
+// The settings as a sheet of the main window.
+T.Popup {
+    id: root
+
+    required property bool shown
+
+    signal closeAsked
+
+    parent: T.Overlay.overlay
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.round((parent.height - height) / 2) : 0
+    width: 520
+    height: 520
+    modal: true
+    focus: true
+    visible: root.shown
+    closePolicy: T.Popup.CloseOnEscape
+    onClosed: root.closeAsked()
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.shade
+    }
+    background: Rectangle {
+        radius: Theme.boxRadius
+        color: Theme.window
+        border.width: 1
+        border.color: Theme.divider
+    }
+    contentItem: ColumnLayout {
+        spacing: 0
+
+        SettingsView {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+        Divider {
+            Layout.fillWidth: true
+        }
+        RowLayout {
+            Layout.margins: 12
+
+            Item {
+                Layout.fillWidth: true
+            }
+            PushButton {
+                objectName: "closeSettingsButton"
+                text: qsTr("Close")
+                onClicked: root.closeAsked()
+            }
+        }
+    }
+}

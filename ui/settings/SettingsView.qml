@@ -1,0 +1,84 @@
+import QtQuick
+import Corvane
+
+// The few lasting choices, removal, and what this program is.
+ScrollArea {
+    id: root
+
+    padding: 20
+    spacing: 18
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Settings")
+
+    MessageText {
+        objectName: "settingsNotice"
+        width: parent.width
+        text: App.notice
+    }
+    GroupBox {
+        width: parent.width
+        title: qsTr("General")
+
+        Toggle {
+            objectName: "launchAtLoginSwitch"
+            width: parent.width
+            text: qsTr("Launch Corvane at login")
+            on: App.launchAtLogin
+            onAsked: value => Commands.setLaunchAtLogin(value)
+        }
+        Divider {
+            width: parent.width
+        }
+        Toggle {
+            objectName: "autostartColimaSwitch"
+            width: parent.width
+            text: qsTr("Start Colima at login")
+            on: App.autostartColima
+            onAsked: value => Commands.changeAutostart(value)
+        }
+    }
+    GroupBox {
+        width: parent.width
+        title: qsTr("Ports")
+
+        PortRow {
+            width: parent.width
+        }
+        NoteText {
+            width: parent.width
+            text: qsTr("Changing it recreates the container. Your data is kept.")
+        }
+        NoteText {
+            width: parent.width
+            text: qsTr("DNS: 53 (TCP and UDP) on 127.0.0.1. Fixed, because the Mac's DNS needs it.")
+        }
+    }
+    GroupBox {
+        width: parent.width
+        title: qsTr("Remove")
+
+        PushButton {
+            objectName: "removePiholeButton"
+            text: qsTr("Remove Pi-hole...")
+            enabled: !Looks.operating
+            onClicked: Commands.removePihole()
+        }
+        NoteText {
+            width: parent.width
+            text: qsTr("Removes the container 'pihole' and the volumes 'pihole_etc' and 'pihole_dnsmasq', after restoring your saved DNS settings.")
+        }
+    }
+    GroupBox {
+        width: parent.width
+        title: qsTr("About")
+
+        BodyText {
+            width: parent.width
+            text: qsTr("Corvane sets up Pi-hole in Docker on Colima and points this Mac's DNS at it. It protects this Mac only, not other devices on your network. Nothing is sent to a cloud service.")
+        }
+        NoteText {
+            width: parent.width
+            text: qsTr("Pi-hole is a separate project (EUPL licence); this app only runs its official Docker image.")
+        }
+    }
+}

@@ -1,0 +1,26 @@
+import QtQuick
+import Corvane
+
+// Plain text that wraps, can be selected with the mouse or the keyboard, and copied.
+TextEdit {
+    id: root
+
+    readOnly: true
+    selectByMouse: true
+    selectByKeyboard: true
+    activeFocusOnTab: false
+    textFormat: TextEdit.PlainText
+    wrapMode: TextEdit.Wrap
+    font: Theme.body
+    color: Theme.text
+    selectionColor: Theme.accentFill
+    selectedTextColor: Theme.accentText
+    Accessible.role: Accessible.StaticText
+    Accessible.name: root.text
+    Accessible.readOnly: true
+    onActiveFocusChanged: if (!root.activeFocus) root.deselect()
+
+    FocusRing {
+        shown: root.activeFocus && root.activeFocusOnTab
+    }
+}

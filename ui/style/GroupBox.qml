@@ -1,0 +1,37 @@
+import QtQuick
+import Corvane
+
+// A titled box that holds a column of things that belong together.
+Column {
+    id: root
+
+    property string title: ""
+    default property alias content: column.data
+
+    spacing: 7
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.title
+
+    Headline {
+        visible: root.title.length > 0
+        text: root.title
+        leftPadding: 4
+        width: root.width
+    }
+    Rectangle {
+        width: root.width
+        height: column.implicitHeight + 2 * column.y
+        radius: Theme.boxRadius
+        color: Theme.box
+        border.width: 1
+        border.color: Theme.boxEdge
+
+        Column {
+            id: column
+            x: Theme.padding
+            y: Theme.padding - 2
+            width: parent.width - 2 * x
+            spacing: 10
+        }
+    }
+}

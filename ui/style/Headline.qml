@@ -1,0 +1,13 @@
+import QtQuick
+import Corvane
+
+// The heading of a group.
+Text {
+    id: root
+
+    font: Theme.bodyBold
+    color: Theme.text
+    wrapMode: Text.Wrap
+    Accessible.role: Accessible.Heading
+    Accessible.name: root.text
+}

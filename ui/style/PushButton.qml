@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Templates as T
+import Corvane
+
+// A button: plain, prominent, or without a border (for rows and headers).
+T.Button {
+    id: root
+
+    property bool prominent: false
+    property bool borderless: false
+
+    readonly property color inked: root.prominent ? Theme.accentText : Theme.text
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: Math.max(Theme.sized(24), implicitContentHeight + topPadding + bottomPadding)
+    leftPadding: Theme.sized(11)
+    rightPadding: Theme.sized(11)
+    topPadding: Theme.sized(4)
+    bottomPadding: Theme.sized(4)
+    focusPolicy: Qt.StrongFocus
+    font: Theme.body
+    opacity: root.enabled ? 1 : 0.45
+    Accessible.name: root.text
+    Accessible.role: Accessible.Button
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
+    contentItem: Text {
+        text: root.text
+        font: root.font
+        color: root.inked
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        Accessible.ignored: true
+    }
+
+    background: Rectangle {
+        radius: Theme.radius
+        color: root.prominent ? (root.down ? Qt.darker(Theme.accentFill, 1.15) : Theme.accentFill)
+            : root.down ? Theme.controlPressed
+            : root.borderless ? (root.hovered ? Theme.hover : "transparent") : Theme.control
+        border.width: root.prominent || root.borderless ? 0 : 1
+        border.color: Theme.controlEdge
+
+        FocusRing {
+            shown: root.visualFocus
+        }
+    }
+}

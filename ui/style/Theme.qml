@@ -1,0 +1,112 @@
+pragma Singleton
+
+import QtQuick
+import Corvane
+
+// Every colour, size and font of the screens, by meaning.
+QtObject {
+    id: root
+
+    readonly property SystemPalette system: SystemPalette {}
+    readonly property bool dark: root.system.window.hslLightness < 0.5
+
+    readonly property color accent: Looks.accent
+    readonly property color accentFill: Looks.accentFill
+    readonly property color accentText: "#ffffff"
+
+    readonly property color window: root.dark ? "#1e1e1e" : "#f5f5f7"
+    readonly property color sidebar: root.dark ? "#262628" : "#e9e9ed"
+    readonly property color box: root.dark ? "#2a2a2c" : "#ffffff"
+    readonly property color boxEdge: root.dark ? "#3a3a3c" : "#e1e1e5"
+    readonly property color divider: root.dark ? "#3a3a3c" : "#d9d9de"
+    readonly property color text: root.dark ? "#f2f2f3" : "#1d1d1f"
+    readonly property color secondaryText: root.dark ? "#a9a9ae" : "#636367"
+    readonly property color placeholderText: root.dark ? "#98989d" : "#6b6b70"
+
+    readonly property color control: root.dark ? "#59595c" : "#ffffff"
+    readonly property color controlPressed: root.dark ? "#6b6b6e" : "#e4e4e8"
+    readonly property color controlEdge: root.dark ? "#6a6a6d" : "#c8c8cd"
+    readonly property color field: root.dark ? "#1a1a1b" : "#ffffff"
+    readonly property color switchOff: root.dark ? "#545457" : "#c9c9ce"
+    readonly property color knob: "#ffffff"
+    readonly property color track: root.dark ? "#48484a" : "#dcdce0"
+    readonly property color logBackground: root.dark ? "#19191a" : "#fbfbfc"
+    readonly property color tinted: root.dark ? "#2f3136" : "#eef1f6"
+    readonly property color alarm: root.dark ? "#3c2322" : "#fce9e8"
+    readonly property color shade: root.dark ? "#99000000" : "#55000000"
+    readonly property color hover: root.dark ? "#14ffffff" : "#0d000000"
+    readonly property color scrollBar: root.dark ? "#8e8e93" : "#8e8e93"
+
+    readonly property color green: root.dark ? "#30d158" : "#1f9d3f"
+    readonly property color orange: root.dark ? "#ff9f0a" : "#d9730d"
+    readonly property color red: root.dark ? "#ff453a" : "#d70015"
+    readonly property color blue: root.dark ? "#409cff" : "#0066d6"
+    readonly property color gray: "#8e8e93"
+    readonly property color dotGreen: root.dark ? "#30d158" : "#28cd41"
+    readonly property color dotOrange: root.dark ? "#ff9f0a" : "#ff9500"
+    readonly property color dotRed: root.dark ? "#ff453a" : "#ff3b30"
+
+    readonly property color redText: root.dark ? "#ff6961" : "#c4000f"
+    readonly property color orangeText: root.dark ? "#ffb340" : "#a04800"
+    readonly property color greenText: root.dark ? "#30db5b" : "#156f2b"
+
+    readonly property real scale: Math.max(10, Application.font.pixelSize) / 13
+    readonly property string family: Application.font.family
+    readonly property font body: Qt.font({ family: root.family, pixelSize: root.sized(13) })
+    readonly property font bodyBold: Qt.font({ family: root.family, pixelSize: root.sized(13), weight: Font.DemiBold })
+    readonly property font callout: Qt.font({ family: root.family, pixelSize: root.sized(12) })
+    readonly property font headline: Qt.font({ family: root.family, pixelSize: root.sized(14), weight: Font.DemiBold })
+    readonly property font title: Qt.font({ family: root.family, pixelSize: root.sized(22), weight: Font.Medium })
+    readonly property font largeTitle: Qt.font({ family: root.family, pixelSize: root.sized(26), weight: Font.Bold })
+    readonly property font fixed: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(12) })
+    readonly property font fixedBody: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(13) })
+
+    readonly property int gap: 8
+    readonly property int padding: 14
+    readonly property int radius: 6
+    readonly property int boxRadius: 10
+
+    function sized(points: int): int {
+        return Math.round(points * root.scale);
+    }
+
+    // The colour of a symbol.
+    function tint(name: int): color {
+        switch (name) {
+        case Tint.Accent:
+            return root.accent;
+        case Tint.Green:
+            return root.green;
+        case Tint.Orange:
+            return root.orange;
+        case Tint.Red:
+            return root.red;
+        case Tint.Blue:
+            return root.blue;
+        case Tint.Gray:
+            return root.gray;
+        case Tint.Secondary:
+            return root.secondaryText;
+        default:
+            return root.text;
+        }
+    }
+
+    // The colour of the status dot.
+    function dot(name: int): color {
+        switch (name) {
+        case Tint.Green:
+            return root.dotGreen;
+        case Tint.Orange:
+            return root.dotOrange;
+        case Tint.Red:
+            return root.dotRed;
+        default:
+            return root.gray;
+        }
+    }
+
+    function faded(color: color, opacity: real): color {
+        return Qt.rgba(color.r, color.g, color.b, opacity);
+    }
+}

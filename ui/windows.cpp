@@ -1,0 +1,108 @@
+#include "ui/windows.h"
+
+#include <QEvent>
+#include <QQmlComponent>
+
+namespace corvane {
+
+namespace {
+
+void raise(QQuickWindow &window)
+{
+    if (window.windowStates().testFlag(Qt::WindowMinimized)) window.showNormal();
+    window.show();
+    window.raise();
+    window.requestActivate();
+}
+
+QVariantMap propertiesOf(const Alert &alert)
+{
+    return {{QStringLiteral("heading"), alert.title},
+            {QStringLiteral("message"), alert.text},
+            {QStringLiteral("acceptLabel"), alert.accept},
+            {QStringLiteral("rejectLabel"), alert.reject},
+            {QStringLiteral("warning"), alert.style == Alert::Style::Warning}};
+}
+
+} // namespace
+
+Windows::Windows(MakeEngine makeEngine, Dialogs &dialogs)
+    : m_makeEngine(std::move(makeEngine))
+    , m_dialogs(dialogs)
+{
+    connect(&dialogs, &Dialogs::changed, this, &Windows::follow);
+}
+
+Windows::~Windows()
+{
+    delete m_alert;
+    delete m_settings;
+    delete m_main;
+}
+
+void Windows::openMain() { open(m_main, QStringLiteral("MainWindow")); }
+
+void Windows::openSettings() { open(m_settings, QStringLiteral("SettingsWindow")); }
+
+void Windows::open(Window &window, const QString &view)
+{
+    if (!window) {
+        window = make(view, {});
+        connect(window, SIGNAL(settingsRequested()), this, SLOT(openSettingsWindow()));
+        connect(window, SIGNAL(quitRequested()), this, SIGNAL(quitRequested()));
+    }
+    raise(*window);
+}
+
+QQuickWindow *Windows::make(const QString &view, const QVariantMap &properties)
+{
+    if (!m_engine) m_engine = m_makeEngine();
+    QQmlComponent component(m_engine.get());
+    component.loadUrl(QUrl(QStringLiteral("qrc:/qt/qml/Corvane/%1.qml").arg(view)));
+    if (!component.isReady()) qFatal("%s", qPrintable(component.errorString()));
+    auto *window = qobject_cast<QQuickWindow *>(component.createWithInitialProperties(properties));
+    if (!window) qFatal("%s", qPrintable(component.errorString()));
+    QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
+    window->installEventFilter(this);
+    return window;
+}
+
+void Windows::follow()
+{
+    if (m_dialogs.alert() == m_shown) return;
+    m_shown = m_dialogs.alert();
+    if (m_alert) m_alert->deleteLater();
+    m_alert.clear();
+    if (m_shown) {
+        m_alert = make(QStringLiteral("AlertWindow"), propertiesOf(*m_shown));
+        connect(m_alert, SIGNAL(answered(bool)), this, SLOT(onAnswered(bool)));
+        raise(*m_alert);
+    } else {
+        QMetaObject::invokeMethod(this, &Windows::giveBack, Qt::QueuedConnection);
+    }
+}
+
+bool Windows::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Close) return false;
+    if (watched == m_alert) {
+        m_dialogs.answer(false);
+        return false;
+    }
+    for (Window *window : {&m_main, &m_settings}) {
+        if (watched != *window) continue;
+        (*window)->deleteLater();
+        window->clear();
+    }
+    QMetaObject::invokeMethod(this, &Windows::giveBack, Qt::QueuedConnection);
+    return false;
+}
+
+void Windows::giveBack()
+{
+    if (!m_engine || m_main || m_settings || m_alert) return;
+    // The windows that were just closed are deleted before the engine that made them.
+    QMetaObject::invokeMethod(m_engine.release(), "deleteLater", Qt::QueuedConnection);
+}
+
+} // namespace corvane

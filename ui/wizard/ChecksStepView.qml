@@ -1,0 +1,26 @@
+import QtQuick
+import Corvane
+
+// Whether this Mac can run Pi-hole.
+StepScaffold {
+    id: root
+
+    title: qsTr("Check this Mac")
+    subtitle: qsTr("These checks only look; they change nothing.")
+    Component.onCompleted: Commands.checksAppeared()
+
+    CheckList {
+        objectName: "systemChecks"
+        width: parent.width
+        rows: Looks.systemChecks
+    }
+    PortsPanel {
+        width: parent.width
+    }
+    TestButton {
+        objectName: "checks"
+        title: qsTr("Test (run the checks again)")
+        busy: Looks.checking
+        onPressed: Commands.runSystemChecks()
+    }
+}

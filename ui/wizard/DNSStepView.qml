@@ -1,0 +1,72 @@
+import QtQuick
+import Corvane
+
+// The one step that changes this Mac's network settings.
+StepScaffold {
+    id: root
+
+    title: qsTr("Point this Mac at Pi-hole")
+    subtitle: qsTr("This is the only step that changes your Mac's network settings. DNS becomes 127.0.0.1 (Pi-hole) first and 1.1.1.1 as backup. Your old values are saved first and can be restored at any time.")
+    Component.onCompleted: Commands.dnsAppeared()
+
+    BodyText {
+        objectName: "serversInUse"
+        width: parent.width
+        text: Looks.serversInUse
+    }
+    ServiceList {
+        width: parent.width
+    }
+    PiholeOnlyBox {
+        width: parent.width
+    }
+    Flow {
+        width: parent.width
+        spacing: Theme.gap
+
+        TestButton {
+            objectName: "applyDns"
+            title: qsTr("Change DNS...")
+            busy: Looks.applyingDNS
+            allowed: Looks.selectedServices.length > 0
+            onPressed: Commands.applyDNS()
+        }
+        TestButton {
+            objectName: "dnsRestore"
+            title: qsTr("Restore my old settings")
+            busy: Looks.restoringDNS
+            onPressed: Commands.restoreOldSettings()
+        }
+        TestButton {
+            objectName: "reloadServices"
+            title: qsTr("Reload list")
+            busy: Looks.loadingServices
+            onPressed: Commands.loadServices()
+        }
+    }
+    MessageText {
+        objectName: "dnsMessage"
+        width: parent.width
+        text: App.dnsMessage
+        color: Theme.text
+    }
+    GroupBox {
+        width: parent.width
+        title: qsTr("Mac DNS test")
+
+        TestRow {
+            objectName: "systemTest"
+            width: parent.width
+            label: Looks.systemVerdict.length > 0 ? Looks.systemVerdict : qsTr("Not tested in this session.")
+            badge: Looks.systemBadge
+            tested: Looks.systemVerdict.length > 0
+            busy: Looks.testingSystem
+            onPressed: Commands.runSystemTest()
+        }
+        MessageText {
+            objectName: "systemTestDetail"
+            width: parent.width
+            text: App.systemTestDetail
+        }
+    }
+}

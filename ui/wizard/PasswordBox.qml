@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// The admin password: typed, generated or copied, with a hint when it breaks a rule.
+GroupBox {
+    id: root
+
+    RowLayout {
+        width: parent.width
+        spacing: Theme.gap
+
+        BodyText {
+            text: qsTr("Admin password")
+        }
+        InputField {
+            objectName: "passwordField"
+            Layout.fillWidth: true
+            label: qsTr("Admin password")
+            font: Theme.fixedBody
+            text: App.passwordInput
+            inputMethodHints: Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText | Qt.ImhSensitiveData
+            onTextEdited: App.passwordInput = text
+        }
+        PushButton {
+            objectName: "generateButton"
+            text: qsTr("Generate")
+            onClicked: Commands.generatePassword()
+        }
+        PushButton {
+            objectName: "copyPasswordButton"
+            text: qsTr("Copy")
+            enabled: App.passwordInput.length > 0
+            onClicked: Commands.copyPasswordInput()
+        }
+    }
+    MessageText {
+        objectName: "tooShortHint"
+        width: parent.width
+        text: Looks.passwordTooShort ? qsTr("Use at least 8 characters.") : ""
+        color: Theme.orangeText
+    }
+    MessageText {
+        objectName: "otherCharactersHint"
+        width: parent.width
+        text: Looks.passwordHasOtherCharacters ? qsTr("Use only letters, digits and - _ . @ +") : ""
+        color: Theme.redText
+    }
+}

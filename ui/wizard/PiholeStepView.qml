@@ -1,0 +1,71 @@
+import QtQuick
+import Corvane
+
+// The password, the start, and the proof that Pi-hole runs.
+StepScaffold {
+    id: root
+
+    title: qsTr("Start Pi-hole")
+    subtitle: Looks.piholeSubtitle
+    Component.onCompleted: Commands.piholeAppeared()
+
+    PasswordBox {
+        width: parent.width
+    }
+    Column {
+        width: parent.width
+        spacing: 6
+
+        Row {
+            spacing: Theme.gap
+
+            PushButton {
+                objectName: "startPiholeButton"
+                prominent: true
+                text: qsTr("Start Pi-hole")
+                enabled: !Looks.operating && App.dockerWorks && !Looks.passwordTooShort && !Looks.passwordHasOtherCharacters
+                onClicked: Commands.startPihole()
+            }
+            BodyText {
+                visible: !App.dockerWorks
+                text: qsTr("Docker is not running yet (step 3).")
+                color: Theme.secondaryText
+                anchors.verticalCenter: parent.verticalCenter
+            }
+        }
+        NoteText {
+            width: parent.width
+            text: qsTr("The first start can take a minute or two while Pi-hole gets going.")
+        }
+        MessageText {
+            objectName: "piholeStartMessage"
+            width: parent.width
+            text: App.startMessage
+            color: Theme.orangeText
+        }
+    }
+    OperationLogView {
+        objectName: "startLog"
+        width: parent.width
+        op: App.startOp
+    }
+    PortsPanel {
+        width: parent.width
+        visible: Looks.takenPorts.count > 0 && (App.startMessage.length > 0 || (App.startOp.ended && !App.startOp.succeeded))
+    }
+    CheckList {
+        objectName: "piholeChecks"
+        width: parent.width
+        rows: Looks.piholeChecks
+    }
+    TestButton {
+        objectName: "pihole"
+        title: qsTr("Test")
+        busy: Looks.testingPihole
+        onPressed: Commands.runPiholeTests()
+    }
+    UdpHelp {
+        width: parent.width
+        visible: App.udpProblem
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// Back and on, and where one is.
+RowLayout {
+    id: root
+
+    PushButton {
+        objectName: "backButton"
+        text: qsTr("Back")
+        enabled: App.step > 0
+        onClicked: Commands.go(App.step - 1)
+    }
+    Item {
+        Layout.fillWidth: true
+    }
+    BodyText {
+        objectName: "stepPosition"
+        text: Looks.stepPosition
+        color: Theme.secondaryText
+    }
+    Item {
+        Layout.fillWidth: true
+    }
+    PushButton {
+        objectName: "nextButton"
+        visible: App.step < 7
+        prominent: true
+        text: qsTr("Next")
+        onClicked: Commands.go(App.step + 1)
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+import Corvane
+
+// The eight steps: what is done, what is current, and a way to each.
+Rectangle {
+    id: root
+
+    color: Theme.sidebar
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Steps")
+
+    Column {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: 4
+
+        Repeater {
+            model: Looks.steps
+
+            StepButton {
+                required property row row
+                required property int index
+
+                objectName: "step" + (index + 1)
+                width: parent ? parent.width : 0
+                badge: row.badge
+                text: row.title
+                spoken: row.detail
+                current: App.step === index
+                onClicked: Commands.go(index)
+            }
+        }
+    }
+}

@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// The set-up: the steps on the left, the current one beside them, and the way back and on.
+RowLayout {
+    id: root
+
+    spacing: 0
+
+    StepSidebar {
+        Layout.preferredWidth: 250
+        Layout.fillHeight: true
+    }
+    Divider {
+        Layout.fillHeight: true
+    }
+    ColumnLayout {
+        spacing: 0
+
+        Loader {
+            objectName: "stepArea"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            source: stepView(App.step)
+            focus: true
+
+            function stepView(step: int): string {
+                const views = ["Welcome", "Checks", "Install", "Pihole", "Blocking", "DNS", "Browser"];
+                return Qt.resolvedUrl((step < views.length ? views[step] : "Done") + "StepView.qml");
+            }
+        }
+        Divider {
+            Layout.fillWidth: true
+        }
+        StepBar {
+            Layout.fillWidth: true
+            Layout.margins: 12
+        }
+    }
+}
