@@ -254,11 +254,14 @@ private:
     [[nodiscard]] bool changesDns() const;
     [[nodiscard]] QCoro::Task<QString> findInLog(QStringList names, QSet<QString> *found);
 
+    [[nodiscard]] bool maintains() const;
     [[nodiscard]] QCoro::Task<QString> saveBackupBefore(QString newTag);
     void startUpdate(const QString &newTag);
     [[nodiscard]] QCoro::Task<> finishUpdate(bool succeeded, QString oldTag, QString newTag);
     void finishPortChange(bool succeeded);
+    [[nodiscard]] QCoro::Task<std::optional<QString>> restoreBeforeRemoval();
     [[nodiscard]] QCoro::Task<> removeContainer();
+    void forgetPihole();
 
     SettingsStore &m_settings;
     Dialogs &m_dialogs;

@@ -19,10 +19,10 @@ Read readNow(const QString &path)
 {
     const QFileInfo info(path);
     if (info.exists() && !info.isFile()) return std::unexpected(QStringLiteral("It is not a file."));
-    if (info.size() > kLargestFile) return std::unexpected(QStringLiteral("The file is too large."));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::unexpected(file.errorString());
-    FileContent content{file.read(kLargestFile)};
+    if (file.size() > kLargestFile) return std::unexpected(QStringLiteral("The file is too large."));
+    FileContent content{file.read(file.size())};
     if (file.error() != QFileDevice::NoError) return std::unexpected(file.errorString());
     return content;
 }

@@ -3,10 +3,7 @@
 #include "app/release_feed.h"
 #include "app/version_tag.h"
 #include "checks/port_checker.h"
-#include "dns/dns_configurator.h"
 #include "exec/app_paths.h"
-#include "exec/keychain.h"
-#include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 
 #include <QDateTime>
@@ -20,9 +17,6 @@ namespace corvane {
 
 namespace {
 
-constexpr double kRemoveTimeout = 60;        // seconds
-constexpr double kRemoveVolumesTimeout = 30; // seconds
-
 Alert updateQuestion(const QString &tag)
 {
     Alert alert;
@@ -35,31 +29,16 @@ Alert updateQuestion(const QString &tag)
     return alert;
 }
 
-Alert removalQuestion()
-{
-    Alert alert;
-    alert.title = QStringLiteral("Remove Pi-hole?");
-    alert.text = QStringLiteral("This removes the container 'pihole' and its two data volumes 'pihole_etc' and "
-                                "'pihole_dnsmasq'. Your saved DNS settings are restored first (administrator prompt). "
-                                "Colima and Docker stay installed.");
-    alert.accept = QStringLiteral("Remove Pi-hole");
-    alert.reject = QStringLiteral("Cancel");
-    return alert;
-}
-
 QString updateBackupPath(const QString &newTag)
 {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     return AppPaths::backupsDir().filePath(QStringLiteral("pihole-backup-%1-before-%2.zip").arg(time, newTag));
 }
 
-bool anyPointsAtPihole(const QList<NetworkService> &services)
-{
-    return std::ranges::any_of(
-        services, [](const NetworkService &service) { return service.servers.contains(QStringLiteral("127.0.0.1")); });
-}
-
 } // namespace
+
+/// Whether an operation of maintenance is under way, or is being prepared.
+bool AppModel::maintains() const { return m_updating || m_removing || operationRunning(); }
 
 QCoro::Task<> AppModel::checkForUpdates()
 {
@@ -83,7 +62,7 @@ QCoro::Task<> AppModel::checkForUpdates()
 
 QCoro::Task<> AppModel::performUpdate()
 {
-    if (!latestTag() || m_updating || operationRunning()) co_return;
+    if (!latestTag() || maintains()) co_return;
     const QPointer<AppModel> alive(this);
     m_updating = true;
     const auto done = qScopeGuard([alive] {
@@ -100,7 +79,10 @@ QCoro::Task<> AppModel::performUpdate()
         setUpdateMessage(QStringLiteral("The update was not started because the backup failed: ") + failure);
         co_return;
     }
-    if (operationRunning()) co_return;
+    if (operationRunning()) {
+        setUpdateMessage(QStringLiteral("The update was not started because something else is being done."));
+        co_return;
+    }
     startUpdate(newTag);
 }
 
@@ -127,6 +109,8 @@ void AppModel::startUpdate(const QString &newTag)
     setPinnedTag(newTag);
     if (const auto written = PiholeController::writeFiles(newTag, webPort(), adminPassword()); !written) {
         setPinnedTag(oldTag);
+        // One of the two files may be the new one already. What stands in the way of that one is told all the same.
+        [[maybe_unused]] const auto restored = PiholeController::writeFiles(oldTag, webPort(), adminPassword());
         setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + written.error());
         return;
     }
@@ -155,6 +139,7 @@ QCoro::Task<> AppModel::finishUpdate(bool succeeded, QString oldTag, QString new
 
 void AppModel::setLaunchAtLogin(bool on)
 {
+    setNotice({});
     const auto changed = m_loginItem.setEnabled(on);
     if (!changed) setNotice(QStringLiteral("Could not change launch at login: ") + changed.error());
     publishLaunchAtLogin(m_loginItem.status() == LoginItem::Status::Enabled);
@@ -162,10 +147,16 @@ void AppModel::setLaunchAtLogin(bool on)
 
 QCoro::Task<> AppModel::changeWebPort(int port)
 {
-    if (port == webPort() || operationRunning()) co_return;
+    if (port == webPort() || maintains()) co_return;
+    setNotice({});
     const auto probed = static_cast<quint16>(std::clamp(port, 0, 65535));
     if (PortChecker::probe(probed, false) == PortProbe::InUse) {
         setNotice(QStringLiteral("Port %1 is already in use.").arg(port));
+        co_return;
+    }
+    // The next start would not take it from the settings.
+    if (port < PersistedSettings::kDefaultWebPort || port > PersistedSettings::kLastWebPort) {
+        setNotice(QStringLiteral("Port %1 cannot be used. Pick one from 8080 to 8090.").arg(port));
         co_return;
     }
     setWebPort(port);
@@ -192,56 +183,6 @@ void AppModel::finishPortChange(bool succeeded)
             QStringLiteral("Pi-hole was not recreated on port %1: %2").arg(webPort()).arg(m_maintOp.failureText()));
     }
     launch(refreshStatus(true));
-}
-
-QCoro::Task<> AppModel::removePihole()
-{
-    if (operationRunning() || changesDns() || m_removing) co_return;
-    const QPointer<AppModel> alive(this);
-    m_removing = true;
-    const auto done = qScopeGuard([alive] {
-        if (alive) alive->m_removing = false;
-    });
-    const Alert question = removalQuestion();
-    const bool accepted = co_await m_dialogs.confirm(question);
-    if (!alive || !accepted || operationRunning() || changesDns()) co_return;
-
-    const QList<NetworkService> found = co_await DNSConfigurator::listServices();
-    if (!alive) co_return;
-    if (anyPointsAtPihole(found) || QFile::exists(DNSConfigurator::backupFile())) {
-        const std::optional<QString> failure = co_await DNSConfigurator::restore();
-        if (!alive) co_return;
-        if (failure) {
-            setNotice(QStringLiteral("Pi-hole was not removed because your DNS could not be restored: ") + *failure);
-            co_return;
-        }
-    }
-    co_await removeContainer();
-    if (!alive) co_return;
-    co_await refreshStatus(false);
-}
-
-QCoro::Task<> AppModel::removeContainer()
-{
-    const QPointer<AppModel> alive(this);
-    const QStringList removal{QStringLiteral("rm"), QStringLiteral("-f"), QStringLiteral("pihole")};
-    const CommandResult container = co_await DockerCLI::run(removal, kRemoveTimeout);
-    const QStringList volumeRemoval{QStringLiteral("volume"), QStringLiteral("rm"), QStringLiteral("pihole_etc"),
-                                    QStringLiteral("pihole_dnsmasq")};
-    const CommandResult volumes = co_await DockerCLI::run(volumeRemoval, kRemoveVolumesTimeout);
-    if (!alive) co_return;
-
-    QFile::remove(PiholeController::composeFile());
-    QFile::remove(PiholeController::environmentFile());
-    Keychain::remove();
-    setAdminPassword({});
-    setOutcomes({});
-    setWizardFinished(false);
-    setShowWizard(true);
-    const CommandResult &failed = container.succeeded() ? volumes : container;
-    setNotice(failed.succeeded() ? QStringLiteral("Pi-hole was removed.")
-                                 : QStringLiteral("Docker could not remove everything: ") +
-                                       DockerCLI::friendlyError(failed.combined()));
 }
 
 } // namespace corvane

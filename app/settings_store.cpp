@@ -9,7 +9,11 @@ namespace {
 class SystemStore final : public SettingsStore {
 public:
     [[nodiscard]] QVariant value(const QString &key) const override { return m_settings.value(key); }
-    void setValue(const QString &key, const QVariant &value) override { m_settings.setValue(key, value); }
+    void setValue(const QString &key, const QVariant &value) override
+    {
+        m_settings.setValue(key, value);
+        m_settings.sync(); // At once: what is done next may depend on it, and the program may not live much longer.
+    }
 
 private:
     QSettings m_settings;

@@ -22,6 +22,7 @@ FilePanel zipPanel(FilePanel::Purpose purpose)
 QCoro::Task<> AppModel::exportBackup()
 {
     const QPointer<AppModel> alive(this);
+    setNotice({});
     configureAPI();
     const auto archive = co_await m_api.teleporterDownload();
     if (!alive) co_return;
@@ -44,6 +45,7 @@ QCoro::Task<> AppModel::exportBackup()
 QCoro::Task<> AppModel::importBackup()
 {
     const QPointer<AppModel> alive(this);
+    setNotice({});
     const FilePanel panel = zipPanel(FilePanel::Purpose::Open);
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
     if (!alive || !path) co_return;

@@ -28,7 +28,7 @@ QList<qint64> versionParts(const QString &tag)
 
 bool isNewer(const QString &tag, const QString &other)
 {
-    return std::ranges::lexicographical_compare(versionParts(other), versionParts(tag));
+    return tag != other && !std::ranges::lexicographical_compare(versionParts(tag), versionParts(other));
 }
 
 } // namespace corvane

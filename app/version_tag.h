@@ -12,7 +12,8 @@ namespace corvane {
 /// The numbers of a tag, for comparing element by element. A number too large to hold counts as the largest.
 [[nodiscard]] QList<qint64> versionParts(const QString &tag);
 
-/// Whether `tag` comes after `other`.
+/// Whether `tag` is another one than `other` and does not come before it; so another spelling of the same numbers
+/// counts as newer.
 [[nodiscard]] bool isNewer(const QString &tag, const QString &other);
 
 } // namespace corvane

@@ -19,6 +19,12 @@ TEST(VersionTag, Numbers_count_and_not_letters)
     EXPECT_FALSE(newer("2026.09.0", "2026.09.0"));
 }
 
+TEST(VersionTag, Another_spelling_of_the_same_numbers_counts_as_newer)
+{
+    EXPECT_TRUE(newer("2026.09.00", "2026.09.0"));
+    EXPECT_TRUE(newer("2026.09.0", "2026.09.00"));
+}
+
 TEST(VersionTag, A_shorter_tag_that_begins_alike_is_older)
 {
     EXPECT_TRUE(newer("2026.09.0", "2026.09"));

@@ -1,0 +1,131 @@
+#include "app/app_model.h"
+#include "app/busy_key.h"
+#include "dns/dns_configurator.h"
+#include "exec/keychain.h"
+#include "runtime/docker_cli.h"
+#include "runtime/pihole_controller.h"
+
+#include <QFile>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+constexpr double kRemoveTimeout = 60;        // seconds
+constexpr double kRemoveVolumesTimeout = 30; // seconds
+
+Alert removalQuestion()
+{
+    Alert alert;
+    alert.title = QStringLiteral("Remove Pi-hole?");
+    alert.text = QStringLiteral("This removes the container 'pihole' and its two data volumes 'pihole_etc' and "
+                                "'pihole_dnsmasq'. Your saved DNS settings are restored first (administrator prompt). "
+                                "Colima and Docker stay installed.");
+    alert.accept = QStringLiteral("Remove Pi-hole");
+    alert.reject = QStringLiteral("Cancel");
+    return alert;
+}
+
+bool anyPointsAtPihole(const QList<NetworkService> &services)
+{
+    return std::ranges::any_of(
+        services, [](const NetworkService &service) { return service.servers.contains(QStringLiteral("127.0.0.1")); });
+}
+
+/// Whether what was to be removed is not there any more: removed now, or earlier.
+bool isGone(const CommandResult &removal)
+{
+    if (removal.succeeded()) return true;
+    const QStringList errors = removal.standardError.split(u'\n', Qt::SkipEmptyParts);
+    return !removal.timedOut && !errors.isEmpty() && std::ranges::all_of(errors, [](const QString &error) {
+        return error.contains(QLatin1String("no such volume"), Qt::CaseInsensitive) ||
+               error.contains(QLatin1String("no such container"), Qt::CaseInsensitive);
+    });
+}
+
+/// Why something is left, as a sentence; empty when nothing is.
+QString whatIsLeft(const CommandResult &removal)
+{
+    if (isGone(removal)) return {};
+    return removal.launchError ? *removal.launchError + u'.' : DockerCLI::friendlyError(removal.combined());
+}
+
+} // namespace
+
+QCoro::Task<> AppModel::removePihole()
+{
+    if (maintains() || changesDns()) co_return;
+    const QPointer<AppModel> alive(this);
+    m_removing = true;
+    const auto done = qScopeGuard([alive] {
+        if (alive) alive->m_removing = false;
+    });
+    const Alert question = removalQuestion();
+    const bool accepted = co_await m_dialogs.confirm(question);
+    if (!alive || !accepted || operationRunning() || changesDns()) co_return;
+
+    // To the end: nobody may point this Mac at a Pi-hole that is about to go.
+    const BusyKey mark(this, QStringLiteral("restoredns"));
+    setNotice({});
+    const std::optional<QString> failure = co_await restoreBeforeRemoval();
+    if (!alive) co_return;
+    if (failure) {
+        setNotice(QStringLiteral("Pi-hole was not removed because your DNS could not be restored: ") + *failure);
+        co_return;
+    }
+    co_await removeContainer();
+    if (!alive) co_return;
+    co_await refreshStatus(false);
+}
+
+/// Puts the old DNS servers back when there are any or Pi-hole is in use; why it could not, or nothing.
+QCoro::Task<std::optional<QString>> AppModel::restoreBeforeRemoval()
+{
+    const QList<NetworkService> found = co_await DNSConfigurator::listServices();
+    const bool inUse = anyPointsAtPihole(found);
+    if (!inUse && !QFile::exists(DNSConfigurator::backupFile())) co_return std::nullopt;
+    // A backup that holds nothing is no reason to keep Pi-hole, as long as nothing is known to use it.
+    if (!inUse && !found.isEmpty() && !DNSConfigurator::hasBackup()) co_return std::nullopt;
+    co_return co_await DNSConfigurator::restore();
+}
+
+QCoro::Task<> AppModel::removeContainer()
+{
+    const QPointer<AppModel> alive(this);
+    const QStringList removal{QStringLiteral("rm"), QStringLiteral("-f"), QStringLiteral("pihole")};
+    const CommandResult container = co_await DockerCLI::run(removal, kRemoveTimeout);
+    const QStringList volumeRemoval{QStringLiteral("volume"), QStringLiteral("rm"), QStringLiteral("pihole_etc"),
+                                    QStringLiteral("pihole_dnsmasq")};
+    const CommandResult volumes = co_await DockerCLI::run(volumeRemoval, kRemoveVolumesTimeout);
+    if (!alive) co_return;
+
+    QFile::remove(PiholeController::composeFile());
+    QFile::remove(PiholeController::environmentFile());
+    Keychain::remove();
+    forgetPihole();
+    const QString left = isGone(container) ? whatIsLeft(volumes) : whatIsLeft(container);
+    setNotice(left.isEmpty() ? QStringLiteral("Pi-hole was removed.")
+                             : QStringLiteral("Docker could not remove everything: ") + left);
+}
+
+/// What was known about the Pi-hole that is gone; the wizard begins anew.
+void AppModel::forgetPihole()
+{
+    setAdminPassword({});
+    setOutcomes({});
+    setPiholeChecks({});
+    setBlockingTest(std::nullopt);
+    setSystemTestDetail({});
+    setBrowserTestDetail({});
+    setUdpProblem(false);
+    setLatestTag(std::nullopt);
+    setUpdateMessage({});
+    setWizardFinished(false);
+    setShowWizard(true);
+}
+
+} // namespace corvane
