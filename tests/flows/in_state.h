@@ -1,0 +1,55 @@
+#pragma once
+
+#include "tests/flows/flow_test.h"
+
+namespace corvane::test {
+
+/// Flow tests by the state of the Mac that they begin in.
+class Bare : public FlowTest {
+protected:
+    Bare()
+        : FlowTest(QStringLiteral("bare"))
+    {}
+};
+
+/// Homebrew, and nothing else.
+class Homebrew : public FlowTest {
+protected:
+    Homebrew()
+        : FlowTest(QStringLiteral("homebrew"))
+    {}
+};
+
+/// Colima and docker are installed, the engine is off.
+class Stopped : public FlowTest {
+protected:
+    Stopped()
+        : FlowTest(QStringLiteral("stopped"))
+    {}
+};
+
+/// The engine runs and has no container.
+class Engine : public FlowTest {
+protected:
+    Engine()
+        : FlowTest(QStringLiteral("engine"))
+    {}
+};
+
+/// Pi-hole runs; the Mac still asks the router.
+class Running : public FlowTest {
+protected:
+    Running()
+        : FlowTest(QStringLiteral("running"))
+    {}
+};
+
+/// Pi-hole runs and the Mac asks it, without a saved backup.
+class Protected : public FlowTest {
+protected:
+    Protected()
+        : FlowTest(QStringLiteral("protected"))
+    {}
+};
+
+} // namespace corvane::test
