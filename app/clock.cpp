@@ -25,7 +25,7 @@ QCoro::Task<> SystemClock::pause(Duration time)
         std::erase(m_sleepers, sleeper);
         sleeper->complete(true);
     });
-    co_await sleeper->wait();
+    static_cast<void>(co_await sleeper->wait());
 }
 
 } // namespace corvane

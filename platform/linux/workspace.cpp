@@ -3,13 +3,44 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QWindow>
+#include <QXmlStreamReader>
+
+#include <algorithm>
 
 namespace corvane {
 
 namespace {
+
+constexpr qint64 kLargestPropertyList = 1 << 20;
+
+/// The text of an application's property list; nothing when there is no such file, or one of a size that none has.
+QByteArray propertyList(const QString &path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > kLargestPropertyList) return {};
+    return file.read(kLargestPropertyList);
+}
+
+/// The bundle identifier in a property list: the text right after its key in the outermost dictionary.
+QString bundleIdentifier(const QByteArray &propertyList)
+{
+    QXmlStreamReader xml(propertyList);
+    if (!xml.readNextStartElement() || xml.name() != QLatin1String("plist")) return {};
+    if (!xml.readNextStartElement() || xml.name() != QLatin1String("dict")) return {};
+    bool isNext = false;
+    while (xml.readNextStartElement()) {
+        if (isNext) return xml.name() == QLatin1String("string") ? xml.readElementText().trimmed() : QString();
+        if (xml.name() == QLatin1String("key"))
+            isNext = xml.readElementText() == QLatin1String("CFBundleIdentifier");
+        else
+            xml.skipCurrentElement();
+    }
+    return {};
+}
 
 /// The desktop of a simulated Mac, asked the way a Mac is: "open" for addresses, bundles in /Applications.
 class LinuxWorkspace final : public Workspace {
@@ -23,13 +54,10 @@ public:
     {
         const QDir applications(QStringLiteral("/Applications"));
         const QStringList bundles = applications.entryList({QStringLiteral("*.app")}, QDir::Dirs);
-        for (const QString &bundle : bundles) {
-            QFile info(applications.filePath(bundle + QStringLiteral("/Contents/Info.plist")));
-            if (!info.open(QIODevice::ReadOnly)) continue;
-            const QByteArray id = "<string>" + bundleId.toUtf8() + "</string>";
-            if (info.read(1 << 20).contains(id)) return true;
-        }
-        return false;
+        return std::ranges::any_of(bundles, [&](const QString &bundle) {
+            const QString list = applications.filePath(bundle + QStringLiteral("/Contents/Info.plist"));
+            return bundleIdentifier(propertyList(list)) == bundleId;
+        });
     }
 
     void copyToClipboard(const QString &text) override { QGuiApplication::clipboard()->setText(text); }

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+namespace corvane {
+
+/// What the system's own menu and Dock ask of Corvane.
+struct ApplicationCommands {
+    std::function<void()> openWindow;
+    std::function<void()> openSettings;
+    std::function<void()> quit;
+};
+
+/// The application's menu at the top of the screen, there as long as the answer lives; null where a system has none.
+[[nodiscard]] std::unique_ptr<QObject> systemApplicationMenu(const ApplicationCommands &commands);
+
+} // namespace corvane

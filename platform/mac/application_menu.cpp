@@ -1,0 +1,79 @@
+#include "platform/application_menu.h"
+
+#include <QGuiApplication>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+void onFocusWindow(void (QWindow::*action)())
+{
+    if (QWindow *window = QGuiApplication::focusWindow()) (window->*action)();
+}
+
+/// The standard menu bar. Qt moves actions with a role into the application menu and gives them the system's wording.
+class MacApplicationMenu final : public QMenuBar {
+public:
+    explicit MacApplicationMenu(const ApplicationCommands &commands)
+    {
+        addApplicationMenu(commands);
+        addWindowMenu(commands);
+        connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+                [this, open = commands.openWindow](Qt::ApplicationState state) { onState(state, open); });
+    }
+
+private:
+    void addApplicationMenu(const ApplicationCommands &commands)
+    {
+        QMenu *menu = addMenu(QStringLiteral("Corvane"));
+        QAction *settings = menu->addAction(QStringLiteral("Settings..."), this, commands.openSettings);
+        settings->setMenuRole(QAction::PreferencesRole);
+        settings->setShortcut(QKeySequence::Preferences);
+        QAction *quit = menu->addAction(QStringLiteral("Quit Corvane"), this, commands.quit);
+        quit->setMenuRole(QAction::QuitRole);
+        quit->setShortcut(QKeySequence::Quit);
+    }
+
+    void addWindowMenu(const ApplicationCommands &commands)
+    {
+        QMenu *menu = addMenu(QStringLiteral("Window"));
+        menu->addAction(QStringLiteral("Minimize"), this, [] { onFocusWindow(&QWindow::showMinimized); })
+            ->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
+        menu->addAction(QStringLiteral("Close"), this, [] {
+                if (QWindow *window = QGuiApplication::focusWindow()) window->close();
+            })->setShortcut(QKeySequence::Close);
+        menu->addSeparator();
+        menu->addAction(QStringLiteral("Corvane"), this, commands.openWindow);
+    }
+
+    // A click on the Dock icon reports "active" once more to an application that already is.
+    void onState(Qt::ApplicationState state, const std::function<void()> &openWindow)
+    {
+        const bool clickedInDock = m_active && state == Qt::ApplicationActive;
+        m_active = state == Qt::ApplicationActive;
+        if (clickedInDock && !hasVisibleWindow()) openWindow();
+    }
+
+    static bool hasVisibleWindow()
+    {
+        const QWindowList windows = QGuiApplication::topLevelWindows();
+        return std::any_of(windows.begin(), windows.end(), [](const QWindow *window) { return window->isVisible(); });
+    }
+
+    bool m_active = false;
+};
+
+} // namespace
+
+std::unique_ptr<QObject> systemApplicationMenu(const ApplicationCommands &commands)
+{
+    return std::make_unique<MacApplicationMenu>(commands);
+}
+
+} // namespace corvane
