@@ -26,6 +26,10 @@ target_compile_definitions(corvane_settings INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 # -pthread everywhere, because some libraries ask for it and the compiled headers must match.
 target_compile_options(corvane_settings INTERFACE -pthread -Wno-error=invalid-pch -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+if(APPLE)
+  # QCoro's headers name std::exception_ptr and leave it to others to bring it; libc++ does not do so in C++23.
+  target_compile_options(corvane_settings INTERFACE "SHELL:-include exception")
+endif()
 if(CORVANE_WERROR)
   target_compile_options(corvane_settings INTERFACE -Werror)
 endif()
