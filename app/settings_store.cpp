@@ -8,6 +8,9 @@ namespace {
 
 class SystemStore final : public SettingsStore {
 public:
+    // What other programs or the whole desktop stored under the same names is not ours.
+    SystemStore() { m_settings.setFallbacksEnabled(false); }
+
     [[nodiscard]] QVariant value(const QString &key) const override { return m_settings.value(key); }
     void setValue(const QString &key, const QVariant &value) override
     {
