@@ -1,34 +1,42 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
-// One number with its name beneath.
-ColumnLayout {
+// One number with its name beneath. A long value is set smaller instead of being fitted: Qt's fitting changes the size
+// that layouts ask for, and they would chase each other for ever.
+Column {
     id: root
 
     required property string value
     required property string label
 
-    Layout.fillWidth: true
-    Layout.preferredWidth: 1
     spacing: 1
     Accessible.role: Accessible.StaticText
     Accessible.name: root.label + ": " + root.value
 
-    Text {
-        objectName: root.objectName + "Value"
-        Layout.fillWidth: true
-        text: root.value
-        font: Theme.title
-        fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: Theme.sized(13)
-        color: Theme.text
-        Accessible.ignored: true
+    Item {
+        width: root.width
+        height: measure.height
+
+        FontMetrics {
+            id: measure
+            font: Theme.title
+        }
+        Text {
+            objectName: root.objectName + "Value"
+            anchors.bottom: parent.bottom
+            width: parent.width
+            text: root.value
+            font: root.value.length > 12 ? Theme.headline : Theme.title
+            elide: Text.ElideRight
+            color: Theme.text
+            Accessible.ignored: true
+        }
     }
     Text {
-        Layout.fillWidth: true
+        width: root.width
         text: root.label
         font: Theme.callout
+        elide: Text.ElideRight
         color: Theme.secondaryText
         Accessible.ignored: true
     }
