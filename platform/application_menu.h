@@ -11,6 +11,7 @@ namespace corvane {
 struct ApplicationCommands {
     std::function<void()> openWindow;
     std::function<void()> openSettings;
+    /// Asked, never told: Corvane ends only through QCoreApplication::exit().
     std::function<void()> quit;
 };
 

@@ -6,8 +6,8 @@ std::expected<void, QString> LoginItem::outcome(bool enabled, const std::optiona
 {
     if (enabled == (after == Status::Enabled) && after != Status::RequiresApproval) return {};
     if (enabled && after == Status::RequiresApproval)
-        return std::unexpected(QStringLiteral(
-            "macOS waits for your approval. Allow Corvane in System Settings, General, Login Items."));
+        return std::unexpected(
+            QStringLiteral("macOS waits for your approval. Allow Corvane in System Settings, General, Login Items."));
     if (!refusal) return {};
     if (after == Status::NotFound)
         return std::unexpected(

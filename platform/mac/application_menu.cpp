@@ -1,5 +1,6 @@
 #include "platform/application_menu.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QKeySequence>
 #include <QMenu>
@@ -21,11 +22,23 @@ void onFocusWindow(void (QWindow::*action)())
 class MacApplicationMenu final : public QMenuBar {
 public:
     explicit MacApplicationMenu(const ApplicationCommands &commands)
+        : m_quit(commands.quit)
     {
+        qGuiApp->installEventFilter(this);
         addApplicationMenu(commands);
         addWindowMenu(commands);
         connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
                 [this, open = commands.openWindow](Qt::ApplicationState state) { onState(state, open); });
+    }
+
+    // The Dock's Quit, a script's and the end of the session come as this event. Unanswered, it would end Corvane
+    // unasked.
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched != qGuiApp || event->type() != QEvent::Quit) return QMenuBar::eventFilter(watched, event);
+        event->ignore();
+        m_quit();
+        return true;
     }
 
 private:
@@ -45,9 +58,11 @@ private:
         QMenu *menu = addMenu(QStringLiteral("Window"));
         menu->addAction(QStringLiteral("Minimize"), this, [] { onFocusWindow(&QWindow::showMinimized); })
             ->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
-        menu->addAction(QStringLiteral("Close"), this, [] {
-                if (QWindow *window = QGuiApplication::focusWindow()) window->close();
-            })->setShortcut(QKeySequence::Close);
+        menu->addAction(QStringLiteral("Close"), this,
+                        [] {
+                            if (QWindow *window = QGuiApplication::focusWindow()) window->close();
+                        })
+            ->setShortcut(QKeySequence::Close);
         menu->addSeparator();
         menu->addAction(QStringLiteral("Corvane"), this, commands.openWindow);
     }
@@ -66,6 +81,7 @@ private:
         return std::any_of(windows.begin(), windows.end(), [](const QWindow *window) { return window->isVisible(); });
     }
 
+    std::function<void()> m_quit;
     bool m_active = false;
 };
 

@@ -32,8 +32,9 @@ TEST(LoginItem, Switching_on_again_is_no_error_although_the_system_refuses)
 TEST(LoginItem, An_item_that_waits_for_approval_says_where_to_allow_it)
 {
     for (const auto &refusal : {kAccepted, kRefused}) {
-        EXPECT_EQ(reason(true, refusal, Status::RequiresApproval),
-                  QStringLiteral("macOS waits for your approval. Allow Corvane in System Settings, General, Login Items."));
+        EXPECT_EQ(
+            reason(true, refusal, Status::RequiresApproval),
+            QStringLiteral("macOS waits for your approval. Allow Corvane in System Settings, General, Login Items."));
     }
 }
 
