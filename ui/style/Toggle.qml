@@ -12,7 +12,8 @@ T.Switch {
 
     signal asked(bool value)
 
-    implicitWidth: implicitContentWidth + spacing + implicitIndicatorWidth
+    checked: root.on
+    implicitWidth: implicitContentWidth
     implicitHeight: Math.max(Theme.sized(24), implicitContentHeight)
     spacing: Theme.padding
     focusPolicy: Qt.StrongFocus
@@ -22,7 +23,6 @@ T.Switch {
         root.asked(root.checked);
         root.checked = Qt.binding(() => root.on);
     }
-    Component.onCompleted: root.checked = Qt.binding(() => root.on)
     Accessible.name: root.text
     Accessible.description: root.note
     Accessible.role: Accessible.CheckBox
@@ -30,26 +30,44 @@ T.Switch {
     Accessible.checked: root.on
     Keys.onReturnPressed: root.asked(!root.on)
 
-    contentItem: Column {
-        rightPadding: root.indicator.width + root.spacing
-        spacing: 2
+    // Asks for the natural width of its texts: one that followed the width they get would make a layout chase itself.
+    contentItem: Item {
+        implicitWidth: Math.ceil(Math.max(label.advanceWidth, note.advanceWidth)) + root.spacing + root.implicitIndicatorWidth
+        implicitHeight: texts.implicitHeight
 
-        Text {
-            width: root.availableWidth - root.indicator.width - root.spacing
-            text: root.text
+        TextMetrics {
+            id: label
             font: root.font
-            color: Theme.text
-            wrapMode: Text.Wrap
-            Accessible.ignored: true
+            text: root.text
         }
-        Text {
-            width: root.availableWidth - root.indicator.width - root.spacing
-            visible: root.note.length > 0
-            text: root.note
+        TextMetrics {
+            id: note
             font: Theme.callout
-            color: Theme.secondaryText
-            wrapMode: Text.Wrap
-            Accessible.ignored: true
+            text: root.note
+        }
+
+        Column {
+            id: texts
+            width: parent.width - root.indicator.width - root.spacing
+            spacing: 2
+
+            Text {
+                width: texts.width
+                text: root.text
+                font: root.font
+                color: Theme.text
+                wrapMode: Text.Wrap
+                Accessible.ignored: true
+            }
+            Text {
+                width: texts.width
+                visible: root.note.length > 0
+                text: root.note
+                font: Theme.callout
+                color: Theme.secondaryText
+                wrapMode: Text.Wrap
+                Accessible.ignored: true
+            }
         }
     }
 
