@@ -48,11 +48,15 @@ T.Switch {
 
         Column {
             id: texts
-            width: parent.width - root.indicator.width - root.spacing
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.rightMargin: root.indicator.width + root.spacing
+            anchors.verticalCenter: parent.verticalCenter
             spacing: 2
 
             Text {
-                width: texts.width
+                anchors.left: parent.left
+                anchors.right: parent.right
                 text: root.text
                 font: root.font
                 color: Theme.text
@@ -60,7 +64,8 @@ T.Switch {
                 Accessible.ignored: true
             }
             Text {
-                width: texts.width
+                anchors.left: parent.left
+                anchors.right: parent.right
                 visible: root.note.length > 0
                 text: root.note
                 font: Theme.callout
