@@ -13,7 +13,8 @@ namespace corvane {
 
 namespace {
 
-void onFocusWindow(void (QWindow::*action)())
+template <class Action>
+void onFocusWindow(Action action)
 {
     if (QWindow *window = QGuiApplication::focusWindow()) (window->*action)();
 }
@@ -58,10 +59,7 @@ private:
         QMenu *menu = addMenu(QStringLiteral("Window"));
         menu->addAction(QStringLiteral("Minimize"), this, [] { onFocusWindow(&QWindow::showMinimized); })
             ->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
-        menu->addAction(QStringLiteral("Close"), this,
-                        [] {
-                            if (QWindow *window = QGuiApplication::focusWindow()) window->close();
-                        })
+        menu->addAction(QStringLiteral("Close"), this, [] { onFocusWindow(&QWindow::close); })
             ->setShortcut(QKeySequence::Close);
         menu->addSeparator();
         menu->addAction(QStringLiteral("Corvane"), this, commands.openWindow);

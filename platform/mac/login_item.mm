@@ -29,7 +29,8 @@ public:
     {
         NSError *error = nil;
         SMAppService *service = SMAppService.mainAppService;
-        const BOOL accepted = enabled ? [service registerAndReturnError:&error] : [service unregisterAndReturnError:&error];
+        const BOOL accepted =
+            enabled ? [service registerAndReturnError:&error] : [service unregisterAndReturnError:&error];
         const QString reason = accepted ? QString() : QString::fromNSString(error.localizedDescription);
         return outcome(enabled, accepted ? std::nullopt : std::optional(reason), status());
     }

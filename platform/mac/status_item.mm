@@ -36,10 +36,11 @@ public:
 
     void setPicture(const Picture &picture) override
     {
+        const Picture kept = picture;
         NSImage *image = [NSImage imageWithSize:kSize
                                         flipped:NO
                                  drawingHandler:^BOOL(NSRect area) {
-                                   draw(picture, area);
+                                   draw(kept, area);
                                    return YES;
                                  }];
         // A template would take the colour of the menu bar's text, and the colour is the message.

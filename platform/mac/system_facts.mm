@@ -1,7 +1,6 @@
 #include "platform/system_facts.h"
 
 #import <Foundation/Foundation.h>
-
 #include <sys/sysctl.h>
 
 namespace corvane::platform {

@@ -27,20 +27,21 @@ public:
 private:
     void watchSleep()
     {
-        m_wakeObserver = [NSWorkspace.sharedWorkspace.notificationCenter
-            addObserverForName:NSWorkspaceDidWakeNotification
-                        object:nil
-                         queue:NSOperationQueue.mainQueue
-                    usingBlock:^(NSNotification *) {
-                      noticeChange();
-                    }];
+        m_wakeObserver =
+            [NSWorkspace.sharedWorkspace.notificationCenter addObserverForName:NSWorkspaceDidWakeNotification
+                                                                        object:nil
+                                                                         queue:NSOperationQueue.mainQueue
+                                                                    usingBlock:^(NSNotification *) {
+                                                                      noticeChange();
+                                                                    }];
     }
 
     void watchNetwork()
     {
         SCDynamicStoreContext context{};
         context.info = this;
-        m_store = SCDynamicStoreCreate(kCFAllocatorDefault, CFSTR("Corvane"), &MacWakeSignals::onNetworkChange, &context);
+        m_store =
+            SCDynamicStoreCreate(kCFAllocatorDefault, CFSTR("Corvane"), &MacWakeSignals::onNetworkChange, &context);
         if (!m_store) return;
         NSArray<NSString *> *keys =
             @[ @"State:/Network/Global/IPv4", @"State:/Network/Global/IPv6", @"State:/Network/Global/DNS" ];

@@ -37,7 +37,8 @@ public:
     }
 
 private:
-    // Since macOS 14 activation is a request that another application may outlast; the windows come forward all the same.
+    // Since macOS 14 activation is a request that another application may outlast; the windows come forward all the
+    // same.
     static void showInFront()
     {
         for (NSWindow *window in NSApp.windows) {
