@@ -19,8 +19,6 @@ Window {
     height: Math.min(column.implicitHeight + 40, 640)
     minimumWidth: width
     maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
     color: Theme.window
     flags: Qt.Dialog
     modality: Qt.ApplicationModal
@@ -56,11 +54,12 @@ Window {
             padding: 0
             Layout.fillWidth: true
             Layout.fillHeight: true
-            implicitHeight: contentHeight
+            Layout.preferredHeight: message.height
 
             BodyText {
+                id: message
                 objectName: "alertMessage"
-                width: parent.width
+                width: root.width - 40
                 text: root.message
             }
         }
