@@ -1,5 +1,6 @@
 #include "tests/flows/flow_test.h"
 #include "tests/flows/reads.h"
+#include "tests/flows/saved_files.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,14 +26,6 @@ protected:
     static QString library(const char *below)
     {
         return QDir::home().filePath(QStringLiteral("Library/Application Support/") + QString::fromLatin1(below));
-    }
-
-    static void write(const QString &path, const QByteArray &bytes)
-    {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
     }
 
     BrowserInfo scanned(const char *id)
