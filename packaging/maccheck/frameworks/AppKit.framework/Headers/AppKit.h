@@ -1,5 +1,5 @@
-/* The declarations of AppKit that Corvane uses. Written by hand from Apple's documentation; the comment above a group names
-   the header that has it on a Mac. */
+/* The declarations of AppKit that Corvane uses. Written by hand from Apple's documentation; the comment above a group
+   names the header that has it on a Mac. */
 #pragma once
 
 #import <CoreGraphics/CoreGraphics.h>
@@ -9,26 +9,26 @@ NS_ASSUME_NONNULL_BEGIN
 
 /* NSColorSpace.h */
 @interface NSColorSpace : NSObject
-@property (class, strong, readonly) NSColorSpace *sRGBColorSpace API_AVAILABLE(macos(10.5));
+@property(class, strong, readonly) NSColorSpace *sRGBColorSpace API_AVAILABLE(macos(10.5));
 @end
 
 /* NSColor.h */
 @interface NSColor : NSObject
-@property (class, strong, readonly) NSColor *systemRedColor API_AVAILABLE(macos(10.10));
-@property (class, strong, readonly) NSColor *systemGreenColor API_AVAILABLE(macos(10.10));
-@property (class, strong, readonly) NSColor *systemOrangeColor API_AVAILABLE(macos(10.10));
-@property (class, strong, readonly) NSColor *systemGrayColor API_AVAILABLE(macos(10.10));
-@property (readonly) CGFloat redComponent;
-@property (readonly) CGFloat greenComponent;
-@property (readonly) CGFloat blueComponent;
-@property (readonly) CGFloat alphaComponent;
+@property(class, strong, readonly) NSColor *systemRedColor API_AVAILABLE(macos(10.10));
+@property(class, strong, readonly) NSColor *systemGreenColor API_AVAILABLE(macos(10.10));
+@property(class, strong, readonly) NSColor *systemOrangeColor API_AVAILABLE(macos(10.10));
+@property(class, strong, readonly) NSColor *systemGrayColor API_AVAILABLE(macos(10.10));
+@property(readonly) CGFloat redComponent;
+@property(readonly) CGFloat greenComponent;
+@property(readonly) CGFloat blueComponent;
+@property(readonly) CGFloat alphaComponent;
 - (nullable NSColor *)colorUsingColorSpace:(NSColorSpace *)space;
 @end
 
 /* NSGraphicsContext.h */
 @interface NSGraphicsContext : NSObject
-@property (class, nullable, strong) NSGraphicsContext *currentContext;
-@property (readonly) CGContextRef CGContext API_AVAILABLE(macos(10.10));
+@property(class, nullable, strong) NSGraphicsContext *currentContext;
+@property(readonly) CGContextRef CGContext API_AVAILABLE(macos(10.10));
 @end
 
 /* NSImage.h. The property named "template" cannot be declared in Objective-C++; its setter can. */
@@ -43,19 +43,19 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSResponder : NSObject
 @end
 @interface NSView : NSResponder
-@property (nullable, copy) NSString *toolTip;
+@property(nullable, copy) NSString *toolTip;
 @end
 
 /* NSAccessibilityProtocols.h */
 @interface NSView (NSAccessibility)
-@property (nullable, copy) NSString *accessibilityLabel API_AVAILABLE(macos(10.10));
+@property(nullable, copy) NSString *accessibilityLabel API_AVAILABLE(macos(10.10));
 @end
 
 /* NSButton.h, NSStatusBarButton.h */
 @interface NSControl : NSView
 @end
 @interface NSButton : NSControl
-@property (nullable, strong) NSImage *image;
+@property(nullable, strong) NSImage *image;
 @end
 API_AVAILABLE(macos(10.10))
 @interface NSStatusBarButton : NSButton
@@ -68,30 +68,30 @@ API_AVAILABLE(macos(10.10))
 /* NSStatusItem.h */
 typedef NSString *NSStatusItemAutosaveName;
 @interface NSStatusItem : NSObject
-@property (nullable, readonly, strong) NSStatusBarButton *button API_AVAILABLE(macos(10.10));
-@property (nullable, strong) NSMenu *menu;
-@property (null_resettable, copy) NSStatusItemAutosaveName autosaveName API_AVAILABLE(macos(10.12));
+@property(nullable, readonly, strong) NSStatusBarButton *button API_AVAILABLE(macos(10.10));
+@property(nullable, strong) NSMenu *menu;
+@property(null_resettable, copy) NSStatusItemAutosaveName autosaveName API_AVAILABLE(macos(10.12));
 @end
 
 /* NSStatusBar.h */
 static const CGFloat NSSquareStatusItemLength = -2.0;
 @interface NSStatusBar : NSObject
-@property (class, readonly, strong) NSStatusBar *systemStatusBar;
+@property(class, readonly, strong) NSStatusBar *systemStatusBar;
 - (NSStatusItem *)statusItemWithLength:(CGFloat)length;
 - (void)removeStatusItem:(NSStatusItem *)item;
 @end
 
 /* NSWindow.h */
 @interface NSWindow : NSResponder
-@property (getter=isVisible, readonly) BOOL visible;
-@property (readonly) BOOL canBecomeMainWindow;
+@property(getter=isVisible, readonly) BOOL visible;
+@property(readonly) BOOL canBecomeMainWindow;
 - (void)orderFrontRegardless;
 @end
 
 /* NSApplication.h */
 @interface NSApplication : NSResponder
-@property (getter=isHidden, readonly) BOOL hidden;
-@property (readonly, copy) NSArray<NSWindow *> *windows;
+@property(getter=isHidden, readonly) BOOL hidden;
+@property(readonly, copy) NSArray<NSWindow *> *windows;
 - (void)unhide:(nullable id)sender;
 - (void)activateIgnoringOtherApps:(BOOL)flag API_DEPRECATED_WITH_REPLACEMENT("activate", macos(10.0, 14.0));
 - (void)activate API_AVAILABLE(macos(14.0));
@@ -107,8 +107,8 @@ extern NSNotificationName NSWorkspaceDidWakeNotification;
 }
 #endif
 @interface NSWorkspace : NSObject
-@property (class, readonly, strong) NSWorkspace *sharedWorkspace;
-@property (readonly, strong) NSNotificationCenter *notificationCenter;
+@property(class, readonly, strong) NSWorkspace *sharedWorkspace;
+@property(readonly, strong) NSNotificationCenter *notificationCenter;
 - (BOOL)openURL:(NSURL *)url;
 - (nullable NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)bundleIdentifier API_AVAILABLE(macos(10.6));
 @end

@@ -1,5 +1,5 @@
-/* The declarations of Core Foundation that Corvane and Qt's headers use. Written by hand from Apple's documentation; the
-   comment above a group names the header that has it on a Mac. */
+/* The declarations of Core Foundation that Corvane and Qt's headers use. Written by hand from Apple's documentation;
+   the comment above a group names the header that has it on a Mac. */
 #pragma once
 
 #include <MacTypes.h>

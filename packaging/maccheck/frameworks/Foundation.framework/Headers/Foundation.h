@@ -1,5 +1,5 @@
-/* The declarations of Foundation that Corvane uses. Written by hand from Apple's documentation; the comment above a group
-   names the header that has it on a Mac. */
+/* The declarations of Foundation that Corvane uses. Written by hand from Apple's documentation; the comment above a
+   group names the header that has it on a Mac. */
 #pragma once
 
 #import <CoreFoundation/CoreFoundation.h>
@@ -10,11 +10,11 @@
 
 /* NSObjCRuntime.h */
 #ifndef NS_ENUM
-#define NS_ENUM(type, name) \
-    enum name : type name;  \
+#define NS_ENUM(type, name)                                                                                            \
+    enum name : type name;                                                                                             \
     enum name : type
-#define NS_OPTIONS(type, name) \
-    enum name : type name;     \
+#define NS_OPTIONS(type, name)                                                                                         \
+    enum name : type name;                                                                                             \
     enum __attribute__((flag_enum)) name : type
 #endif
 #define NS_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
@@ -45,18 +45,18 @@ typedef CGSize NSSize;
 
 /* NSArray.h */
 @interface NSArray<__covariant ObjectType> : NSObject <NSFastEnumeration>
-@property (nullable, nonatomic, readonly) ObjectType firstObject;
+@property(nullable, nonatomic, readonly) ObjectType firstObject;
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)count;
 @end
 
 /* NSError.h */
 @interface NSError : NSObject
-@property (readonly, copy) NSString *localizedDescription;
+@property(readonly, copy) NSString *localizedDescription;
 @end
 
 /* NSURL.h */
 @interface NSURL : NSObject
-@property (nullable, readonly, copy) NSString *path;
+@property(nullable, readonly, copy) NSString *path;
 @end
 
 /* NSPathUtilities.h */
@@ -65,7 +65,7 @@ typedef NS_OPTIONS(NSUInteger, NSSearchPathDomainMask) { NSUserDomainMask = 1 };
 
 /* NSFileManager.h */
 @interface NSFileManager : NSObject
-@property (class, readonly, strong) NSFileManager *defaultManager;
+@property(class, readonly, strong) NSFileManager *defaultManager;
 - (NSArray<NSURL *> *)URLsForDirectory:(NSSearchPathDirectory)directory
                              inDomains:(NSSearchPathDomainMask)mask API_AVAILABLE(macos(10.6));
 @end
@@ -77,13 +77,13 @@ typedef struct {
     NSInteger patchVersion;
 } NSOperatingSystemVersion;
 @interface NSProcessInfo : NSObject
-@property (class, readonly, strong) NSProcessInfo *processInfo;
-@property (readonly) NSOperatingSystemVersion operatingSystemVersion API_AVAILABLE(macos(10.10));
+@property(class, readonly, strong) NSProcessInfo *processInfo;
+@property(readonly) NSOperatingSystemVersion operatingSystemVersion API_AVAILABLE(macos(10.10));
 @end
 
 /* NSOperation.h */
 @interface NSOperationQueue : NSObject
-@property (class, readonly, strong) NSOperationQueue *mainQueue API_AVAILABLE(macos(10.6));
+@property(class, readonly, strong) NSOperationQueue *mainQueue API_AVAILABLE(macos(10.6));
 @end
 
 /* NSNotification.h */

@@ -1,5 +1,5 @@
-/* The declarations of Service Management that Corvane uses. Written by hand from Apple's documentation; the comment above a
-   group names the header that has it on a Mac. */
+/* The declarations of Service Management that Corvane uses. Written by hand from Apple's documentation; the comment
+   above a group names the header that has it on a Mac. */
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -15,8 +15,8 @@ typedef NS_ENUM(NSInteger, SMAppServiceStatus) {
 } API_AVAILABLE(macos(13.0));
 API_AVAILABLE(macos(13.0))
 @interface SMAppService : NSObject
-@property (class, readonly, strong) SMAppService *mainAppService;
-@property (readonly) SMAppServiceStatus status;
+@property(class, readonly, strong) SMAppService *mainAppService;
+@property(readonly) SMAppServiceStatus status;
 - (BOOL)registerAndReturnError:(NSError *_Nullable *_Nullable)error;
 - (BOOL)unregisterAndReturnError:(NSError *_Nullable *_Nullable)error;
 @end

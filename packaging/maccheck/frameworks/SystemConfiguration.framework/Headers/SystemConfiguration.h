@@ -1,5 +1,5 @@
-/* The declarations of System Configuration that Corvane uses. Written by hand from Apple's documentation; the comment above a
-   group names the header that has it on a Mac. */
+/* The declarations of System Configuration that Corvane uses. Written by hand from Apple's documentation; the comment
+   above a group names the header that has it on a Mac. */
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
