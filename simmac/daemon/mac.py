@@ -31,6 +31,7 @@ class Mac:
         self.root = root
         self.speed = "fast"
         self.state = None
+        self.work = set()       # what tools are doing at this moment
         self.started = time.time()
         self.journal = Journal()
         self.faults = Faults(self)
@@ -106,6 +107,7 @@ class Mac:
         state = state or self.state or "bare"
         if state not in STATES:
             raise ValueError(state)
+        await self._stop_work()
         self.faults.clear()
         self.journal.clear()
         self.prompt.reset()
@@ -119,6 +121,14 @@ class Mac:
         await asyncio.gather(self._enter_containers(state), self._fill_keyring(state))
         furnish(self, state)
         self.state = state
+
+    async def _stop_work(self):
+        """Tools that still run are killed, and what they had begun is given up."""
+        work = list(self.work)
+        for each in work:
+            each.cancel()
+        if work:
+            await asyncio.wait(work)
 
     async def _enter_containers(self, state):
         if self.containers is not None:

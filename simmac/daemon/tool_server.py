@@ -1,6 +1,7 @@
 """The socket to which the small program at every tool's path connects."""
 
 import asyncio
+import signal
 import socket
 import struct
 
@@ -45,6 +46,8 @@ async def _run_until_gone(call, reader):
     """Runs the tool; it is cancelled when its caller goes away first."""
     entry = call.mac.journal.begin(call)
     work = asyncio.ensure_future(_outcome(call))
+    call.mac.work.add(work)
+    work.add_done_callback(call.mac.work.discard)
     gone = asyncio.ensure_future(reader.read(1))
     await asyncio.wait((work, gone), return_when=asyncio.FIRST_COMPLETED)
     if not work.done():
@@ -66,6 +69,8 @@ async def _run_until_gone(call, reader):
 
 
 def _result(work):
+    if work.cancelled():   # by a reset
+        return DiesBy(signal.SIGKILL)
     return None if isinstance(work.exception(), ConnectionError) else work.result()
 
 

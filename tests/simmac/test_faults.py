@@ -1,5 +1,6 @@
 """Tools that go wrong when they are told to, and the journal that saw it."""
 
+import threading
 import unittest
 
 from the_mac import MacCase
@@ -37,6 +38,15 @@ class FaultsTest(MacCase):
         result = self.mac.run(SW_VERS, limit=0.3)
         self.assertEqual((result.status, result.out), (-15, ""))
         self.assertEqual(self.mac.ended("sw_vers")["status"], "cancelled")
+
+    def test_Reset_ends_a_tool_that_still_runs(self):
+        self.fault("sw_vers", "hang")
+        reset = threading.Timer(0.2, self.mac.ctl, ("reset",))
+        reset.start()
+        result = self.mac.run(SW_VERS)
+        reset.join()
+        self.assertEqual(result.status, -9)
+        self.assertLess(result.seconds, 5.0)
 
     def test_Tool_that_ignores_SIGTERM_needs_SIGKILL(self):
         self.fault("sw_vers", "ignore-term")

@@ -67,7 +67,11 @@ class Container:
         mac = self._engine.mac
         self._process = PiholeProcess(self.folder)
         boot = 0 if at_once else mac.scaled(_BOOT_SECONDS)
-        trouble = await self._process.start(self._arguments(boot, at_once), self._environment(), self.log_path)
+        try:
+            trouble = await self._process.start(self._arguments(boot, at_once), self._environment(), self.log_path)
+        except asyncio.CancelledError:
+            await self._process.end(by_force=True)
+            raise
         if trouble:
             self.state, self.exit_code = "exited", 1
             await self._process.end(by_force=True)

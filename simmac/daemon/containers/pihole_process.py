@@ -18,6 +18,7 @@ class PiholeProcess:
         self._control = self._folder / "control.sock"
         self._process = None
         self._channel = None
+        self._turn = asyncio.Lock()  # one question at a time
 
     @property
     def pid(self):
@@ -48,10 +49,11 @@ class PiholeProcess:
 
     async def ask(self, request):
         """Sends one request; answers with the reply."""
-        reader, writer = self._channel
-        writer.write((json.dumps(request) + "\n").encode())
-        await writer.drain()
-        line = await reader.readline()
+        async with self._turn:
+            reader, writer = self._channel
+            writer.write((json.dumps(request) + "\n").encode())
+            await writer.drain()
+            line = await reader.readline()
         return json.loads(line) if line else {"ok": False, "error": "Pi-hole has gone."}
 
     async def wait(self):
