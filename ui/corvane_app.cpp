@@ -46,6 +46,10 @@ void CorvaneApp::start()
     m_statusItem = systemStatusItem();
     m_statusItem->setMenu(&m_menu);
     showIcon();
+    m_applicationMenu =
+        systemApplicationMenu({[this] { openWindow(); }, [this] { m_windows.openSettings(); }, [this] { quit(); }});
+    m_wakeSignals = systemWakeSignals();
+    connect(m_wakeSignals.get(), &WakeSignals::woke, this, [this] { launch(m_model.refreshStatus(true)); });
     m_windows.openMain();
     launch(m_model.bootstrap());
 }
@@ -80,7 +84,8 @@ QCoro::Task<> CorvaneApp::askAndQuit()
         if (!agreed) co_return;
     }
     endChildren();
-    QCoreApplication::quit();
+    // Not quit(): on a Mac that asks the system, which asks Corvane again.
+    QCoreApplication::exit();
 }
 
 void CorvaneApp::endChildren()

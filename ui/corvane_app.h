@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/application_menu.h"
 #include "platform/status_item.h"
+#include "platform/wake_signals.h"
 #include "ui/commands.h"
 #include "ui/file_panels.h"
 #include "ui/looks.h"
@@ -48,6 +50,8 @@ private:
     Windows m_windows;
     MenuContent m_menu;
     std::unique_ptr<StatusItem> m_statusItem;
+    std::unique_ptr<QObject> m_applicationMenu;
+    std::unique_ptr<WakeSignals> m_wakeSignals;
 };
 
 } // namespace corvane

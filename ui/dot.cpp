@@ -1,5 +1,7 @@
 #include "ui/dot.h"
 
+#include "platform/system_colors.h"
+
 #include <QPainter>
 
 #include <array>
@@ -12,8 +14,11 @@ namespace {
 constexpr double kSize = 16;
 constexpr double kInset = 2;
 
-/// By the number of the state: the system's green, orange, red, gray and gray again.
-constexpr std::array<QRgb, 5> kColors{0xff28cd41, 0xffff9500, 0xffff3b30, 0xff8e8e93, 0xff8e8e93};
+using platform::SystemColor;
+
+/// By the number of the state.
+constexpr std::array<SystemColor, 5> kColors{SystemColor::Green, SystemColor::Orange, SystemColor::Red,
+                                             SystemColor::Gray, SystemColor::Gray};
 
 } // namespace
 
@@ -26,7 +31,7 @@ QImage dot(MenuIcon icon, double scale)
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(kColors.at(static_cast<std::size_t>(icon))));
+    painter.setBrush(platform::systemColor(kColors.at(static_cast<std::size_t>(icon))));
     painter.drawEllipse(QRectF(kInset, kInset, kSize - 2 * kInset, kSize - 2 * kInset));
     return image;
 }

@@ -1,5 +1,7 @@
 #include "ui/windows.h"
 
+#include "platform/memory.h"
+
 #include <QEvent>
 #include <QQmlComponent>
 
@@ -102,6 +104,7 @@ void Windows::giveBack()
 {
     if (!m_engine || m_main || m_settings || m_alert) return;
     // The windows that were just closed are deleted before the engine that made them.
+    connect(m_engine.get(), &QObject::destroyed, this, platform::returnFreeMemory, Qt::QueuedConnection);
     QMetaObject::invokeMethod(m_engine.release(), "deleteLater", Qt::QueuedConnection);
 }
 

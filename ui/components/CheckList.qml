@@ -7,6 +7,7 @@ GroupBox {
 
     required property RowList rows
 
+    spoken: qsTr("Results")
     visible: root.rows.count > 0
 
     Repeater {

@@ -1,8 +1,7 @@
 import QtQuick
 import Corvane
 
-// One number with its name beneath. A long value is set smaller instead of being fitted: Qt's fitting changes the size
-// that layouts ask for, and they would chase each other for ever.
+// One number with its name beneath.
 Column {
     id: root
 
@@ -13,31 +12,25 @@ Column {
     Accessible.role: Accessible.StaticText
     Accessible.name: root.label + ": " + root.value
 
-    Item {
+    Text {
+        objectName: root.objectName + "Value"
         width: root.width
-        height: measure.height
-
-        FontMetrics {
-            id: measure
-            font: Theme.title
-        }
-        Text {
-            objectName: root.objectName + "Value"
-            anchors.bottom: parent.bottom
-            width: parent.width
-            text: root.value
-            font: root.value.length > 12 ? Theme.headline : Theme.title
-            elide: Text.ElideRight
-            color: Theme.text
-            Accessible.ignored: true
-        }
+        height: Theme.sized(28)
+        text: root.value
+        font: Theme.title
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: Theme.sized(12)
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        color: Theme.text
+        Accessible.ignored: true
     }
     Text {
         width: root.width
         text: root.label
         font: Theme.callout
-        elide: Text.ElideRight
         color: Theme.secondaryText
+        elide: Text.ElideRight
         Accessible.ignored: true
     }
 }

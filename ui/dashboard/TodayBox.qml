@@ -5,37 +5,35 @@ import Corvane
 GroupBox {
     id: root
 
+    readonly property real share: (width - 2 * Theme.padding - 3 * numbers.spacing) / 4
+
     title: qsTr("Today")
 
     Row {
         id: numbers
-
-        readonly property real share: (width - 3 * spacing) / 4
-
-        width: parent.width
         spacing: 12
 
         Statistic {
             objectName: "queries"
-            width: numbers.share
+            width: root.share
             value: Looks.queries
             label: qsTr("Queries")
         }
         Statistic {
             objectName: "blocked"
-            width: numbers.share
+            width: root.share
             value: Looks.blocked
             label: qsTr("Blocked")
         }
         Statistic {
             objectName: "blockedPercent"
-            width: numbers.share
+            width: root.share
             value: Looks.blockedPercent
             label: qsTr("Blocked %")
         }
         Statistic {
             objectName: "blocking"
-            width: numbers.share
+            width: root.share
             value: Looks.blockingText
             label: qsTr("Blocking")
         }

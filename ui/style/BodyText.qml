@@ -17,6 +17,7 @@ TextEdit {
     selectedTextColor: Theme.accentText
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
+    Accessible.ignored: root.text.length === 0
     Accessible.readOnly: true
     onActiveFocusChanged: if (!root.activeFocus) root.deselect()
 

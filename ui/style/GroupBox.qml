@@ -6,11 +6,14 @@ Column {
     id: root
 
     property string title: ""
+    /// What a screen reader calls the box.
+    property string spoken: root.title
     default property alias content: column.data
 
     spacing: 7
     Accessible.role: Accessible.Grouping
-    Accessible.name: root.title
+    Accessible.name: root.spoken
+    Accessible.ignored: root.spoken.length === 0
 
     Headline {
         visible: root.title.length > 0

@@ -62,12 +62,11 @@ T.ComboBox {
 
     delegate: PickerRow {
         required property string modelData
-        required property int index
 
         text: modelData
         width: ListView.view ? ListView.view.width : 0
-        chosen: modelData === root.value
-        highlighted: root.highlightedIndex === index
+        chosen: ListView.view && (ListView.view as PickerList).chosen === modelData
+        highlighted: ListView.isCurrentItem
     }
 
     popup: PickerPopup {

@@ -13,12 +13,10 @@ T.Popup {
     implicitHeight: Math.min(implicitContentHeight + 2 * root.padding, Theme.sized(320))
     padding: 5
 
-    contentItem: ListView {
-        clip: true
-        implicitHeight: Math.max(1, contentHeight)
+    contentItem: PickerList {
+        chosen: root.owner.currentText
         model: root.visible ? root.owner.delegateModel : null
         currentIndex: root.owner.highlightedIndex
-        Accessible.role: Accessible.List
         Accessible.name: root.owner.Accessible.name
     }
 

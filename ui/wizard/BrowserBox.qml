@@ -12,6 +12,7 @@ GroupBox {
     required property string detail
     required property bool canOpen
 
+    spoken: root.name
     RowLayout {
         width: parent.width
         spacing: Theme.gap

@@ -27,7 +27,7 @@ StepScaffold {
             BodyText {
                 objectName: "adminPassword"
                 Layout.fillWidth: true
-                activeFocusOnTab: true
+                activeFocusOnTab: text.length > 0
                 font: Theme.fixedBody
                 text: App.adminPassword
                 Accessible.description: qsTr("Admin password")

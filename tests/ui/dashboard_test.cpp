@@ -1,0 +1,207 @@
+#include "tests/ui/screen.h"
+#include "tests/ui/states.h"
+
+#include <QTest>
+
+namespace corvane {
+
+namespace {
+
+class Dashboard : public Screen {};
+
+TEST_F(Dashboard, Before_the_first_check_it_says_that_it_checks)
+{
+    openDashboard();
+    EXPECT_EQ(textOf(QStringLiteral("statusLine")), QStringLiteral("Checking Pi-hole..."));
+}
+
+TEST_F(Dashboard, Without_a_summary_all_counters_read_a_dash)
+{
+    openDashboard();
+    for (const char *name : {"queriesValue", "blockedValue", "blockedPercentValue", "blockingValue"})
+        EXPECT_EQ(textOf(QString::fromLatin1(name)), QStringLiteral("-")) << name;
+}
+
+TEST_F(Dashboard, Shows_the_status_and_the_numbers_of_today)
+{
+    openDashboard();
+    showRunning(m_app);
+    EXPECT_EQ(textOf(QStringLiteral("statusLine")), QStringLiteral("Pi-hole is answering and this Mac uses it"));
+    EXPECT_EQ(textOf(QStringLiteral("queriesValue")), QStringLiteral("18342"));
+    EXPECT_EQ(textOf(QStringLiteral("blockedValue")), QStringLiteral("4127"));
+    EXPECT_EQ(textOf(QStringLiteral("blockedPercentValue")), QStringLiteral("22.5%"));
+    EXPECT_EQ(textOf(QStringLiteral("blockingValue")), QStringLiteral("On"));
+}
+
+TEST_F(Dashboard, Names_every_box_button_and_explanation)
+{
+    openDashboard();
+    for (const char *text :
+         {"Today",
+          "Queries",
+          "Blocked",
+          "Blocked %",
+          "Blocking",
+          "Pause blocking 5 minutes",
+          "Open dashboard",
+          "Start",
+          "Stop",
+          "Restart",
+          "Run tests again",
+          "Restore my old settings",
+          "Logs",
+          "Refresh",
+          "Follow",
+          "Copy",
+          "Save...",
+          "Press Refresh to load the last 300 lines (docker logs --tail 300 pihole).",
+          "Updates",
+          "Pinned Pi-hole version: 2026.09.0",
+          "Updating saves a backup first, changes the pinned version, pulls the image and recreates the container. "
+          "Data volumes are never deleted.",
+          "Check for updates",
+          "Back up and update",
+          "Backup and restore (Teleporter)",
+          "Back up...",
+          "Restore...",
+          "Corvane",
+          "Setup wizard",
+          "Settings"})
+        EXPECT_TRUE(texts().contains(QString::fromLatin1(text))) << text;
+}
+
+TEST_F(Dashboard, A_pause_shows_its_minutes_and_the_way_to_end_it)
+{
+    openDashboard();
+    showPaused(m_app, 299);
+    EXPECT_EQ(textOf(QStringLiteral("blockingValue")), QStringLiteral("Paused (5 min left)"));
+    EXPECT_EQ(textOf(QStringLiteral("pauseButton")), QStringLiteral("Resume blocking"));
+    EXPECT_EQ(textOf(QStringLiteral("apiMessage")), QStringLiteral("Blocking is paused for 5 minutes."));
+}
+
+TEST_F(Dashboard, While_Pi_hole_runs_only_stop_and_restart_are_on)
+{
+    openDashboard();
+    showRunning(m_app);
+    EXPECT_FALSE(enabled(QStringLiteral("startButton")));
+    EXPECT_TRUE(enabled(QStringLiteral("stopButton")));
+    EXPECT_TRUE(enabled(QStringLiteral("restartButton")));
+    showStopped(m_app);
+    EXPECT_TRUE(enabled(QStringLiteral("startButton")));
+    EXPECT_FALSE(enabled(QStringLiteral("stopButton")));
+    EXPECT_FALSE(enabled(QStringLiteral("restartButton")));
+}
+
+TEST_F(Dashboard, While_an_operation_runs_the_actions_are_off)
+{
+    openDashboard();
+    showRunning(m_app);
+    m_app.setLatestTag(QStringLiteral("2026.10.0"));
+    CommandStep wait;
+    wait.label = QStringLiteral("sleep 30");
+    wait.exe = QStringLiteral("/bin/sleep");
+    wait.args = {QStringLiteral("30")};
+    m_app.maintOp()->start(QStringLiteral("Updating"), {wait});
+    for (const char *name : {"pauseButton", "openDashboardButton", "startButton", "stopButton", "restartButton",
+                             "checkForUpdatesButton", "updateButton", "backUpButton", "restoreBackupButton"})
+        EXPECT_FALSE(enabled(QString::fromLatin1(name))) << name;
+    EXPECT_TRUE(shows(QStringLiteral("maintLogCancel")));
+    click(QStringLiteral("maintLogCancel"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !m_app.maintOp()->running(); }));
+    EXPECT_TRUE(enabled(QStringLiteral("stopButton")));
+    EXPECT_TRUE(reads(QStringLiteral("Cancelled.")));
+    EXPECT_TRUE(reads(QStringLiteral("Show details")));
+}
+
+TEST_F(Dashboard, An_update_is_on_offer_only_when_there_is_a_newer_version)
+{
+    openDashboard();
+    EXPECT_FALSE(enabled(QStringLiteral("updateButton")));
+    m_app.setLatestTag(QStringLiteral("2026.10.0"));
+    m_app.setUpdateMessage(QStringLiteral("Version 2026.10.0 is available (you have 2026.09.0)."));
+    EXPECT_TRUE(enabled(QStringLiteral("updateButton")));
+    EXPECT_TRUE(shows(QStringLiteral("updateMessage")));
+}
+
+TEST_F(Dashboard, The_tests_cannot_be_run_again_while_one_of_them_runs)
+{
+    openDashboard();
+    for (const char *key : {"pihole", "blocking", "system"}) {
+        m_app.setBusy({QString::fromLatin1(key)});
+        EXPECT_FALSE(enabled(QStringLiteral("runTestsAgainButton"))) << key;
+    }
+    m_app.setBusy({});
+    EXPECT_TRUE(enabled(QStringLiteral("runTestsAgainButton")));
+}
+
+TEST_F(Dashboard, The_admin_page_opens_in_the_browser)
+{
+    openDashboard();
+    click(QStringLiteral("openDashboardButton"));
+    EXPECT_EQ(m_workspace.opened, QList<QUrl>{QUrl(QStringLiteral("http://127.0.0.1:8080/admin"))});
+}
+
+TEST_F(Dashboard, Log_buttons_wait_for_a_log)
+{
+    openDashboard();
+    EXPECT_TRUE(enabled(QStringLiteral("refreshLogButton")));
+    EXPECT_FALSE(enabled(QStringLiteral("copyLogButton")));
+    EXPECT_FALSE(enabled(QStringLiteral("saveLogButton")));
+}
+
+TEST_F(Dashboard, Following_without_docker_switches_back_and_says_why)
+{
+    openDashboard();
+    click(QStringLiteral("followSwitch"));
+    EXPECT_FALSE(m_app.following());
+    EXPECT_FALSE(find(QStringLiteral("followSwitch"))->property("checked").toBool());
+    EXPECT_EQ(textOf(QStringLiteral("noticeText")), QStringLiteral("docker was not found."));
+    click(QStringLiteral("dismissButton"));
+    EXPECT_FALSE(shows(QStringLiteral("noticeText")));
+}
+
+TEST_F(Dashboard, The_header_leads_to_the_set_up_and_back)
+{
+    openDashboard();
+    EXPECT_EQ(textOf(QStringLiteral("toggleWizardButton")), QStringLiteral("Setup wizard"));
+    click(QStringLiteral("toggleWizardButton"));
+    EXPECT_TRUE(shows(QStringLiteral("nextButton")));
+    EXPECT_EQ(textOf(QStringLiteral("toggleWizardButton")), QStringLiteral("Main window"));
+    click(QStringLiteral("toggleWizardButton"));
+    EXPECT_TRUE(shows(QStringLiteral("statusLine")));
+}
+
+class Banner : public Screen {};
+
+TEST_F(Banner, Warns_when_this_Mac_asks_a_Pi_hole_that_is_dead)
+{
+    openDashboard();
+    EXPECT_FALSE(shows(QStringLiteral("startPiholeNowButton")));
+    showUsedButDead(m_app);
+    for (const char *text : {"This Mac's DNS points at Pi-hole, but Pi-hole is not answering. Websites may not load.",
+                             "This often happens after a restart when Colima is not running yet.", "Start Pi-hole now",
+                             "Restore my old settings", "Hide"})
+        EXPECT_TRUE(texts().contains(QString::fromLatin1(text))) << text;
+}
+
+TEST_F(Banner, Stays_away_once_hidden)
+{
+    openDashboard();
+    showUsedButDead(m_app);
+    click(QStringLiteral("hideBannerButton"));
+    EXPECT_FALSE(shows(QStringLiteral("startPiholeNowButton")));
+}
+
+TEST_F(Banner, Says_why_nothing_was_started)
+{
+    openDashboard();
+    showUsedButDead(m_app);
+    click(QStringLiteral("startPiholeNowButton"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("noticeText")); }));
+    EXPECT_EQ(textOf(QStringLiteral("noticeText")),
+              QStringLiteral("Colima is not installed. Use step 3 of the wizard."));
+}
+
+} // namespace
+
+} // namespace corvane

@@ -1,0 +1,156 @@
+#include "tests/ui/screen.h"
+#include "tests/ui/states.h"
+
+#include <QApplication>
+#include <QTest>
+
+namespace corvane {
+
+namespace {
+
+/// Pictures of every screen for people to look at. What is tested is that each can be drawn without a warning, and that
+/// light and dark differ.
+class Pictures : public Screen {
+protected:
+    void both(const QString &name)
+    {
+        setDark(false);
+        const QImage light = picture(name + QStringLiteral("-light"));
+        setDark(true);
+        const QImage dark = picture(name + QStringLiteral("-dark"));
+        setDark(false);
+        EXPECT_NE(light, dark);
+    }
+    void resize(int width, int height)
+    {
+        window()->resize(width, height);
+        QTest::qWait(30);
+    }
+};
+
+TEST_F(Pictures, Of_the_dashboard)
+{
+    openDashboard();
+    both(QStringLiteral("dashboard-checking"));
+    showRunning(m_app);
+    both(QStringLiteral("dashboard-running"));
+    showStopped(m_app);
+    both(QStringLiteral("dashboard-stopped"));
+    showNotUsed(m_app);
+    both(QStringLiteral("dashboard-not-used"));
+    showPaused(m_app, 299);
+    both(QStringLiteral("dashboard-paused"));
+    m_app.setNotice(QStringLiteral("Your old DNS settings are back."));
+    showUsedButDead(m_app);
+    both(QStringLiteral("dashboard-banner"));
+}
+
+TEST_F(Pictures, Of_the_dashboard_in_other_sizes)
+{
+    openDashboard();
+    showRunning(m_app);
+    resize(860, 620);
+    both(QStringLiteral("dashboard-860x620"));
+    resize(1600, 1000);
+    both(QStringLiteral("dashboard-1600x1000"));
+}
+
+TEST_F(Pictures, Of_every_step)
+{
+    openStep(0);
+    both(QStringLiteral("step1-welcome"));
+    openStep(1);
+    showChecks(m_app, false);
+    both(QStringLiteral("step2-checks"));
+    showChecks(m_app, true);
+    both(QStringLiteral("step2-ports-taken"));
+    openStep(2);
+    both(QStringLiteral("step3-no-homebrew"));
+    m_app.setHasBrew(true);
+    m_app.setHasColima(true);
+    m_app.setHasDocker(true);
+    m_app.setDockerWorks(true);
+    showOutcome(m_app, QStringLiteral("docker"), true, QStringLiteral("docker info works"));
+    both(QStringLiteral("step3-install"));
+    openStep(3);
+    m_app.setDockerWorks(true);
+    both(QStringLiteral("step4-password"));
+    m_app.setPasswordInput(QStringLiteral("a b"));
+    showPiholeTests(m_app, false);
+    m_app.setGrpcFlagSupported(true);
+    both(QStringLiteral("step4-errors"));
+    openStep(4);
+    BlockingTestResult result;
+    result.blockedDomain = QStringLiteral("ads.example.net");
+    result.blockedKind = QStringLiteral("answered 0.0.0.0 (nowhere)");
+    result.allowedAnswer = QStringLiteral("93.184.216.34");
+    result.queries = 120;
+    result.blockedToday = 17;
+    m_app.setBlockingTest(result);
+    both(QStringLiteral("step5-blocking"));
+    openStep(5);
+    showServices(m_app);
+    m_app.setPiholeOnly(true);
+    m_app.setDnsMessage(QStringLiteral("You cancelled the administrator prompt. Nothing was changed."));
+    both(QStringLiteral("step6-dns"));
+    openStep(6);
+    both(QStringLiteral("step7-consent"));
+    showBrowsers(m_app);
+    both(QStringLiteral("step7-browsers"));
+    openStep(7);
+    both(QStringLiteral("step8-almost"));
+    showRunning(m_app);
+    showAllPassed(m_app);
+    both(QStringLiteral("step8-done"));
+}
+
+TEST_F(Pictures, Of_Settings)
+{
+    m_windows.openSettings();
+    lookAt(m_windows.settings());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window()));
+    both(QStringLiteral("settings"));
+    lookAt(nullptr);
+    openDashboard();
+    click(QStringLiteral("settingsButton"));
+    both(QStringLiteral("settings-sheet"));
+}
+
+TEST_F(Pictures, Of_an_operation_and_its_log)
+{
+    openStep(2);
+    m_app.setHasBrew(true);
+    CommandStep step;
+    step.label = QStringLiteral("brew install colima docker");
+    step.exe = QStringLiteral("/bin/sleep");
+    step.args = {QStringLiteral("30")};
+    m_app.installOp()->start(QStringLiteral("Installing Colima and Docker"), {step});
+    for (const QString &line : logLines(30))
+        m_app.installOp()->append(line);
+    click(QStringLiteral("installLogDetailsHeader"));
+    both(QStringLiteral("operation-running"));
+    m_app.installOp()->cancel();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_app.installOp()->ended(); }));
+    both(QStringLiteral("operation-cancelled"));
+}
+
+TEST_F(Pictures, With_text_enlarged_by_half)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPixelSize(20);
+    QApplication::setFont(large);
+    openDashboard();
+    showRunning(m_app);
+    both(QStringLiteral("dashboard-large-text"));
+    m_windows.main()->close();
+    QTest::qWait(50);
+    openStep(5);
+    showServices(m_app);
+    both(QStringLiteral("step6-large-text"));
+    QApplication::setFont(usual);
+}
+
+} // namespace
+
+} // namespace corvane

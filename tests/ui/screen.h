@@ -1,0 +1,112 @@
+#pragma once
+
+#include "ui/commands.h"
+#include "ui/looks.h"
+#include "ui/windows.h"
+
+#include <QHash>
+#include <QImage>
+#include <QQuickItem>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+namespace corvane {
+
+/// Settings that are forgotten when the test ends.
+class MemorySettings final : public SettingsStore {
+public:
+    [[nodiscard]] QVariant value(const QString &key) const override { return m_values.value(key); }
+    void setValue(const QString &key, const QVariant &value) override { m_values.insert(key, value); }
+
+private:
+    QHash<QString, QVariant> m_values;
+};
+
+/// A desktop that notes what it was asked for.
+class NotedWorkspace final : public Workspace {
+public:
+    bool open(const QUrl &address) override
+    {
+        opened << address;
+        return true;
+    }
+    [[nodiscard]] bool hasApplication(const QString &) const override { return false; }
+    void copyToClipboard(const QString &text) override { copied = text; }
+    void activate() override { ++activations; }
+
+    QList<QUrl> opened;
+    QString copied;
+    int activations = 0;
+};
+
+/// A login item that can be told to refuse.
+class ScriptedLoginItem final : public LoginItem {
+public:
+    [[nodiscard]] Status status() const override { return enabled ? Status::Enabled : Status::NotRegistered; }
+    std::expected<void, QString> setEnabled(bool on) override
+    {
+        if (refuses) return std::unexpected(QStringLiteral("Operation not permitted"));
+        enabled = on;
+        return {};
+    }
+
+    bool enabled = false;
+    bool refuses = false;
+};
+
+/// The real screens on a model that no program has touched: a test puts the model into a state, then looks, clicks and
+/// types. Whatever Qt warns about fails the test.
+class Screen : public testing::Test {
+protected:
+    Screen();
+    ~Screen() override;
+
+    void TearDown() override;
+
+    /// Opens the main window at the set-up or the dashboard.
+    void openDashboard();
+    void openStep(int step);
+    /// Lets the views follow the model and what was started by appearing come to its end.
+    void settle();
+
+    [[nodiscard]] QQuickWindow *window() const { return m_front ? m_front : m_windows.main(); }
+    /// Looks at another window from here on.
+    void lookAt(QQuickWindow *window) { m_front = window; }
+
+    [[nodiscard]] QQuickItem *find(const QString &name) const;
+    /// Whether the item is there and shown.
+    [[nodiscard]] bool shows(const QString &name) const;
+    [[nodiscard]] bool enabled(const QString &name) const;
+    [[nodiscard]] QString textOf(const QString &name) const;
+    /// All texts in sight, and those that are scrolled out of it.
+    [[nodiscard]] QStringList texts() const;
+    [[nodiscard]] bool reads(const QString &text) const;
+
+    void click(const QString &name);
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void type(const QString &text);
+    [[nodiscard]] QString focused() const;
+
+    void setDark(bool dark);
+    /// Keeps a picture of the window for people to look at.
+    QImage picture(const QString &name);
+
+    MemorySettings m_settings;
+    NotedWorkspace m_workspace;
+    ScriptedLoginItem m_loginItem;
+    Dialogs m_dialogs;
+    SystemClock m_clock;
+    AppModel m_app;
+    Looks m_looks;
+    Commands m_commands;
+    Windows m_windows;
+
+private:
+    QQuickWindow *m_front = nullptr;
+};
+
+/// All items beneath `root`, itself included, in reading order.
+[[nodiscard]] QList<QQuickItem *> itemsOf(QQuickItem *root);
+[[nodiscard]] bool inSight(const QQuickItem *item);
+
+} // namespace corvane

@@ -1,0 +1,90 @@
+#include "tests/ui/screen.h"
+
+#include <QTest>
+
+namespace corvane {
+
+namespace {
+
+class SettingsScreen : public Screen {
+protected:
+    void openSettings()
+    {
+        m_windows.openSettings();
+        lookAt(m_windows.settings());
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_windows.settings()));
+    }
+
+    void TearDown() override
+    {
+        lookAt(nullptr);
+        Screen::TearDown();
+    }
+};
+
+TEST_F(SettingsScreen, Is_520_by_520_and_says_what_each_choice_does)
+{
+    openSettings();
+    EXPECT_EQ(window()->size(), QSize(520, 520));
+    for (const char *text :
+         {"General", "Launch Corvane at login", "Start Colima at login", "Ports", "Admin page port",
+          "Changing it recreates the container. Your data is kept.",
+          "DNS: 53 (TCP and UDP) on 127.0.0.1. Fixed, because the Mac's DNS needs it.", "Remove", "Remove Pi-hole...",
+          "Removes the container 'pihole' and the volumes 'pihole_etc' and 'pihole_dnsmasq', after restoring your "
+          "saved DNS settings.",
+          "About",
+          "Corvane sets up Pi-hole in Docker on Colima and points this Mac's DNS at it. It protects this Mac only, not "
+          "other devices on your network. Nothing is sent to a cloud service.",
+          "Pi-hole is a separate project (EUPL licence); this app only runs its official Docker image."})
+        EXPECT_TRUE(texts().contains(QString::fromLatin1(text))) << text;
+    EXPECT_EQ(find(QStringLiteral("webPortPicker"))->property("count").toInt(), 11);
+}
+
+TEST_F(SettingsScreen, Launch_at_login_shows_what_the_system_says)
+{
+    openSettings();
+    click(QStringLiteral("launchAtLoginSwitch"));
+    EXPECT_TRUE(m_loginItem.enabled);
+    EXPECT_TRUE(find(QStringLiteral("launchAtLoginSwitch"))->property("checked").toBool());
+    m_loginItem.refuses = true;
+    click(QStringLiteral("launchAtLoginSwitch"));
+    EXPECT_TRUE(find(QStringLiteral("launchAtLoginSwitch"))->property("checked").toBool());
+    EXPECT_TRUE(reads(QStringLiteral("Could not change launch at login: ")));
+}
+
+TEST_F(SettingsScreen, The_port_is_picked_from_eleven)
+{
+    openSettings();
+    click(QStringLiteral("webPortPicker"));
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_app.webPort() == 8081; })) << m_app.webPort();
+}
+
+TEST_F(SettingsScreen, Removal_asks_first)
+{
+    openSettings();
+    click(QStringLiteral("removePiholeButton"));
+    ASSERT_TRUE(m_windows.alert());
+    lookAt(m_windows.alert());
+    EXPECT_EQ(textOf(QStringLiteral("alertHeading")), QStringLiteral("Remove Pi-hole?"));
+    click(QStringLiteral("alertReject"));
+}
+
+TEST_F(SettingsScreen, The_sheet_of_the_main_window_shows_the_same_and_closes)
+{
+    openDashboard();
+    click(QStringLiteral("settingsButton"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
+    EXPECT_TRUE(reads(QStringLiteral("Launch Corvane at login")));
+    click(QStringLiteral("closeSettingsButton"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("closeSettingsButton")); }));
+    click(QStringLiteral("settingsButton"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("closeSettingsButton")); }));
+}
+
+} // namespace
+
+} // namespace corvane

@@ -1,0 +1,39 @@
+#include "ui/decisions/controls.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+
+namespace {
+
+TEST(Controls, Start_is_off_while_Pi_hole_runs_and_Stop_while_it_does_not)
+{
+    const ContainerState running = ContainerState::running(QStringLiteral("healthy"));
+    EXPECT_FALSE(canStart(running, false));
+    EXPECT_TRUE(canStopOrRestart(running, false));
+    for (const ContainerState &state :
+         {ContainerState::stopped(QStringLiteral("exited")), ContainerState::missing(), ContainerState::dockerDown()}) {
+        EXPECT_TRUE(canStart(state, false));
+        EXPECT_FALSE(canStopOrRestart(state, false));
+    }
+}
+
+TEST(Controls, Both_are_off_while_an_operation_runs)
+{
+    EXPECT_FALSE(canStart(ContainerState::missing(), true));
+    EXPECT_FALSE(canStopOrRestart(ContainerState::running({}), true));
+}
+
+TEST(Controls, A_version_is_newer_by_its_numbers)
+{
+    const QString pinned = QStringLiteral("2026.09.10");
+    EXPECT_TRUE(isNewer(QStringLiteral("2026.10.0"), pinned));
+    EXPECT_TRUE(isNewer(QStringLiteral("2026.09.11"), pinned));
+    EXPECT_FALSE(isNewer(QStringLiteral("2026.09.1"), pinned));
+    EXPECT_FALSE(isNewer(QStringLiteral("2026.09.10"), pinned));
+    EXPECT_FALSE(isNewer(std::nullopt, pinned));
+}
+
+} // namespace
+
+} // namespace corvane
