@@ -3,25 +3,15 @@
 #include "app/app_model.h"
 #include "tests/flows/fast_clock.h"
 #include "tests/flows/mac.h"
+#include "tests/flows/memory_settings.h"
 #include "tests/flows/user.h"
 
-#include <QMap>
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>
 
 namespace corvane::test {
-
-/// Settings that last as long as the test.
-class MemorySettings final : public SettingsStore {
-public:
-    [[nodiscard]] QVariant value(const QString &key) const override { return m_values.value(key); }
-    void setValue(const QString &key, const QVariant &value) override { m_values.insert(key, value); }
-
-private:
-    QMap<QString, QVariant> m_values;
-};
 
 /// A model in a simulated Mac that was put back for this test: real programs, DNS, HTTP and keyring, a clock that
 /// hurries, and a user who answers as told.
@@ -54,5 +44,6 @@ private:
 };
 
 #define EXPECT_TEXT(actual, expected) EXPECT_EQ((actual).toStdString(), std::string(expected))
+#define ASSERT_TEXT(actual, expected) ASSERT_EQ((actual).toStdString(), std::string(expected))
 
 } // namespace corvane::test

@@ -1,0 +1,133 @@
+#include "tests/faults/scene.h"
+
+#include "tests/story/story.h"
+
+#include <QCoro/QCoroTask>
+
+namespace corvane::test {
+
+namespace {
+
+void toEnd(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
+
+QString silentOperation(const OperationRunner *operation)
+{
+    if (!operation->ended() || operation->succeeded() || !operation->failureText().isEmpty()) return {};
+    return operation->title() + QStringLiteral(" failed without a sentence.");
+}
+
+QString silentRow(const CheckRows &rows)
+{
+    for (const CheckRow &row : rows) {
+        if (row.detail.isEmpty()) return row.title + QStringLiteral(" says nothing.");
+        if (row.state == CheckState::Unknown || row.state == CheckState::Running)
+            return row.title + QStringLiteral(" has no result.");
+    }
+    return {};
+}
+
+QString without(const AppModel &model, const char *test)
+{
+    const bool told = !model.outcomes().value(QString::fromLatin1(test)).summary.isEmpty();
+    return told ? QString() : QStringLiteral("There is no outcome of ") + QLatin1String(test);
+}
+
+QString firstOf(const QStringList &problems)
+{
+    for (const QString &problem : problems) {
+        if (!problem.isEmpty()) return problem;
+    }
+    return {};
+}
+
+void install(AppModel &model)
+{
+    toEnd(model.runSystemChecks());
+    model.installColimaAndDocker();
+    Story::settle(model, [&model] {
+        const OperationRunner *operation = model.installOp();
+        return operation->ended() && (!operation->succeeded() || model.dockerWorks());
+    });
+    toEnd(model.testDocker());
+}
+
+QString missingAfterInstall(AppModel &model)
+{
+    const bool began = model.installOp()->ended() || !model.notice().isEmpty() || !model.hasBrew();
+    return firstOf({began ? QString() : QStringLiteral("Nothing was installed, and nothing was said."),
+                    silentOperation(model.installOp()), silentRow(model.systemChecks()), without(model, "docker")});
+}
+
+void start(AppModel &model)
+{
+    model.setPasswordInput(QStringLiteral("Fresh-Word_7.@+"));
+    toEnd(model.startPihole());
+    Story::settle(model);
+    toEnd(model.runBlockingTest());
+}
+
+QString missingAfterStart(AppModel &model)
+{
+    const bool began = model.startOp()->ended() || !model.startMessage().isEmpty() || !model.notice().isEmpty();
+    return firstOf({began ? QString() : QStringLiteral("Nothing was started, and nothing was said."),
+                    silentOperation(model.startOp()), silentRow(model.piholeChecks()), without(model, "blocking"),
+                    model.startOp()->succeeded() ? without(model, "pihole") : QString()});
+}
+
+void mendUdp(AppModel &model)
+{
+    toEnd(model.runPiholeTests(false));
+    toEnd(model.fixUDPForwarding());
+    Story::settle(model);
+}
+
+QString missingAfterMending(AppModel &model)
+{
+    const bool began = model.startOp()->ended() || !model.notice().isEmpty();
+    return firstOf({began ? QString() : QStringLiteral("Nothing was restarted, and nothing was said."),
+                    silentOperation(model.startOp()), silentRow(model.piholeChecks()), without(model, "pihole")});
+}
+
+void pointAtPihole(AppModel &model)
+{
+    toEnd(model.refreshStatus(false));
+    toEnd(model.loadServices());
+    toEnd(model.applyDNS());
+}
+
+QString missingAfterPointing(AppModel &model)
+{
+    if (model.dnsMessage().isEmpty()) return QStringLiteral("Nothing was said about the change.");
+    return model.dnsMessage() == QStringLiteral("DNS changed.") ? without(model, "system") : QString();
+}
+
+void restore(AppModel &model)
+{
+    toEnd(model.refreshStatus(true));
+    toEnd(model.restoreOldSettings());
+    toEnd(model.runAllTests());
+}
+
+QString missingAfterRestore(AppModel &model)
+{
+    const bool said = !model.notice().isEmpty() || !model.dnsMessage().isEmpty();
+    return firstOf({said ? QString() : QStringLiteral("Nothing was said about the restore."),
+                    silentRow(model.piholeChecks()), without(model, "pihole"), without(model, "blocking"),
+                    without(model, "system")});
+}
+
+} // namespace
+
+const QList<Scene> &scenes()
+{
+    static const QList<Scene> all{
+        {"installing", "homebrew", install, missingAfterInstall},
+        {"starting", "engine", start, missingAfterStart},
+        {"mending UDP", "running", mendUdp, missingAfterMending},
+        {"pointing at Pi-hole", "running", pointAtPihole, missingAfterPointing},
+        {"restoring", "protected", restore, missingAfterRestore},
+    };
+    return all;
+}
+
+} // namespace corvane::test

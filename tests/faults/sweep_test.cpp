@@ -1,0 +1,179 @@
+#include "dns/dns_backup.h"
+#include "tests/faults/scene.h"
+
+#include <QFileInfo>
+#include <QSet>
+#include <QTimer>
+
+namespace corvane::test {
+
+namespace {
+
+const QString kOldServer = QStringLiteral("9.9.9.9");
+const QString kWifi = QStringLiteral("Wi-Fi");
+
+/// How a command goes wrong. A hang costs the command's whole time limit, so it has a sweep of its own.
+const QStringList &kinds()
+{
+    static const QStringList all{QStringLiteral("fail"), QStringLiteral("rubbish"), QStringLiteral("vanish"),
+                                 QStringLiteral("die SEGV")};
+    return all;
+}
+
+QStringList serversNow()
+{
+    const QJsonArray services = Mac::ctl(QStringLiteral("services")).toArray();
+    return services.first()[QLatin1String("servers")].toVariant().toStringList();
+}
+
+/// When DNS was first changed, by the Mac's own record; never: 0.
+double firstChange()
+{
+    for (const QJsonObject &call : Mac::journal(QStringLiteral("networksetup"))) {
+        if (call[QLatin1String("argv")].toArray().first() == QLatin1String("-setdnsservers"))
+            return call[QLatin1String("start")].toDouble();
+    }
+    return 0;
+}
+
+class Sweep : public FlowTest {
+protected:
+    Sweep()
+        : FlowTest(QStringLiteral("bare"))
+    {
+        QObject::connect(&m_watch, &QTimer::timeout, &m_watch, [this] { cancelWhatIsStuck(); });
+        m_watch.start(500);
+    }
+
+    /// A Mac at the scene's beginning, which had servers of its own before Corvane came.
+    void begin(const Scene &scene)
+    {
+        Mac::reset(QLatin1String(scene.state));
+        Mac::ctl(QStringLiteral("pihole log-delay 0"));
+        if (QLatin1String(scene.name) == QLatin1String("mending UDP"))
+            Mac::ctl(QStringLiteral("forwarder-drops-udp on"));
+        if (QLatin1String(scene.state) != QLatin1String("protected"))
+            Mac::ctl(QStringList{QStringLiteral("servers"), kWifi, kOldServer});
+        else
+            EXPECT_TRUE(DNSBackup::store({{kWifi, {kOldServer}}}));
+        model().setOutcomes({});
+        relaunch();
+    }
+
+    /// Every call of every tool in a run without mishaps.
+    QList<Mishap> callsOf(const Scene &scene)
+    {
+        begin(scene);
+        const auto before = Mac::journal().size();
+        scene.play(model());
+        EXPECT_TEXT(scene.missing(model()), "") << scene.name;
+        QHash<QString, int> counts;
+        QList<Mishap> calls;
+        for (const QJsonObject &call : Mac::journal().sliced(before)) {
+            const QString tool = call[QLatin1String("tool")].toString();
+            if (!kPlayedByTheMacItself.contains(tool)) calls += {tool, {}, ++counts[tool]};
+        }
+        return calls;
+    }
+
+    void endure(const Scene &scene, const Mishap &mishap)
+    {
+        SCOPED_TRACE(std::string(scene.name) + ": " + mishap.order().toStdString());
+        begin(scene);
+        Mac::ctl(mishap.order());
+        scene.play(model());
+        EXPECT_TEXT(scene.missing(model()), "");
+        EXPECT_TRUE(quiet()) << "left busy: " << QStringList(model().busy().values()).join(u' ').toStdString();
+        expectBackupBeforeChange();
+        expectWayBack(scene);
+        ++m_endured;
+    }
+
+    /// DNS was never changed without the old servers on disk.
+    static void expectBackupBeforeChange()
+    {
+        const double changed = firstChange();
+        if (changed == 0) return;
+        const auto saved = DNSBackup::load();
+        ASSERT_EQ(saved.size(), 1);
+        EXPECT_EQ(saved.first().servers, QStringList{kOldServer});
+        const double written = QFileInfo(DNSBackup::file()).lastModified().toMSecsSinceEpoch() / 1000.0;
+        EXPECT_LE(written, changed + 0.001);
+    }
+
+    /// Whatever went wrong, the old servers can be had back once it is over.
+    void expectWayBack(const Scene & /*scene*/)
+    {
+        Mac::ctl(QStringLiteral("fault clear"));
+        if (serversNow() == QStringList{kOldServer}) return;
+        run(model().restoreOldSettings());
+        EXPECT_EQ(serversNow(), QStringList{kOldServer}) << model().dnsMessage().toStdString();
+    }
+
+    int m_endured = 0;
+
+private:
+    /// The user's patience with an operation that shows nothing new.
+    void cancelWhatIsStuck()
+    {
+        for (OperationRunner *operation : {model().installOp(), model().startOp(), model().maintOp()}) {
+            if (!operation->running()) continue;
+            if (m_lines[operation->title()] != operation->lineCount())
+                m_lines[operation->title()] = operation->lineCount();
+            else if (++m_patience[operation->title()] % kPatience == 0)
+                operation->cancel();
+        }
+    }
+
+    static constexpr int kPatience = 6; // looks, two in a second
+    QTimer m_watch;
+    QHash<QString, qint64> m_lines;
+    QHash<QString, int> m_patience;
+    const QSet<QString> kPlayedByTheMacItself{QStringLiteral("dscacheutil"), QStringLiteral("killall")};
+};
+
+} // namespace
+
+TEST_F(Sweep, A_sample_of_mishaps_ends_in_a_sentence_and_leaves_a_way_back)
+{
+    int turn = 0;
+    for (const Scene &scene : scenes()) {
+        const QList<Mishap> calls = callsOf(scene);
+        ASSERT_GT(calls.size(), 4) << scene.name;
+        const qsizetype stride = std::max<qsizetype>(1, calls.size() / 5);
+        for (qsizetype i = 0; i < calls.size(); i += stride) {
+            Mishap mishap = calls[i];
+            mishap.kind = kinds()[turn++ % kinds().size()];
+            endure(scene, mishap);
+        }
+    }
+    EXPECT_GE(m_endured, 25);
+}
+
+TEST_F(Sweep, Every_command_of_every_flow_goes_wrong_in_every_way)
+{
+    for (const Scene &scene : scenes()) {
+        const QList<Mishap> calls = callsOf(scene);
+        for (Mishap mishap : calls) {
+            for (const QString &kind : kinds()) {
+                mishap.kind = kind;
+                endure(scene, mishap);
+            }
+        }
+    }
+    std::printf("%d mishaps\n", m_endured);
+}
+
+TEST_F(Sweep, Every_command_hangs_once)
+{
+    for (const Scene &scene : scenes()) {
+        const QList<Mishap> calls = callsOf(scene);
+        for (Mishap mishap : calls) {
+            mishap.kind = QStringLiteral("hang");
+            endure(scene, mishap);
+        }
+    }
+    std::printf("%d hangs\n", m_endured);
+}
+
+} // namespace corvane::test

@@ -1,0 +1,52 @@
+#include "app/clock.h"
+#include "tests/flows/memory_settings.h"
+#include "tests/flows/user.h"
+#include "tests/story/story.h"
+
+#include <QCoreApplication>
+#include <QCoro/QCoroTask>
+
+#include <cstdio>
+
+namespace {
+
+using namespace corvane;
+using namespace corvane::test;
+
+void say(const char *mark, const QString &text) { std::printf("%s  %s\n", mark, qUtf8Printable(text)); }
+
+/// Tells the steps one after another as they happen; whether all went well. The first that does not ends the story.
+bool tell(const Story &story)
+{
+    for (const Story::Step &step : story.steps()) {
+        step.act();
+        const QString problem = step.problem();
+        say(problem.isEmpty() ? "✓" : "✗", step.text);
+        std::fflush(stdout);
+        if (problem.isEmpty()) continue;
+        say(" ", problem);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+/// Runs inside a simulated Mac that has Homebrew and nothing else.
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    MemorySettings settings;
+    SystemClock clock;
+    Dialogs dialogs;
+    User user(dialogs);
+    const auto workspace = systemWorkspace();
+    const auto loginItem = systemLoginItem();
+    AppModel model(Surroundings{settings, dialogs, *workspace, *loginItem, clock, QUrl()});
+    QCoro::waitFor(model.refreshTools());
+    model.configureAPI();
+
+    const bool good = tell(Story(model));
+    std::printf("%s\n", good ? "From a bare Mac to a protected one, and back." : "The story ended early.");
+    return good ? 0 : 1;
+}
