@@ -26,6 +26,7 @@ QNetworkRequest feedRequest(const QUrl &feed)
     QNetworkRequest request(feed);
     request.setRawHeader("Accept", "application/vnd.github+json");
     request.setRawHeader("User-Agent", "Corvane");
+    request.setRawHeader("Accept-Language", "en"); // not the user's own
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
