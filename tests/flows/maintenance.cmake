@@ -1,8 +1,6 @@
 # Browsers, backups and maintenance.
-add_library(corvane_saved_files STATIC saved_files.cpp saved_files.h)
-target_link_libraries(corvane_saved_files PUBLIC corvane_flow_support)
-foreach(subject applications browser teleporter update rollback feed web_port removal login_item)
-  if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${subject}_test.cpp)
-    corvane_sim_test(${subject}_flows_test ARGS --keyring SOURCES ${subject}_test.cpp USES corvane_saved_files)
-  endif()
+add_library(corvane_maintenance_support STATIC pihole_files.cpp pihole_files.h saved_files.cpp saved_files.h)
+target_link_libraries(corvane_maintenance_support PUBLIC corvane_flow_support)
+foreach(subject applications browser teleporter feed update rollback web_port removal login_item)
+  corvane_sim_test(${subject}_flows_test ARGS --keyring SOURCES ${subject}_test.cpp USES corvane_maintenance_support)
 endforeach()

@@ -1,0 +1,169 @@
+#include "checks/port_checker.h"
+#include "tests/flows/flow_test.h"
+#include "tests/flows/pihole_files.h"
+#include "tests/flows/saved_files.h"
+
+#include <QDir>
+
+namespace corvane::test {
+
+namespace {
+
+template <int>
+class In : public FlowTest {
+protected:
+    explicit In(const char *state)
+        : FlowTest(QString::fromLatin1(state))
+    {}
+
+    void change(int port)
+    {
+        run(model().changeWebPort(port));
+        waitFor([this] { return quiet(); }, "the change ended");
+    }
+    bool answersOnItsPort() { return QCoro::waitFor(model().api().webAnswers()); }
+    int stored() { return settings.value(QStringLiteral("webPort")).toInt(); }
+};
+
+class WebPort : public In<0> {
+protected:
+    WebPort()
+        : In("running")
+    {}
+};
+
+class NewMac : public In<1> {
+protected:
+    NewMac()
+        : In("engine")
+    {}
+};
+
+} // namespace
+
+TEST_F(WebPort, The_admin_page_moves_to_another_port)
+{
+    change(8083);
+    EXPECT_EQ(model().webPort(), 8083);
+    EXPECT_EQ(stored(), 8083);
+    EXPECT_TEXT(model().maintOp()->title(), "Recreating Pi-hole on port 8083");
+    EXPECT_TRUE(model().maintOp()->succeeded());
+    EXPECT_EQ(PiholeFiles::composePort(), 8083);
+    EXPECT_TEXT(PiholeFiles::composeTag(), "2026.09.0");
+    EXPECT_EQ(PiholeFiles::volumes(), PiholeFiles::bothVolumes());
+    EXPECT_TRUE(PiholeFiles::environmentIsWhole(model().adminPassword()));
+    EXPECT_TRUE(answersOnItsPort());
+    EXPECT_TEXT(model().dashboardURL().toString(), "http://127.0.0.1:8083/admin");
+    EXPECT_TEXT(model().notice(), "");
+    EXPECT_TRUE(Mac::calls(QStringLiteral("docker")).filter(QStringLiteral("pull")).isEmpty());
+    relaunch();
+    EXPECT_EQ(model().webPort(), 8083);
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, With_compose_the_project_is_brought_up_again)
+{
+    Mac::ctl(QStringLiteral("compose on"));
+    run(model().refreshTools());
+    change(8090);
+    EXPECT_TRUE(model().maintOp()->succeeded()) << model().notice().toStdString();
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, The_port_in_force_changes_nothing)
+{
+    const QByteArray before = contentOf(PiholeFiles::compose());
+    change(8080);
+    EXPECT_TEXT(model().maintOp()->title(), "");
+    EXPECT_EQ(contentOf(PiholeFiles::compose()), before);
+    EXPECT_TEXT(model().notice(), "");
+}
+
+TEST_F(WebPort, A_port_of_another_program_is_refused_and_nothing_changes)
+{
+    Mac::ctl(QStringLiteral("take-port 8081 tcp --as nginx"));
+    change(8081);
+    EXPECT_TEXT(model().notice(), "Port 8081 is already in use.");
+    EXPECT_EQ(model().webPort(), 8080);
+    EXPECT_EQ(PiholeFiles::composePort(), 8080);
+    EXPECT_TEXT(model().maintOp()->title(), "");
+    EXPECT_FALSE(PortChecker::freeWebPorts(model().webPort()).contains(8081));
+
+    change(8082);
+    EXPECT_TEXT(model().notice(), "") << "the old refusal is gone";
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, A_port_out_of_range_is_refused_and_nothing_changes)
+{
+    for (const int port : {-1, 0, 79, 443, 8079, 8091, 9000, 65'536, 99'999, 1 << 30}) {
+        change(port);
+        EXPECT_EQ(model().notice().toStdString(),
+                  "Port " + std::to_string(port) + " cannot be used. Pick one from 8080 to 8090.");
+        EXPECT_EQ(model().webPort(), 8080);
+        EXPECT_EQ(PiholeFiles::composePort(), 8080);
+    }
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, A_container_that_is_not_made_again_is_told)
+{
+    Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("125"),
+              QStringLiteral("no space left on device"), QStringLiteral("--when"), QStringLiteral("run *")});
+    change(8084);
+    EXPECT_TEXT(model().notice(), "Pi-hole was not recreated on port 8084: The Colima disk is full. Free some space "
+                                  "(for example 'docker system prune') or recreate Colima with a bigger disk.");
+    EXPECT_EQ(model().webPort(), 8084);
+    EXPECT_EQ(stored(), 8084);
+    EXPECT_EQ(PiholeFiles::composePort(), 8084);
+    waitFor([this] { return model().containerState().isMissing(); }, "the status was refreshed");
+
+    Mac::ctl(QStringLiteral("fault clear"));
+    change(8085);
+    EXPECT_TEXT(model().notice(), "");
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, Files_that_cannot_be_written_are_told_and_the_container_is_left_alone)
+{
+    QFile::remove(PiholeFiles::compose());
+    QDir().mkpath(PiholeFiles::compose());
+    change(8086);
+    EXPECT_TRUE(model().notice().startsWith(QStringLiteral("Could not write the new compose file: ")))
+        << model().notice().toStdString();
+    EXPECT_TEXT(model().maintOp()->title(), "");
+    EXPECT_EQ(stored(), model().webPort());
+    EXPECT_FALSE(PiholeFiles::containerImage().isEmpty());
+    QDir().rmdir(PiholeFiles::compose());
+}
+
+TEST_F(WebPort, Without_docker_the_files_are_ready_and_the_user_is_told)
+{
+    Mac::ctl(QStringLiteral("fault docker vanish"));
+    change(8087);
+    EXPECT_TEXT(model().notice(), "docker was not found.");
+    EXPECT_EQ(PiholeFiles::composePort(), 8087);
+    EXPECT_TEXT(model().maintOp()->title(), "");
+}
+
+TEST_F(WebPort, During_another_operation_nothing_changes)
+{
+    Mac::ctl(QStringLiteral("fault docker late 0.3"));
+    run(model().changeWebPort(8083));
+    run(model().changeWebPort(8084));
+    EXPECT_EQ(model().webPort(), 8083);
+    waitFor([this] { return quiet(); }, "the change ended");
+    EXPECT_EQ(PiholeFiles::composePort(), 8083);
+}
+
+TEST_F(NewMac, Before_set_up_only_the_setting_changes)
+{
+    change(8088);
+    EXPECT_EQ(model().webPort(), 8088);
+    EXPECT_EQ(stored(), 8088);
+    EXPECT_FALSE(QFile::exists(PiholeFiles::compose()));
+    EXPECT_TEXT(model().maintOp()->title(), "");
+    EXPECT_TEXT(model().notice(), "");
+}
+
+} // namespace corvane::test
