@@ -12,7 +12,7 @@ namespace corvane {
 
 namespace {
 
-const QUrl kReleaseFeed(QStringLiteral("https://api.github.com"));
+const QUrl kReleaseFeed(QStringLiteral("https://api.github.com/repos/pi-hole/docker-pi-hole/releases/latest"));
 
 } // namespace
 

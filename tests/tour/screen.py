@@ -1,5 +1,6 @@
 """A running program seen through its accessibility tree and touched with a real mouse and keyboard."""
 
+import itertools
 import subprocess
 import time
 
@@ -9,6 +10,7 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 ACCESSIBILITY_BUS = "/usr/libexec/at-spi-bus-launcher"
+UP, DOWN = 4, 5  # the mouse wheel
 BOTTOM_BARS = ("Back", "Close")  # the buttons that stand in a bar below what scrolls
 PATIENCE = 60  # seconds that anything on the screen may take
 
@@ -71,6 +73,11 @@ def middle(node):
     return box.x + box.width // 2, box.y + box.height // 2
 
 
+def usable(node):
+    """The node if it is enabled."""
+    return node if node and has(node, Atspi.StateType.ENABLED) else None
+
+
 class Program:
     """One program under test."""
 
@@ -97,7 +104,7 @@ class Program:
         return walk(root) if root else ()
 
     def find(self, name, *, role=None, start=False):
-        """The first shown node with this name (or one that starts with it)."""
+        """The first node with this name (or one that starts with it) that is on the screen."""
         for node in self.nodes():
             text = says(node)
             if (text.startswith(name) if start else text == name) and shown(node):
@@ -120,35 +127,37 @@ class Program:
     def see(self, text, *, start=False):
         return self.wait(text, lambda: self.find(text, start=start))
 
+    def control(self, name, role=None):
+        """The control of this name, or of a name that begins with it and a colon."""
+        return self.find(name, role=role) or self.find(name + ":", role=role, start=True)
+
     def ready(self, name, role=None):
-        """The control of this name, or of a name that begins with it and a colon, once it can be used."""
-        def usable():
-            node = self.find(name, role=role) or self.find(name + ":", role=role, start=True)
-            return node if node and has(node, Atspi.StateType.ENABLED) else None
-        return self.wait(f"{name} (enabled)", usable)
+        """The control once it can be used."""
+        return self.wait(f"{name} (enabled)", lambda: usable(self.control(name, role)))
 
     def texts(self):
         return [says(node) for node in self.nodes() if shown(node)]
 
 
 class Mouse:
-    """Uses controls by pointing and clicking, and scrolls when a control is out of sight."""
+    """Uses controls by pointing and clicking, and scrolls down and up for one that is out of sight."""
 
     def __init__(self, program):
         self.program = program
 
     def use(self, name, role=None):
-        node = self.program.ready(name, role)
-        for wheel in [None] + [5] * 40 + [4] * 80:
-            x, y = middle(node)
-            if self._in_sight(node):
-                xdotool("mousemove", x, y, "click", 1)
-                time.sleep(0.15)
-                return
-            window = self.program.window()
-            xdotool("mousemove", *middle(window), "click", wheel or 5)
-            time.sleep(0.05)
-        raise NotOnScreen(f"{name} cannot be scrolled into sight")
+        wheel = itertools.cycle([DOWN] * 30 + [UP] * 30)
+        node = self.program.wait(f"{name} (enabled)", lambda: self._looked_for(name, role, wheel))
+        xdotool("mousemove", *middle(node), "click", 1)
+        time.sleep(0.15)
+
+    def _looked_for(self, name, role, wheel):
+        """The control if it can be clicked now; turns the wheel when it cannot be seen whole."""
+        node = self.program.control(name, role)
+        if node and self._in_sight(node):
+            return usable(node)
+        xdotool("mousemove", *middle(self.program.window()), "click", next(wheel))
+        return None
 
     def _in_sight(self, node):
         """Whether the whole control lies above the bar at the bottom of its window, which covers what scrolls below it."""
@@ -164,22 +173,26 @@ class Mouse:
 
 
 class Keyboard:
-    """Uses controls by Tab and Space alone."""
+    """Uses controls by Tab and Space alone; the focus brings what is out of sight into view."""
 
     def __init__(self, program):
         self.program = program
 
     def use(self, name, role=None):
-        self.program.ready(name, role)
-        for _ in range(150):
-            focused = self._focused() or ""
-            if focused == name or focused.startswith(name + ":"):
-                xdotool("key", "space")
-                time.sleep(0.15)
-                return
-            xdotool("key", "Tab")
-            time.sleep(0.03)
-        raise NotOnScreen(f"{name} cannot be reached with Tab")
+        self.program.wait(f"{name} reached with Tab", lambda: self._stands_on(name, role))
+        xdotool("key", "space")
+        time.sleep(0.15)
+
+    def _stands_on(self, name, role):
+        """Whether the focus is on the control and it can be used; else moves on, once the control is no longer waited for."""
+        node = self.program.control(name, role)
+        if node and not usable(node):
+            return None
+        focused = self._focused() or ""
+        if focused == name or focused.startswith(name + ":"):
+            return True
+        xdotool("key", "Tab")
+        return None
 
     def _focused(self):
         for node in self.program.nodes():

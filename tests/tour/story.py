@@ -109,6 +109,11 @@ class Tour:
         self.hand.use("Resume blocking")
         self.passes("Pause blocking 5 minutes")
         self.step("The dashboard shows the counters, pauses and resumes")
+        self.hand.use("Refresh", "push button")
+        self.hand.use("Check for updates", "push button")
+        self.program.see("Version 2026.", start=True)
+        self.picture("update")
+        self.step("A newer version of Pi-hole was found")
 
     def settings(self):
         self.hand.use("Settings", "push button")
