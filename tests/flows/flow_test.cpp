@@ -1,6 +1,7 @@
 #include "tests/flows/flow_test.h"
 
 #include "exec/background.h"
+#include "tests/support/pass_time.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
@@ -47,7 +48,7 @@ void FlowTest::waitFor(const std::function<bool()> &condition, const char *what)
 {
     const QDeadlineTimer deadline(kPatience);
     while (!condition() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+        passTime(2);
     EXPECT_TRUE(condition()) << "never happened: " << what;
 }
 

@@ -1,6 +1,7 @@
 #include "tests/story/story.h"
 
-#include <QCoreApplication>
+#include "tests/support/pass_time.h"
+
 #include <QCoro/QCoroTask>
 #include <QDeadlineTimer>
 
@@ -9,7 +10,8 @@ namespace corvane::test {
 namespace {
 
 constexpr int kPatience = 120'000; // milliseconds
-constexpr int kCalm = 100;         // milliseconds without any activity
+constexpr int kBetweenLooks = 10;  // milliseconds
+constexpr int kCalmLooks = 10;     // looks without any activity
 constexpr int kReturn = 5'000;     // milliseconds until Docker is back at the latest
 
 void toEnd(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
@@ -42,15 +44,17 @@ QString operationProblem(OperationRunner *operation)
 bool Story::settle(AppModel &model, const std::function<bool()> &done)
 {
     const QDeadlineTimer deadline(kPatience);
-    QDeadlineTimer calm(kCalm);
     QDeadlineTimer expected(kReturn);
-    while (!deadline.hasExpired() && (!calm.hasExpired() || (!expected.hasExpired() && done && !done()))) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    int calmLooks = 0;
+    while (calmLooks < kCalmLooks || (done && !done() && !expected.hasExpired())) {
+        if (deadline.hasExpired()) return false;
+        passTime(kBetweenLooks);
+        ++calmLooks;
         if (!model.operationRunning() && model.busy().isEmpty()) continue;
-        calm.setRemainingTime(kCalm);
+        calmLooks = 0;
         expected.setRemainingTime(kReturn);
     }
-    return !deadline.hasExpired();
+    return true;
 }
 
 Story::Story(AppModel &model)

@@ -154,7 +154,7 @@ TEST_F(BackupFile, Is_whole_whenever_the_program_is_killed)
 
     std::mt19937 random(7);
     int largeOnes = 0;
-    for (int kill = 0; kill < 40; ++kill) {
+    for (int kill = 0; kill < 100; ++kill) {
         const pid_t child = ::fork();
         if (child == 0) saveForEver(kTwo, large);
         ::usleep(2000 + random() % 80000);
