@@ -124,12 +124,20 @@ bool Screen::reads(const QString &text) const
     return std::ranges::any_of(all, [&](const QString &shown) { return shown.contains(text); });
 }
 
+void Screen::layOut()
+{
+    QTest::qWait(5);
+    // A window lays its views out when it is drawn.
+    Q_UNUSED(window()->grabWindow())
+}
+
 void Screen::click(const QString &name)
 {
     QQuickItem *item = find(name);
     ASSERT_TRUE(item) << qPrintable(name);
+    layOut();
     item->forceActiveFocus();
-    QTest::qWait(10);
+    layOut();
     const QPointF middle = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
     QTest::mouseClick(window(), Qt::LeftButton, {}, middle.toPoint());
     QTest::qWait(10);

@@ -82,6 +82,7 @@ protected:
     [[nodiscard]] QStringList texts() const;
     [[nodiscard]] bool reads(const QString &text) const;
 
+    /// Clicks in the middle of the item, scrolled into sight.
     void click(const QString &name);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void type(const QString &text);
@@ -102,6 +103,8 @@ protected:
     Windows m_windows;
 
 private:
+    void layOut();
+
     QQuickWindow *m_front = nullptr;
 };
 

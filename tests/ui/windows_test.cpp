@@ -105,7 +105,7 @@ TEST_P(Dot, Is_a_circle_of_12_points_in_16)
     EXPECT_EQ(alpha(3, 8), 255);
     EXPECT_EQ(alpha(1, 8), 0);
     EXPECT_EQ(alpha(14.5, 8), 0);
-    EXPECT_EQ(alpha(3, 3), 0);
+    EXPECT_EQ(alpha(2, 2), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Scales, Dot, testing::Values(1.0, 2.0, 3.0));

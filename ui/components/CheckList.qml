@@ -13,13 +13,17 @@ GroupBox {
     Repeater {
         model: root.rows
 
-        CheckRowView {
+        ListedRow {
+            id: listed
+
             required property row row
 
-            width: parent ? parent.width : 0
-            badge: row.badge
-            title: row.title
-            detail: row.detail
+            CheckRowView {
+                width: listed.width
+                badge: listed.row.badge
+                title: listed.row.title
+                detail: listed.row.detail
+            }
         }
     }
 }

@@ -31,6 +31,7 @@ GroupBox {
             }
             NoteText {
                 width: parent.width
+                font: Theme.fixedSmall
                 text: taken.row.detail
             }
         }
@@ -54,6 +55,7 @@ GroupBox {
             label: qsTr("Use another port for the admin page:")
             choices: Looks.freePorts
             value: ""
+            placeholder: qsTr("Choose")
             onPicked: choice => Commands.changeWebPortAndCheck(parseInt(choice))
         }
     }

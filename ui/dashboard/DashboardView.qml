@@ -24,6 +24,7 @@ ScrollArea {
 
         LogsPanel {
             width: parent.width
+            logHeight: Math.max(272, root.height - 560)
         }
     }
     UpdatesBox {

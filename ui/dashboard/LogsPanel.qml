@@ -6,6 +6,8 @@ import Corvane
 Column {
     id: root
 
+    property int logHeight: 272
+
     spacing: 8
 
     RowLayout {
@@ -43,7 +45,7 @@ Column {
     }
     Rectangle {
         width: root.width
-        height: 272
+        height: root.logHeight
         radius: Theme.radius
         color: Theme.logBackground
         border.width: 1

@@ -5,8 +5,8 @@ import Corvane
 ScrollArea {
     id: root
 
-    padding: 20
-    spacing: 18
+    padding: 16
+    spacing: 14
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Settings")
 

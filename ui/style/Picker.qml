@@ -9,6 +9,8 @@ T.ComboBox {
     required property string label
     required property list<string> choices
     required property string value
+    /// Stands in the button while none of the choices is the value.
+    property string placeholder: ""
 
     signal picked(string choice)
 
@@ -32,7 +34,7 @@ T.ComboBox {
     Keys.onReturnPressed: root.popup.open()
 
     contentItem: Text {
-        text: root.value
+        text: root.value.length > 0 ? root.value : root.placeholder
         font: root.font
         color: Theme.text
         verticalAlignment: Text.AlignVCenter

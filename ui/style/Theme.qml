@@ -52,13 +52,14 @@ QtObject {
 
     readonly property real scale: Math.max(10, Application.font.pixelSize) / 13
     readonly property string family: Application.font.family
-    readonly property font body: Qt.font({ family: root.family, pixelSize: root.sized(13) })
-    readonly property font bodyBold: Qt.font({ family: root.family, pixelSize: root.sized(13), weight: Font.DemiBold })
-    readonly property font callout: Qt.font({ family: root.family, pixelSize: root.sized(12) })
-    readonly property font headline: Qt.font({ family: root.family, pixelSize: root.sized(14), weight: Font.DemiBold })
-    readonly property font title: Qt.font({ family: root.family, pixelSize: root.sized(22), weight: Font.Medium })
-    readonly property font largeTitle: Qt.font({ family: root.family, pixelSize: root.sized(26), weight: Font.Bold })
+    readonly property font body: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(13) })
+    readonly property font bodyBold: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(13), weight: Font.DemiBold })
+    readonly property font callout: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(12) })
+    readonly property font headline: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(14), weight: Font.DemiBold })
+    readonly property font title: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(22), weight: Font.Medium })
+    readonly property font largeTitle: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(26), weight: Font.Bold })
     readonly property font fixed: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(12) })
+    readonly property font fixedSmall: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(11) })
     readonly property font fixedBody: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(13) })
 
     readonly property int gap: 8

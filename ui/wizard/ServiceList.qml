@@ -17,16 +17,19 @@ GroupBox {
     Repeater {
         model: Looks.services
 
-        Toggle {
-            required property row row
-            required property int index
+        ListedRow {
+            id: service
 
-            objectName: "service" + (index + 1)
-            width: parent ? parent.width : 0
-            text: row.title
-            note: row.detail
-            on: Looks.contains(Looks.selectedServices, row.id)
-            onAsked: value => Commands.select(row.id, value)
+            required property row row
+
+            Toggle {
+                objectName: "service" + (service.index + 1)
+                width: service.width
+                text: service.row.title
+                note: service.row.detail
+                on: Looks.contains(Looks.selectedServices, service.row.id)
+                onAsked: value => Commands.select(service.row.id, value)
+            }
         }
     }
 }
