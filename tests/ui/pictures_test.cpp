@@ -104,6 +104,32 @@ TEST_F(Pictures, Of_every_step)
     both(QStringLiteral("step8-done"));
 }
 
+TEST_F(Pictures, With_long_texts)
+{
+    openDashboard();
+    showRunning(m_app);
+    const QString message = QStringLiteral("Could not read the statistics: the answer of Pi-hole was not understood, "
+                                           "because it ended in the middle. ");
+    m_app.setApiMessage(message.repeated(4));
+    m_app.setNotice(message.repeated(4));
+    m_app.setStartMessage(message.repeated(3));
+    for (const QString &line : logLines(40))
+        m_app.followOp()->append(line);
+    m_app.followOp()->append(QString(5000, u'x'));
+    m_app.publishFollowing(true);
+    both(QStringLiteral("dashboard-long-texts"));
+    m_app.publishFollowing(false);
+    resize(860, 620);
+    openStep(5);
+    NetworkService service;
+    service.name = QStringLiteral("Thunderbolt Ethernet Slot 2, Port 1 of the studio in Zuerich (3)");
+    service.isDefaultRoute = true;
+    service.servers = {QStringLiteral("2001:4860:4860:0000:0000:0000:0000:8888"),
+                       QStringLiteral("2001:4860:4860:0000:0000:0000:0000:8844")};
+    m_app.setServices({service});
+    both(QStringLiteral("step6-long-texts"));
+}
+
 TEST_F(Pictures, Of_Settings)
 {
     m_windows.openSettings();

@@ -15,8 +15,8 @@ QStringList warnings;
 void noteWarnings(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     if (type == QtDebugMsg || type == QtInfoMsg) return;
-    // The offscreen platform owns up to having no stack of windows.
-    if (message == QLatin1String("This plugin does not support raise()")) return;
+    // The offscreen platform owns up to what it has no use for.
+    if (message.startsWith(QLatin1String("This plugin does not support "))) return;
     warnings << message;
 }
 
@@ -35,6 +35,7 @@ Screen::Screen()
     , m_looks(m_app)
     , m_commands(m_app, m_workspace)
     , m_windows([this] { return std::make_unique<ScreenEngine>(m_app, m_looks, m_commands); }, m_dialogs)
+    , m_filePanels(m_dialogs)
 {
     warnings.clear();
     qInstallMessageHandler(noteWarnings);

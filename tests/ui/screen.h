@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/commands.h"
+#include "ui/file_panels.h"
 #include "ui/looks.h"
 #include "ui/windows.h"
 
@@ -101,6 +102,7 @@ protected:
     Looks m_looks;
     Commands m_commands;
     Windows m_windows;
+    FilePanels m_filePanels;
 
 private:
     void layOut();

@@ -83,7 +83,7 @@ Rectangle {
             objectName: "bannerMaintLog"
             Layout.fillWidth: true
             op: App.maintOp
-            visible: App.maintOp.running && App.maintOp.title === "Starting Colima"
+            visible: App.maintOp.title === "Starting Colima" && !App.maintOp.succeeded
         }
     }
 }

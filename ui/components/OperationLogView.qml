@@ -9,7 +9,10 @@ Rectangle {
     required property OperationRunner op
     property bool showDetails: false
 
-    visible: root.op.running || root.op.ended
+    /// Where an operation belongs to another screen, it is shown only while it runs or when it failed.
+    property bool passing: false
+
+    visible: root.op.running || (root.op.ended && !(root.passing && root.op.succeeded))
     implicitHeight: column.implicitHeight + 20
     radius: Theme.radius + 2
     color: Theme.tinted

@@ -36,6 +36,12 @@ ScrollArea {
             on: App.autostartColima
             onAsked: value => Commands.changeAutostart(value)
         }
+        OperationLogView {
+            objectName: "settingsInstallLog"
+            width: parent.width
+            op: App.installOp
+            passing: true
+        }
     }
     GroupBox {
         width: parent.width
@@ -51,6 +57,12 @@ ScrollArea {
         NoteText {
             width: parent.width
             text: qsTr("DNS: 53 (TCP and UDP) on 127.0.0.1. Fixed, because the Mac's DNS needs it.")
+        }
+        OperationLogView {
+            objectName: "settingsMaintLog"
+            width: parent.width
+            op: App.maintOp
+            passing: true
         }
     }
     GroupBox {

@@ -30,50 +30,10 @@ T.Switch {
     Accessible.checked: root.on
     Keys.onReturnPressed: root.asked(!root.on)
 
-    // Asks for the natural width of its texts: one that followed the width they get would make a layout chase itself.
-    contentItem: Item {
-        implicitWidth: Math.ceil(Math.max(label.advanceWidth, note.advanceWidth)) + root.spacing + root.implicitIndicatorWidth
-        implicitHeight: texts.implicitHeight
-
-        TextMetrics {
-            id: label
-            font: root.font
-            text: root.text
-        }
-        TextMetrics {
-            id: note
-            font: Theme.callout
-            text: root.note
-        }
-
-        Column {
-            id: texts
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.rightMargin: root.indicator.width + root.spacing
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: 2
-
-            Text {
-                anchors.left: parent.left
-                anchors.right: parent.right
-                text: root.text
-                font: root.font
-                color: Theme.text
-                wrapMode: Text.Wrap
-                Accessible.ignored: true
-            }
-            Text {
-                anchors.left: parent.left
-                anchors.right: parent.right
-                visible: root.note.length > 0
-                text: root.note
-                font: Theme.callout
-                color: Theme.secondaryText
-                wrapMode: Text.Wrap
-                Accessible.ignored: true
-            }
-        }
+    contentItem: ToggleLabel {
+        text: root.text
+        note: root.note
+        reserved: root.spacing + root.implicitIndicatorWidth
     }
 
     indicator: Rectangle {

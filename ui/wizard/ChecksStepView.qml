@@ -17,6 +17,12 @@ StepScaffold {
     PortsPanel {
         width: parent.width
     }
+    OperationLogView {
+        objectName: "checksMaintLog"
+        width: parent.width
+        op: App.maintOp
+        passing: true
+    }
     TestButton {
         objectName: "checks"
         title: qsTr("Test (run the checks again)")
