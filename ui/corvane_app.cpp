@@ -6,7 +6,7 @@
 #include "ui/fonts.h"
 
 #include <QApplication>
-#include <QIcon>
+#include <QPointer>
 
 namespace corvane {
 
@@ -69,7 +69,10 @@ void CorvaneApp::showIcon()
 
 QImage CorvaneApp::dot(MenuIcon icon, double scale) { return corvane::dot(icon, scale); }
 
-void CorvaneApp::quit() { launch(askAndQuit()); }
+void CorvaneApp::quit()
+{
+    if (!m_asksToQuit) launch(askAndQuit());
+}
 
 QCoro::Task<> CorvaneApp::askAndQuit()
 {
@@ -80,7 +83,11 @@ QCoro::Task<> CorvaneApp::askAndQuit()
         alert.accept = QStringLiteral("Quit");
         alert.reject = QStringLiteral("Cancel");
         alert.style = Alert::Style::Warning;
+        const QPointer<CorvaneApp> alive(this);
+        m_asksToQuit = true;
         const bool agreed = co_await m_dialogs.confirm(alert);
+        if (!alive) co_return;
+        m_asksToQuit = false;
         if (!agreed) co_return;
     }
     endChildren();

@@ -42,6 +42,7 @@ private:
     std::unique_ptr<Workspace> m_workspace;
     std::unique_ptr<LoginItem> m_loginItem;
     Dialogs m_dialogs;
+    bool m_asksToQuit = false;
     SystemClock m_clock;
     AppModel m_model;
     Looks m_looks;

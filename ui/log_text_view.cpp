@@ -64,6 +64,12 @@ double LogTextView::pageSize() const { return contentHeight() > height() ? heigh
 
 QString LogTextView::selectedText() const { return textBetween(lines(), m_anchor, m_caret); }
 
+QString LogTextView::spokenText() const
+{
+    if (m_anchor != m_caret) return selectedText();
+    return m_caret.line < lines().size() ? lines().at(m_caret.line) : QString();
+}
+
 void LogTextView::scrollTo(double position) { setTop(position * contentHeight()); }
 
 void LogTextView::copy() const

@@ -28,6 +28,8 @@ class LogTextView : public QQuickPaintedItem {
     Q_PROPERTY(double size READ pageSize NOTIFY scrolled)
     Q_PROPERTY(bool empty READ empty NOTIFY contentChanged)
     Q_PROPERTY(QString selectedText READ selectedText NOTIFY selectionChanged)
+    /// What a screen reader says: what is selected, or else the line of the caret.
+    Q_PROPERTY(QString spokenText READ spokenText NOTIFY selectionChanged)
 
 public:
     explicit LogTextView(QQuickItem *parent = nullptr);
@@ -43,6 +45,7 @@ public:
     [[nodiscard]] double pageSize() const;
     [[nodiscard]] bool empty() const { return lines().isEmpty(); }
     [[nodiscard]] QString selectedText() const;
+    [[nodiscard]] QString spokenText() const;
 
     Q_INVOKABLE void scrollTo(double position);
     Q_INVOKABLE void copy() const;

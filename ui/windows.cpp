@@ -105,7 +105,7 @@ void Windows::giveBack()
     if (!m_engine || m_main || m_settings || m_alert) return;
     // The windows that were just closed are deleted before the engine that made them.
     connect(m_engine.get(), &QObject::destroyed, this, platform::returnFreeMemory, Qt::QueuedConnection);
-    QMetaObject::invokeMethod(m_engine.release(), "deleteLater", Qt::QueuedConnection);
+    m_engine.release()->deleteLater();
 }
 
 } // namespace corvane

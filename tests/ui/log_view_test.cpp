@@ -2,6 +2,7 @@
 #include "tests/ui/states.h"
 #include "ui/log_text_view.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -64,6 +65,9 @@ TEST_F(LogView, Text_is_selected_across_lines_by_keyboard_and_copied)
     EXPECT_EQ(m_log->selectedText(), QStringLiteral("irst line\nsecond line"));
     press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("irst line\nsecond line"));
+    press(Qt::Key_Up);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(m_log)->text(QAccessible::Description),
+              QStringLiteral("first line"));
     press(Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(m_log->selectedText(), QStringLiteral("first line\nsecond line\nthird"));
 }

@@ -26,6 +26,7 @@ Item {
         Accessible.readOnly: true
         Accessible.multiLine: true
         Accessible.name: root.label
+        Accessible.description: canvas.spokenText
     }
     NoteText {
         objectName: root.objectName + "Placeholder"
