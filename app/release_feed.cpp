@@ -59,11 +59,9 @@ private:
     {
         onReadyRead();
         const bool answered = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
-        const bool redirectRefused = m_reply->error() == QNetworkReply::InsecureRedirectError ||
-                                     m_reply->error() == QNetworkReply::TooManyRedirectsError;
-        const bool cutShort =
+        const bool failed =
             m_reply->error() != QNetworkReply::NoError && m_reply->error() < QNetworkReply::ContentAccessDenied;
-        if (!answered || redirectRefused || cutShort)
+        if (!answered || failed)
             fail(m_reply->errorString());
         else
             m_answer.complete(m_body);
