@@ -4,6 +4,7 @@
 #include "tests/flows/pihole_files.h"
 #include "tests/flows/saved_files.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 
 #include <iostream>
@@ -77,15 +78,19 @@ protected:
         run(model().exportBackup());
         step("export", model().notice(), "Backup saved to mine.zip.");
         EXPECT_TRUE(isWholeZip(contentOf(zip)));
-        run(model().importBackup());
+        model().setNotice({});
+        launch(model().importBackup());
+        waitFor([this] { return !model().notice().isEmpty(); }, "the import ended");
         step("import", model().notice(), "Backup restored.");
-        waitFor([this] { return QCoro::waitFor(model().api().webAnswers()); }, "Pi-hole came back");
-        waitFor(
-            [this] {
-                run(model().refreshStatus(true));
-                return model().answering();
-            },
-            "Pi-hole answers again");
+        waitUntilPageAnswers(false); // Pi-hole restarts
+        waitUntilPageAnswers(true);
+    }
+
+    void waitUntilPageAnswers(bool answers)
+    {
+        const QDeadlineTimer deadline(std::chrono::seconds(20));
+        while (QCoro::waitFor(model().api().webAnswers()) != answers)
+            ASSERT_FALSE(deadline.hasExpired());
     }
 
     void updateWhilePullFails()
