@@ -60,7 +60,7 @@ QCoro::Task<> AppModel::togglePause()
 
 QCoro::Task<> AppModel::startPiholeNow()
 {
-    if (operationRunning()) co_return;
+    if (maintains()) co_return;
     const QPointer<AppModel> alive(this);
     setStartMessage({});
     co_await refreshTools();

@@ -122,7 +122,7 @@ QString AppModel::generatePassword() { return AdminPassword::generate(); }
 
 QCoro::Task<> AppModel::startPihole()
 {
-    if (m_preparingStart || operationRunning()) co_return;
+    if (m_preparingStart || maintains()) co_return;
     m_preparingStart = true;
     const QPointer<AppModel> alive(this);
     const auto done = qScopeGuard([alive] {
@@ -135,7 +135,7 @@ QCoro::Task<> AppModel::startPihole()
         co_return;
     }
     const bool ready = co_await piholeCanStart();
-    if (!alive || !ready || operationRunning()) co_return;
+    if (!alive || !ready || maintains()) co_return;
     startContainer(password);
 }
 
