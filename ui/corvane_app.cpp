@@ -29,6 +29,9 @@ CorvaneApp::CorvaneApp()
 {
     QApplication::setFont(uiFont());
     QApplication::setQuitOnLastWindowClosed(false);
+    connect(&m_dialogs, &Dialogs::changed, this, [this] {
+        if (m_dialogs.alert() || m_dialogs.panel()) m_workspace->activate();
+    });
     connect(&m_windows, &Windows::quitRequested, this, &CorvaneApp::quit);
     connect(&m_model, &AppModel::iconChanged, this, &CorvaneApp::showIcon);
     connect(&m_model, &AppModel::statusLineChanged, this, &CorvaneApp::showIcon);

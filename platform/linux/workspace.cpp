@@ -64,6 +64,7 @@ public:
 
     void activate() override
     {
+        if (QGuiApplication::focusWindow()) return; // already in front
         const QWindowList windows = QGuiApplication::topLevelWindows();
         for (QWindow *window : windows) {
             if (!window->isVisible()) continue;
