@@ -11,6 +11,7 @@ import sys
 from daemon import commands, control, farm, keyring, network_commands, tool_server  # noqa: F401
 from daemon.desktop import Desktop
 from daemon.mac import HOME, RUN, Mac, maybe
+from daemon.network import forget_closed_connections
 from daemon.privileges import free_of_rights
 from daemon.tools import PLACES, load_all
 
@@ -21,6 +22,7 @@ GRACE = 5.0
 async def start_mac(settings):
     """Makes the Mac, in the state and with the facts that the launcher was asked for."""
     mac = Mac()
+    forget_closed_connections()
     mac.speed = settings["speed"]
     mac.facts.at_reset["port 53"] = settings["grant_port_53"]
     load_all()

@@ -37,6 +37,16 @@ class StatesTest(MacCase):
         self.assertIn("status: NOERROR", self.mac.run("/usr/bin/dig", "@127.0.0.1", "example.com").out)
         self.assertIn("aren't any", self.mac.run("/usr/sbin/networksetup", "-getdnsservers", "Wi-Fi").out)
 
+    def test_Port_is_free_once_its_holder_is_gone_whoever_closed_the_connections(self):
+        self.enter("running")
+        ask = ("import socket; s = socket.create_connection(('127.0.0.1', 8080)); "
+               "s.sendall(b'GET /admin HTTP/1.1\\r\\nHost: a\\r\\nConnection: close\\r\\n\\r\\n'); "
+               "print(b''.join(iter(lambda: s.recv(4096), b''))[:12].decode())")
+        self.assertEqual(self.mac.run("/usr/bin/python3", "-c", ask).out, "HTTP/1.1 308\n")
+        self.enter("homebrew")
+        bind = "import socket; socket.socket().bind(('127.0.0.1', 8080)); print('free')"
+        self.assertEqual(self.mac.run("/usr/bin/python3", "-c", bind).out, "free\n")
+
     def test_Protected_Mac_asks_Pi_hole(self):
         self.enter("protected")
         self.assertEqual(self.mac.run("/usr/sbin/networksetup", "-getdnsservers", "Wi-Fi").out, "127.0.0.1\n1.1.1.1\n")
