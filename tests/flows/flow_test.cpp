@@ -47,9 +47,12 @@ void FlowTest::run(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
 void FlowTest::waitFor(const std::function<bool()> &condition, const char *what)
 {
     const QDeadlineTimer deadline(kPatience);
-    while (!condition() && !deadline.hasExpired())
+    bool happened = condition();
+    while (!happened && !deadline.hasExpired()) {
         passTime(2);
-    EXPECT_TRUE(condition()) << "never happened: " << what;
+        happened = condition();
+    }
+    EXPECT_TRUE(happened) << "never happened: " << what;
 }
 
 void FlowTest::waitForOperation(OperationRunner *operation)
