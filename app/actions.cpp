@@ -78,6 +78,7 @@ QCoro::Task<> AppModel::startPiholeNow()
         setNotice(QStringLiteral("Colima was not found."));
         co_return;
     }
+    if (maintains()) co_return;
     m_maintOp.start(QStringLiteral("Starting Colima"), steps, [this](bool succeeded) {
         if (succeeded)
             launch(finishStart());
