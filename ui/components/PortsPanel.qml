@@ -31,7 +31,6 @@ GroupBox {
             }
             NoteText {
                 width: parent.width
-                font: Theme.fixedSmall
                 text: taken.row.detail
             }
         }
