@@ -1,4 +1,4 @@
-#include "tests/flows/flow_test.h"
+#include "tests/flows/in_state.h"
 
 #include <QJsonDocument>
 
@@ -6,39 +6,11 @@ namespace corvane::test {
 
 namespace {
 
-template <int>
-class In : public FlowTest {
-protected:
-    explicit In(const char *state)
-        : FlowTest(QString::fromLatin1(state))
-    {}
-};
-
-class Running : public In<0> {
-protected:
-    Running()
-        : In("running")
-    {}
-};
-
-class Stopped : public In<1> {
-protected:
-    Stopped()
-        : In("stopped")
-    {}
-};
-
-class DeadEngine : public In<2> {
+/// The Mac asks a Pi-hole whose engine is off.
+class DeadEngine : public FlowTest {
 protected:
     DeadEngine()
-        : In("dead-engine")
-    {}
-};
-
-class Homebrew : public In<3> {
-protected:
-    Homebrew()
-        : In("homebrew")
+        : FlowTest(QStringLiteral("dead-engine"))
     {}
 };
 

@@ -1,33 +1,8 @@
-#include "tests/flows/flow_test.h"
+#include "tests/flows/in_state.h"
 
 #include <QElapsedTimer>
 
 namespace corvane::test {
-
-namespace {
-
-class Bare : public FlowTest {
-protected:
-    Bare()
-        : FlowTest(QStringLiteral("bare"))
-    {}
-};
-
-class Running : public FlowTest {
-protected:
-    Running()
-        : FlowTest(QStringLiteral("running"))
-    {}
-};
-
-class Protected : public FlowTest {
-protected:
-    Protected()
-        : FlowTest(QStringLiteral("protected"))
-    {}
-};
-
-} // namespace
 
 TEST_F(Bare, Without_tools_nothing_is_found_and_nothing_answers)
 {
