@@ -15,18 +15,23 @@ START_LIMIT = 3.0
 class Desktop:
     """A display of its own (or the caller's), with what a desktop has around the windows."""
 
-    def __init__(self, display=None):
+    def __init__(self, display, appearance):
         self.display = display    # the caller's display, or none: a display of our own is started
+        self.appearance = appearance
         self._processes = []      # kept, because a process that nobody holds is ended
 
     async def start(self):
         """Starts everything and returns when windows can be opened."""
         if self.display is None:
             self.display = await self._own_display()
+            await asyncio.to_thread(_paint, self.display, int(self.appearance.colours.ground, 16))
         env = dict(os.environ, DISPLAY=self.display, HOME=HOME)
-        await self._begin("openbox", "--sm-disable", env=env)
+        self.appearance.furnish()
+        window_manager, settings = self.appearance.window_manager()
+        await self._begin(*window_manager, env=env | settings)
         await self._begin("trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "24",
-                          "--expand", "true", "--SetDockType", "true", "--transparent", "false", env=env)
+                          "--expand", "true", "--SetDockType", "true", "--transparent", "true", "--alpha", "0",
+                          "--tint", f"0x{self.appearance.colours.bar}", env=env)
         await asyncio.to_thread(_wait_for_owners, self.display, ("WM_S0", "_NET_SYSTEM_TRAY_S0"))
 
     async def picture(self):
@@ -53,12 +58,26 @@ class Desktop:
             *argv, stdin=nothing, stdout=nothing, stderr=nothing, **more))
 
 
-def _wait_for_owners(display, selections):
-    """Waits until the window manager and the tray have announced themselves, so that no program comes too early."""
+def _connect(display):
     xlib = ctypes.CDLL("libX11.so.6")
     xlib.XOpenDisplay.restype = ctypes.c_void_p
-    xlib.XInternAtom.restype = xlib.XGetSelectionOwner.restype = ctypes.c_ulong
-    handle = ctypes.c_void_p(xlib.XOpenDisplay(display.encode()))
+    xlib.XInternAtom.restype = xlib.XGetSelectionOwner.restype = xlib.XDefaultRootWindow.restype = ctypes.c_ulong
+    return xlib, ctypes.c_void_p(xlib.XOpenDisplay(display.encode()))
+
+
+def _paint(display, colour):
+    """Gives the desktop behind the windows its colour."""
+    xlib, handle = _connect(display)
+    if handle:
+        root = ctypes.c_ulong(xlib.XDefaultRootWindow(handle))
+        xlib.XSetWindowBackground(handle, root, ctypes.c_ulong(colour))
+        xlib.XClearWindow(handle, root)
+        xlib.XCloseDisplay(handle)
+
+
+def _wait_for_owners(display, selections):
+    """Waits until the window manager and the tray have announced themselves, so that no program comes too early."""
+    xlib, handle = _connect(display)
     deadline = time.monotonic() + START_LIMIT
     while handle and time.monotonic() < deadline:
         atoms = [ctypes.c_ulong(xlib.XInternAtom(handle, name.encode(), 0)) for name in selections]

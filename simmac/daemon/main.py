@@ -9,6 +9,7 @@ import sys
 
 # Some of these only register themselves.
 from daemon import commands, control, farm, keyring, network_commands, tool_server  # noqa: F401
+from daemon.appearance import Appearance
 from daemon.desktop import Desktop
 from daemon.mac import HOME, RUN, Mac, maybe
 from daemon.network import forget_closed_connections
@@ -32,7 +33,7 @@ async def start_mac(settings):
         mac.show_tool(name)
     await tool_server.serve(mac, f"{RUN}/tools.sock")
     if settings["desktop"]:
-        mac.desktop = Desktop(settings["display"])
+        mac.desktop = Desktop(settings["display"], Appearance(settings["dark"]))
         await mac.desktop.start()
     if settings["desktop"] or settings["keyring"]:
         mac.keyring = keyring.Keyring()
@@ -62,6 +63,7 @@ def program_environment(mac, settings):
         env["XAUTHORITY"] = "/run/xauthority"
     if mac.desktop is not None:
         env["DISPLAY"] = mac.desktop.display
+        env.update(mac.desktop.appearance.environment())
     if mac.keyring is not None:
         env["DBUS_SESSION_BUS_ADDRESS"] = mac.keyring.bus
     return env

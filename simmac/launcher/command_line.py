@@ -46,6 +46,7 @@ def _add_run(options, with_program):
                          help="a folder that the program may write, at its own path")
     options.add_argument("--desktop", action="store_true",
                          help="display (the caller's, else Xvfb), window manager, tray and keyring")
+    options.add_argument("--dark", action="store_true", help="a desktop in dark colours")
     options.add_argument("--keyring", action="store_true", help="session bus and unlocked keyring, without a display")
     options.add_argument("--grant-port-53", action="store_true", help="let the program bind port 53")
     if with_program:

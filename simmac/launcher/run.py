@@ -72,7 +72,7 @@ def host_display():
 def _write_settings(folder, program, options, display):
     settings = {
         "state": options.state, "speed": options.speed, "set": options.set, "desktop": options.desktop,
-        "keyring": options.keyring, "grant_port_53": options.grant_port_53, "display": display,
+        "dark": options.dark, "keyring": options.keyring, "grant_port_53": options.grant_port_53, "display": display,
         "command": f"{sandbox.SIMMAC}/simmac", "program": program, "cwd": os.getcwd(), "env": dict(os.environ),
     }
     handle = os.open(f"{folder}/settings.json", os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600)

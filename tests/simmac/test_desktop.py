@@ -59,6 +59,10 @@ class DesktopTest(unittest.TestCase):
                 head = file.read(24)
         self.assertEqual((head[:8], struct.unpack(">II", head[16:])), (b"\x89PNG\r\n\x1a\n", (1600, 1000)))
 
+    def test_Desktop_is_light_unless_it_is_asked_to_be_dark(self):
+        self.assertGreater(lightness(self.mac), 0.5)
+        self.assertEqual(self.mac.shell("printf %s \"$XDG_CURRENT_DESKTOP\"").out, "")
+
     def test_Keychain_is_there_too(self):
         found = self.mac.shell("printf x | secret-tool store --label=T a b && secret-tool lookup a b")
         self.assertEqual(found.out, "x")
@@ -66,6 +70,37 @@ class DesktopTest(unittest.TestCase):
     def test_Desktop_is_there_within_seconds(self):
         print(f"\nA Mac with a desktop is ready in {self.seconds * 1000:.0f} ms.")
         self.assertLess(self.seconds, 5.0)
+
+
+def lightness(mac):
+    """How light the whole display is, from 0 to 1."""
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run([SIMMAC, "ctl", "--at", mac.folder, "screenshot", f"{folder}/shot.png"], check=True)
+        found = subprocess.run(["convert", f"{folder}/shot.png", "-format", "%[fx:mean]", "info:"], check=True,
+                               capture_output=True, text=True)
+    return float(found.stdout)
+
+
+class DarkDesktopTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.displays = {name: os.environ.pop(name) for name in ("DISPLAY",) if name in os.environ}
+        cls.mac = RunningMac("--desktop", "--dark")
+        cls.addClassCleanup(cls.mac.end)
+        os.environ.update(cls.displays)
+
+    def test_Desktop_is_dark(self):
+        self.assertLess(lightness(self.mac), 0.25)
+
+    def test_Programs_find_a_dark_ground_and_light_text(self):
+        folder = self.mac.shell("printf %s \"${XDG_CONFIG_DIRS%%:*}\"").out
+        settings = self.mac.run("cat", f"{folder}/kdeglobals").out
+        self.assertIn("[Colors:Window]\nBackgroundNormal=30,30,30\n", settings)
+        self.assertIn("ForegroundNormal=242,242,243\n", settings)
+
+    def test_Reset_leaves_it_dark(self):
+        self.mac.ctl("reset")
+        self.test_Programs_find_a_dark_ground_and_light_text()
 
 
 class NoDesktopTest(MacCase):
