@@ -180,6 +180,8 @@ public:
     [[nodiscard]] QCoro::Task<> testDocker();
     [[nodiscard]] QCoro::Task<> changeAutostart(bool on);
     [[nodiscard]] static QString generatePassword();
+    /// The `startMessage` of a start that another program prevents.
+    static constexpr QLatin1StringView kPortTaken{"A port that Pi-hole needs is taken. See what holds it below."};
     [[nodiscard]] QCoro::Task<> startPihole();
 
     // Proving that Pi-hole works: pihole_tests.cpp

@@ -157,7 +157,7 @@ QCoro::Task<bool> AppModel::piholeCanStart()
     if (!alive) co_return false;
     setPortReports(reports);
     if (std::ranges::count(reports, PortProbe::InUse, &PortReport::probe) == 0) co_return true;
-    setStartMessage(QStringLiteral("A port that Pi-hole needs is taken. See what holds it below."));
+    setStartMessage(kPortTaken);
     co_return false;
 }
 

@@ -3,27 +3,24 @@
 #include "exec/command_runner.h"
 #include "exec/tools.h"
 
-#include <QLatin1StringView>
-
 namespace corvane {
 
 namespace {
 
-constexpr const char *kNotRunning = "Docker is not running. Start Colima first (step 3).";
-constexpr const char *kDiskFull = "The Colima disk is full. Free some space (for example 'docker system prune') or "
-                                  "recreate Colima with a bigger disk.";
-constexpr const char *kPortInUse = "A port that Pi-hole needs is already in use. Pick another web port (8081 to 8090) "
-                                   "or stop whatever uses port 53.";
-constexpr const char *kNoInternet = "Docker could not reach the internet to download Pi-hole. Check your connection "
-                                    "(and any VPN) and try again.";
-constexpr const char *kRefused = "Docker refused access (permission denied). Check that your user can use Colima's "
-                                 "Docker socket.";
-constexpr const char *kNoSuchVersion = "That Pi-hole version does not exist on Docker Hub.";
-constexpr const char *kOther = "Docker reported an error. Open 'Show details' to read it.";
+constexpr QLatin1StringView kNotRunning{"Docker is not running. Start Colima first (step 3)."};
+constexpr QLatin1StringView kDiskFull{"The Colima disk is full. Free some space (for example 'docker system prune') or "
+                                      "recreate Colima with a bigger disk."};
+constexpr QLatin1StringView kNoInternet{
+    "Docker could not reach the internet to download Pi-hole. Check your connection "
+    "(and any VPN) and try again."};
+constexpr QLatin1StringView kRefused{"Docker refused access (permission denied). Check that your user can use Colima's "
+                                     "Docker socket."};
+constexpr QLatin1StringView kNoSuchVersion{"That Pi-hole version does not exist on Docker Hub."};
+constexpr QLatin1StringView kOther{"Docker reported an error. Open 'Show details' to read it."};
 
 struct Wording {
     QLatin1StringView found;
-    const char *sentence;
+    QLatin1StringView sentence;
 };
 
 /// The first that is found decides: a stopped engine may also complain about permissions, and a pull without a network
@@ -32,9 +29,9 @@ constexpr Wording kWordings[] = {
     {QLatin1StringView("cannot connect to the docker daemon"), kNotRunning},
     {QLatin1StringView("is the docker daemon running"), kNotRunning},
     {QLatin1StringView("no space left on device"), kDiskFull},
-    {QLatin1StringView("address already in use"), kPortInUse},
-    {QLatin1StringView("port is already allocated"), kPortInUse},
-    {QLatin1StringView("ports are not available"), kPortInUse},
+    {QLatin1StringView("address already in use"), DockerCLI::kPortInUse},
+    {QLatin1StringView("port is already allocated"), DockerCLI::kPortInUse},
+    {QLatin1StringView("ports are not available"), DockerCLI::kPortInUse},
     {QLatin1StringView("no such host"), kNoInternet},
     {QLatin1StringView("tls handshake timeout"), kNoInternet},
     {QLatin1StringView("i/o timeout"), kNoInternet},
@@ -77,9 +74,9 @@ QString DockerCLI::friendlyError(const QString &text)
 {
     const QString lowered = text.toLower();
     for (const Wording &wording : kWordings) {
-        if (lowered.contains(wording.found)) return QLatin1StringView(wording.sentence);
+        if (lowered.contains(wording.found)) return wording.sentence;
     }
-    return QLatin1StringView(kOther);
+    return kOther;
 }
 
 } // namespace corvane

@@ -3,6 +3,7 @@
 #include "exec/command_result.h"
 
 #include <QCoro/QCoroTask>
+#include <QLatin1StringView>
 #include <QStringList>
 
 #include <optional>
@@ -18,6 +19,10 @@ public:
 
     /// Runs docker; `timeout` in seconds. Without docker the result's launch error is "docker was not found".
     [[nodiscard]] static QCoro::Task<CommandResult> run(QStringList args, double timeout);
+
+    /// What `friendlyError` says when another program holds a port.
+    static constexpr QLatin1StringView kPortInUse{"A port that Pi-hole needs is already in use. Pick another web port "
+                                                  "(8081 to 8090) or stop whatever uses port 53."};
 
     /// Docker's error text as one sentence for the user.
     [[nodiscard]] static QString friendlyError(const QString &text);

@@ -116,6 +116,12 @@ void Looks::followOperations()
     for (OperationRunner *runner : {m_app.installOp(), m_app.startOp(), m_app.maintOp()})
         connect(runner, &OperationRunner::runningChanged, this, update);
     update();
+    const auto judge = [this] {
+        m_startFailedOnPort = corvane::startFailedOnPort(m_app.startMessage(), m_app.startOp()->failureSummary());
+    };
+    connect(&m_app, &AppModel::startMessageChanged, this, judge);
+    connect(m_app.startOp(), &OperationRunner::failureSummaryChanged, this, judge);
+    judge();
 }
 
 void Looks::showSteps()

@@ -42,6 +42,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, QString, stepPosition)
     CORVANE_DERIVED(Looks, bool, webPortTaken)
     CORVANE_DERIVED(Looks, bool, dnsPortTaken)
+    CORVANE_DERIVED(Looks, bool, startFailedOnPort)
     CORVANE_DERIVED(Looks, bool, passwordTooShort)
     CORVANE_DERIVED(Looks, bool, passwordHasOtherCharacters)
     CORVANE_DERIVED(Looks, QString, piholeSubtitle)

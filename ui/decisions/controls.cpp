@@ -1,5 +1,8 @@
 #include "ui/decisions/controls.h"
 
+#include "app/app_model.h"
+#include "runtime/docker_cli.h"
+
 #include <QVersionNumber>
 
 namespace corvane {
@@ -7,6 +10,11 @@ namespace corvane {
 bool canStart(const ContainerState &container, bool operating) { return !operating && !container.isRunning(); }
 
 bool canStopOrRestart(const ContainerState &container, bool operating) { return !operating && container.isRunning(); }
+
+bool startFailedOnPort(const QString &startMessage, const std::optional<QString> &failure)
+{
+    return startMessage == AppModel::kPortTaken || failure == DockerCLI::kPortInUse;
+}
 
 bool isNewer(const std::optional<QString> &latest, const QString &pinned)
 {

@@ -12,6 +12,10 @@ namespace corvane {
 [[nodiscard]] bool canStart(const ContainerState &container, bool operating);
 [[nodiscard]] bool canStopOrRestart(const ContainerState &container, bool operating);
 
+/// Whether Pi-hole could not be started because another program holds a port: by the message of the start, or by how
+/// its operation failed.
+[[nodiscard]] bool startFailedOnPort(const QString &startMessage, const std::optional<QString> &failure);
+
 /// Whether the release `latest` came after `pinned`. Tags are numbers with full stops between them.
 [[nodiscard]] bool isNewer(const std::optional<QString> &latest, const QString &pinned);
 

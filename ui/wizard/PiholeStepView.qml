@@ -51,7 +51,7 @@ StepScaffold {
     }
     PortsPanel {
         width: parent.width
-        visible: Looks.takenPorts.count > 0 && (App.startMessage.length > 0 || (App.startOp.ended && !App.startOp.succeeded))
+        visible: Looks.startFailedOnPort && Looks.takenPorts.count > 0
     }
     CheckList {
         objectName: "piholeChecks"

@@ -1,3 +1,5 @@
+#include "app/app_model.h"
+#include "runtime/docker_cli.h"
 #include "ui/decisions/controls.h"
 
 #include <gtest/gtest.h>
@@ -22,6 +24,16 @@ TEST(Controls, Both_are_off_while_an_operation_runs)
 {
     EXPECT_FALSE(canStart(ContainerState::missing(), true));
     EXPECT_FALSE(canStopOrRestart(ContainerState::running({}), true));
+}
+
+TEST(Controls, A_start_failed_on_a_port_by_its_message_or_by_how_its_operation_ended)
+{
+    const QString inUse = DockerCLI::friendlyError(QStringLiteral("bind: address already in use"));
+    EXPECT_TRUE(startFailedOnPort(AppModel::kPortTaken, std::nullopt));
+    EXPECT_TRUE(startFailedOnPort({}, inUse));
+    EXPECT_FALSE(startFailedOnPort({}, std::nullopt));
+    EXPECT_FALSE(
+        startFailedOnPort(QStringLiteral("Docker is not running. Finish step 3 first."), QStringLiteral("Cancelled.")));
 }
 
 TEST(Controls, A_version_is_newer_by_its_numbers)
