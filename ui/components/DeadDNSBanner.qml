@@ -6,8 +6,11 @@ import Corvane
 Rectangle {
     id: root
 
+    /// Whether Colima is being started from here.
+    property bool startsColima: false
+
     implicitHeight: column.implicitHeight + 24
-    color: Theme.alarm
+    color: Theme.faded(Theme.red, 0.1)
     Accessible.role: Accessible.AlertMessage
     Accessible.name: warning.text
 
@@ -50,13 +53,13 @@ Rectangle {
                 prominent: true
                 enabled: !Looks.operating
                 text: qsTr("Start Pi-hole now")
-                onClicked: Commands.startPiholeNow()
+                onClicked: {
+                    root.startsColima = true;
+                    Commands.startPiholeNow();
+                }
             }
-            TestButton {
+            RestoreButton {
                 objectName: "bannerRestore"
-                title: qsTr("Restore my old settings")
-                busy: Looks.restoringDNS
-                onPressed: Commands.restoreOldSettings()
             }
             PushButton {
                 objectName: "hideBannerButton"
@@ -83,7 +86,7 @@ Rectangle {
             objectName: "bannerMaintLog"
             Layout.fillWidth: true
             op: App.maintOp
-            visible: App.maintOp.title === "Starting Colima" && !App.maintOp.succeeded
+            visible: root.startsColima && App.maintOp.title === "Starting Colima" && !App.maintOp.succeeded
         }
     }
 }

@@ -58,11 +58,8 @@ Column {
             busy: Looks.testingAnything
             onPressed: Commands.runAllTests()
         }
-        TestButton {
+        RestoreButton {
             objectName: "restoreOldSettings"
-            title: qsTr("Restore my old settings")
-            busy: Looks.restoringDNS
-            onPressed: Commands.restoreOldSettings()
         }
     }
     MessageText {

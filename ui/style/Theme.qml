@@ -32,7 +32,6 @@ QtObject {
     readonly property color track: root.dark ? "#48484a" : "#dcdce0"
     readonly property color logBackground: root.dark ? "#19191a" : "#fbfbfc"
     readonly property color tinted: root.dark ? "#2f3136" : "#eef1f6"
-    readonly property color alarm: root.dark ? "#3c2322" : "#fce9e8"
     readonly property color shade: root.dark ? "#99000000" : "#55000000"
     readonly property color hover: root.dark ? "#14ffffff" : "#0d000000"
     readonly property color scrollBar: root.dark ? "#8e8e93" : "#8e8e93"

@@ -15,6 +15,7 @@ StepScaffold {
         text: Looks.serversInUse
     }
     ServiceList {
+        objectName: "services"
         width: parent.width
     }
     PiholeOnlyBox {
@@ -31,11 +32,8 @@ StepScaffold {
             allowed: Looks.selectedServices.length > 0
             onPressed: Commands.applyDNS()
         }
-        TestButton {
+        RestoreButton {
             objectName: "dnsRestore"
-            title: qsTr("Restore my old settings")
-            busy: Looks.restoringDNS
-            onPressed: Commands.restoreOldSettings()
         }
         TestButton {
             objectName: "reloadServices"

@@ -65,7 +65,7 @@ StepScaffold {
             width: parent.width
             text: qsTr("Press 'Restore my old settings' (here, in step 1 or 6, or in the main window) to put your previous DNS servers back. 'Remove Pi-hole' in Settings also restores them first.")
         }
-        RestoreButton {
+        RestoreRow {
             objectName: "doneRestore"
             width: parent.width
         }

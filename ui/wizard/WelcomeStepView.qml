@@ -38,7 +38,7 @@ StepScaffold {
         text: qsTr("Nothing is sent to a cloud service. The only internet traffic is Homebrew and Docker downloading software, and Pi-hole itself looking up names at 1.1.1.1.")
         color: Theme.secondaryText
     }
-    RestoreButton {
+    RestoreRow {
         objectName: "welcomeRestore"
         width: parent.width
     }
