@@ -6,6 +6,8 @@ Column {
     id: root
 
     property string title: ""
+    /// What goes on in the box, beside its title.
+    property string note: ""
     /// What a screen reader calls the box.
     property string spoken: root.title
     default property alias content: column.data
@@ -20,6 +22,16 @@ Column {
         text: root.title
         leftPadding: 4
         width: root.width
+
+        NoteText {
+            objectName: root.objectName + "Note"
+            anchors.right: parent.right
+            anchors.rightMargin: 4
+            anchors.baseline: parent.baseline
+            visible: root.note.length > 0
+            text: root.note
+            wrapMode: Text.NoWrap
+        }
     }
     Rectangle {
         width: root.width

@@ -6,6 +6,7 @@ GroupBox {
     id: root
 
     title: qsTr("Network services")
+    note: Looks.loadingServices && Looks.services.count > 0 ? qsTr("Reading network services...") : ""
 
     BodyText {
         objectName: "noServicesText"
