@@ -52,6 +52,7 @@ GroupBox {
         Picker {
             objectName: "freePortPicker"
             label: qsTr("Use another port for the admin page:")
+            enabled: !Looks.operating
             choices: Looks.freePorts
             value: ""
             placeholder: qsTr("Choose")

@@ -33,6 +33,7 @@ ScrollArea {
             objectName: "autostartColimaSwitch"
             width: parent.width
             text: qsTr("Start Colima at login")
+            enabled: !Looks.operating
             on: App.autostartColima
             onAsked: value => Commands.changeAutostart(value)
         }

@@ -38,7 +38,7 @@ StepScaffold {
             objectName: "installButton"
             prominent: !App.hasColima || !App.hasDocker
             text: qsTr("Install Colima and Docker")
-            enabled: !Looks.operating
+            enabled: !App.installOp.running
             onClicked: Commands.installColimaAndDocker()
         }
         PushButton {

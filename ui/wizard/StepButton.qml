@@ -47,7 +47,7 @@ T.AbstractButton {
 
     background: Rectangle {
         radius: 6
-        color: root.current ? Theme.faded(Theme.accent, 0.15) : root.hovered ? Theme.hover : "transparent"
+        color: root.current ? Theme.faded(Theme.accent, 0.15) : "transparent"
 
         FocusRing {
             anchors.margins: 0
