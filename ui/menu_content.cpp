@@ -20,6 +20,8 @@ MenuContent::MenuContent(AppModel &app, Commands &commands, Actions actions)
 
 void MenuContent::rebuild()
 {
+    // What is being read or pointed at stays as it is.
+    if (isVisible()) return;
     clear();
     addAction(m_app.statusLine())->setEnabled(false);
     addSeparator();
