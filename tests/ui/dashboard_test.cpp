@@ -192,6 +192,26 @@ TEST_F(Banner, Stays_away_once_hidden)
     EXPECT_FALSE(shows(QStringLiteral("startPiholeNowButton")));
 }
 
+TEST_F(Banner, Is_red_at_10_percent_on_the_window)
+{
+    openDashboard();
+    showUsedButDead(m_app);
+    const QColor tint = find(QStringLiteral("deadDNSBanner"))->property("color").value<QColor>();
+    EXPECT_NEAR(tint.alphaF(), 0.1, 0.005);
+    EXPECT_GT(tint.red(), tint.green() + 150);
+}
+
+TEST_F(Banner, Shows_how_Colima_starts_when_it_was_started_from_here)
+{
+    openDashboard();
+    showUsedButDead(m_app);
+    const SleepingOperation colima(*m_app.maintOp(), QStringLiteral("Starting Colima"));
+    EXPECT_FALSE(shows(QStringLiteral("bannerMaintLog")));
+    find(QStringLiteral("deadDNSBanner"))->setProperty("startsColima", true);
+    settle();
+    EXPECT_TRUE(shows(QStringLiteral("bannerMaintLog")));
+}
+
 TEST_F(Banner, Says_why_nothing_was_started)
 {
     openDashboard();

@@ -1,4 +1,5 @@
 #include "tests/ui/screen.h"
+#include "tests/ui/states.h"
 
 #include <QTest>
 
@@ -59,6 +60,17 @@ TEST_F(SettingsScreen, The_port_is_picked_from_eleven)
     press(Qt::Key_Down);
     press(Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([this] { return m_app.webPort() == 8081; })) << m_app.webPort();
+}
+
+TEST_F(SettingsScreen, What_would_get_into_the_way_of_an_operation_waits_for_its_end)
+{
+    openSettings();
+    for (const char *control : {"autostartColimaSwitch", "webPortPicker", "removePiholeButton"})
+        EXPECT_TRUE(enabled(QString::fromLatin1(control))) << control;
+    const SleepingOperation start(*m_app.startOp());
+    for (const char *control : {"autostartColimaSwitch", "webPortPicker", "removePiholeButton"})
+        EXPECT_FALSE(enabled(QString::fromLatin1(control))) << control;
+    EXPECT_TRUE(enabled(QStringLiteral("launchAtLoginSwitch")));
 }
 
 TEST_F(SettingsScreen, Removal_asks_first)

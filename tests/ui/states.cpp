@@ -1,5 +1,8 @@
 #include "tests/ui/states.h"
 
+#include <QTest>
+#include <gtest/gtest.h>
+
 namespace corvane {
 
 namespace {
@@ -152,6 +155,22 @@ void showAllPassed(AppModel &app)
     showOutcome(app, QStringLiteral("browser"), true,
                 QStringLiteral("cv-1a2b3c.example.com appeared in Pi-hole's query log, so your default browser uses "
                                "Pi-hole. (The browser's error page was expected.)"));
+}
+
+SleepingOperation::SleepingOperation(OperationRunner &runner, const QString &title)
+    : m_runner(runner)
+{
+    CommandStep step;
+    step.label = QStringLiteral("sleep");
+    step.exe = QStringLiteral("/bin/sleep");
+    step.args = {QStringLiteral("60")};
+    m_runner.start(title, {step});
+}
+
+SleepingOperation::~SleepingOperation()
+{
+    m_runner.cancel();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_runner.ended(); }));
 }
 
 QStringList logLines(int count)

@@ -20,6 +20,16 @@ void showBrowsers(AppModel &app);
 void showOutcome(AppModel &app, const QString &test, bool passed, const QString &summary);
 void showAllPassed(AppModel &app);
 
+/// An operation that runs as long as this lives.
+class SleepingOperation {
+public:
+    explicit SleepingOperation(OperationRunner &runner, const QString &title = QStringLiteral("Working"));
+    ~SleepingOperation();
+
+private:
+    OperationRunner &m_runner;
+};
+
 /// Lines as a container prints them.
 [[nodiscard]] QStringList logLines(int count);
 

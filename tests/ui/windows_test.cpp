@@ -74,6 +74,19 @@ TEST_F(WindowsAndMenu, The_menu_follows_the_status)
     EXPECT_EQ(texts.at(4), QStringLiteral("Stop Pi-hole"));
 }
 
+TEST_F(WindowsAndMenu, An_open_menu_stays_as_it_is)
+{
+    MenuContent menu(m_app, m_commands, {[] {}, [] {}});
+    menu.popup({});
+    const QAction *pause = menu.actions().at(3);
+    showPaused(m_app, 60);
+    EXPECT_EQ(menu.actions().at(3), pause);
+    menu.close();
+    menu.popup({});
+    EXPECT_EQ(menu.actions().at(3)->text(), QStringLiteral("Resume blocking"));
+    menu.close();
+}
+
 TEST_F(WindowsAndMenu, The_status_line_of_the_menu_cannot_be_chosen)
 {
     MenuContent menu(m_app, m_commands, {[] {}, [] {}});

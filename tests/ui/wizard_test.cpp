@@ -53,6 +53,30 @@ TEST_F(Wizard, Welcome_says_what_will_happen)
     });
 }
 
+TEST_F(Wizard, Welcome_says_beside_the_button_how_restoring_went)
+{
+    openStep(0);
+    EXPECT_FALSE(shows(QStringLiteral("welcomeRestoreMessage")));
+    m_app.setDnsMessage(QStringLiteral("You cancelled the administrator prompt. Nothing was changed."));
+    settle();
+    EXPECT_EQ(textOf(QStringLiteral("welcomeRestoreMessage")), m_app.dnsMessage());
+    const auto middle = [this](const char *name) {
+        const QQuickItem *item = find(QString::fromLatin1(name));
+        return item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    };
+    EXPECT_GT(middle("welcomeRestoreMessage").x(), middle("welcomeRestoreButton").x());
+    EXPECT_NEAR(middle("welcomeRestoreMessage").y(), middle("welcomeRestoreButton").y(), 2);
+}
+
+TEST_F(Wizard, Old_settings_are_not_restored_while_the_DNS_is_being_changed)
+{
+    openStep(5);
+    EXPECT_TRUE(enabled(QStringLiteral("dnsRestoreButton")));
+    m_app.setBusy({QStringLiteral("applydns")});
+    EXPECT_FALSE(enabled(QStringLiteral("dnsRestoreButton")));
+    m_app.setBusy({});
+}
+
 TEST_F(Wizard, There_is_no_way_back_from_the_first_step_and_none_on_from_the_last)
 {
     openStep(0);
@@ -102,6 +126,40 @@ TEST_F(Wizard, Taken_ports_name_their_holders_and_offer_another_web_port)
     EXPECT_TRUE(reads(QStringLiteral("dnsmasq  4711 anna")));
     EXPECT_TRUE(texts().contains(QStringLiteral("Use another port for the admin page:")));
     EXPECT_TRUE(enabled(QStringLiteral("freePortPicker")));
+}
+
+TEST_F(Wizard, No_other_port_is_chosen_while_an_operation_runs)
+{
+    openStep(1);
+    showChecks(m_app, true);
+    const SleepingOperation maintenance(*m_app.maintOp());
+    EXPECT_FALSE(enabled(QStringLiteral("freePortPicker")));
+}
+
+TEST_F(Wizard, Only_an_installation_keeps_from_installing)
+{
+    openStep(2);
+    m_app.setHasBrew(true);
+    {
+        const SleepingOperation start(*m_app.startOp());
+        EXPECT_TRUE(enabled(QStringLiteral("installButton")));
+        EXPECT_FALSE(enabled(QStringLiteral("startColimaButton")));
+    }
+    const SleepingOperation installation(*m_app.installOp());
+    EXPECT_FALSE(enabled(QStringLiteral("installButton")));
+    EXPECT_FALSE(enabled(QStringLiteral("startColimaButton")));
+}
+
+TEST_F(Wizard, A_start_that_a_port_prevented_shows_who_holds_it)
+{
+    openStep(3);
+    showChecks(m_app, true);
+    EXPECT_FALSE(shows(QStringLiteral("portsPanel")));
+    m_app.setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
+    EXPECT_FALSE(shows(QStringLiteral("portsPanel")));
+    m_app.setStartMessage(AppModel::kPortTaken);
+    EXPECT_TRUE(shows(QStringLiteral("portsPanel")));
+    EXPECT_TRUE(reads(QStringLiteral("UDP 53 on 127.0.0.1 is in use by:")));
 }
 
 TEST_F(Wizard, A_taken_port_53_alone_offers_no_other_port)
@@ -262,8 +320,22 @@ TEST_F(Wizard, While_services_are_read_it_says_so)
 {
     openStep(5);
     m_app.setBusy({QStringLiteral("services")});
-    EXPECT_TRUE(texts().contains(QStringLiteral("Reading network services...")));
+    EXPECT_EQ(textOf(QStringLiteral("noServicesText")), QStringLiteral("Reading network services..."));
     m_app.setBusy({});
+}
+
+TEST_F(Wizard, Services_stay_in_their_place_while_they_are_read_again)
+{
+    openStep(5);
+    showServices(m_app);
+    settle();
+    const double before = find(QStringLiteral("service2"))->mapToScene(QPointF()).y();
+    m_app.setBusy({QStringLiteral("services")});
+    QTest::qWait(20);
+    EXPECT_EQ(textOf(QStringLiteral("servicesNote")), QStringLiteral("Reading network services..."));
+    EXPECT_EQ(find(QStringLiteral("service2"))->mapToScene(QPointF()).y(), before);
+    m_app.setBusy({});
+    EXPECT_FALSE(shows(QStringLiteral("servicesNote")));
 }
 
 TEST_F(Wizard, Pi_hole_only_warns)
