@@ -43,6 +43,7 @@ class Mac:
         self.keyring = None       # set when a keyring runs
         self.desktop = None       # set when there is a display
         self.containers = None    # set by daemon.containers.start(mac)
+        self.real_engine = False  # whether Docker comes from a real engine outside
         self._tasks = set()       # what goes on by itself
         self.end = lambda: None   # ends the program; set when it runs
         self.reset_hooks = []     # further functions that a reset calls, plain or async

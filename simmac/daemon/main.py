@@ -38,6 +38,7 @@ async def start_mac(settings):
     if settings["desktop"] or settings["keyring"]:
         mac.keyring = keyring.Keyring()
         await mac.keyring.start()
+    mac.real_engine = settings["real_engine"]
     begin_containers = getattr(importlib.import_module("daemon.containers"), "start", None)
     if begin_containers is not None:
         await maybe(begin_containers(mac))

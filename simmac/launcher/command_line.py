@@ -48,6 +48,8 @@ def _add_run(options, with_program):
                          help="display (the caller's, else Xvfb), window manager, tray and keyring")
     options.add_argument("--dark", action="store_true", help="a desktop in dark colours")
     options.add_argument("--keyring", action="store_true", help="session bus and unlocked keyring, without a display")
+    options.add_argument("--engine", metavar="DIR",
+                         help="take Docker from a real engine: docker.sock and control.sock in this folder")
     options.add_argument("--grant-port-53", action="store_true", help="let the program bind port 53")
     if with_program:
         options.add_argument("program", nargs="+", metavar="PROGRAM", help="program and arguments, after --")

@@ -21,6 +21,8 @@ def run(options):
     for share in options.share:
         if not os.path.isdir(share):
             raise Problem(f"{share} is not a folder.")
+    if options.engine and not os.path.exists(f"{options.engine}/control.sock"):
+        raise Problem(f"{options.engine} is not the folder of a real engine: it has no control.sock.")
     program = find_program(options.program)
     probe = sandbox.begin_probe()
     folder = PrivateFolder(options.at)
@@ -49,6 +51,8 @@ def _run_in(folder, program, options, probe):
     _write_settings(folder.path, program, options, display)
     sandbox.end_probe(probe)
     words = sandbox.arguments(folder.path, program[0], options.share, display, cache)
+    if options.engine:
+        words = ["--bind", os.path.abspath(options.engine), "/run/engine", *words]
     env = {"PATH": "/usr/bin:/bin:/usr/sbin:/sbin", "HOME": "/Users/ada", "LANG": "C.UTF-8",
            "PYTHONPATH": sandbox.SIMMAC, "PYTHONPYCACHEPREFIX": "/run/simmac-cache/python"}
     if display is not None:
@@ -73,7 +77,7 @@ def _write_settings(folder, program, options, display):
     settings = {
         "state": options.state, "speed": options.speed, "set": options.set, "desktop": options.desktop,
         "dark": options.dark, "keyring": options.keyring, "grant_port_53": options.grant_port_53, "display": display,
-        "command": f"{sandbox.SIMMAC}/simmac", "program": program, "cwd": os.getcwd(), "env": dict(os.environ),
+        "real_engine": options.engine is not None, "command": f"{sandbox.SIMMAC}/simmac", "program": program, "cwd": os.getcwd(), "env": dict(os.environ),
     }
     handle = os.open(f"{folder}/settings.json", os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600)
     with os.fdopen(handle, "w", encoding="ascii") as file:

@@ -6,7 +6,15 @@ from daemon.containers.errors import DockerError
 _HEALTHS = ("starting", "healthy", "unhealthy", "none", "auto")
 
 
+def _played(mac):
+    """The engine, unless it is a real one, which cannot be told how to behave."""
+    if mac.real_engine:
+        raise Refused("The engine of this Mac is real: it cannot be told that.")
+    return mac.containers.engine
+
+
 def _container(mac):
+    _played(mac)
     container = mac.containers.pihole
     if container is None:
         raise Refused("There is no container named pihole.")
@@ -58,8 +66,9 @@ def compose(mac, args):
 
 @command("forwarder-drops-udp", "forwarder-drops-udp on|off: the ssh port forwarder does not carry UDP")
 async def forwarder_drops_udp(mac, args):
-    mac.containers.engine.udp_dropped = on_off(args)
-    for each in list(mac.containers.engine.containers.values()):
+    found = _played(mac)
+    found.udp_dropped = on_off(args)
+    for each in list(found.containers.values()):
         await each.renew()
 
 
@@ -76,7 +85,7 @@ async def internet(mac, args):
 
 @command("registry", "registry add|remove TAG | registry list: the tags of the Pi-hole image that exist")
 def registry(mac, args):
-    tags = mac.containers.engine.registry.tags
+    tags = _played(mac).registry.tags
     if args == ["list"]:
         return sorted(tags)
     if len(args) != 2 or args[0] not in ("add", "remove"):
@@ -87,12 +96,12 @@ def registry(mac, args):
 
 @command("disk-full", "disk-full on|off: whether Colima's disk has no room for an image")
 def disk_full(mac, args):
-    mac.containers.engine.disk_full = on_off(args)
+    _played(mac).disk_full = on_off(args)
 
 
 @command("docker-permission", "docker-permission on|off: whether the user may use Docker's socket")
 def docker_permission(mac, args):
-    mac.containers.engine.refuses_user = not on_off(args)
+    _played(mac).refuses_user = not on_off(args)
 
 
 async def _ask(mac, **request):

@@ -23,6 +23,8 @@ class Volume:
 class Engine:
     """Answers only while Colima runs; what it holds outlives a stop."""
 
+    client = None                    # the program that docker is, when it is not played
+
     def __init__(self, mac, colima):
         self.mac = mac
         self._colima = colima
@@ -133,6 +135,12 @@ class Engine:
         shutil.rmtree(container.folder, ignore_errors=True)
 
     # -- with the machine --------------------------------------------------------------------------------------------
+
+    def check_state(self, state):
+        """Refused when a Mac with this engine cannot begin in that state."""
+
+    async def machine_is_there(self, running):
+        """A state begins with a machine that was made earlier."""
 
     async def machine_starts(self, at_once=False):
         """Containers that were running come back, as their restart policy says."""

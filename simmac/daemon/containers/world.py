@@ -5,6 +5,7 @@ import asyncio
 from daemon.containers.colima import Colima
 from daemon.containers.engine import Engine
 from daemon.containers.homebrew import Homebrew
+from daemon.containers.real_engine import RealEngine
 from daemon.containers.registry import REPOSITORY
 from daemon.containers.spec import Port, Spec
 from daemon.internet import NAMES
@@ -24,7 +25,7 @@ class Containers:
         self.mac = mac
         self.homebrew = Homebrew(mac)
         self.colima = Colima()
-        self.engine = Engine(mac, self.colima)
+        self.engine = (RealEngine if mac.real_engine else Engine)(mac, self.colima)
         self.colima.engine = self.engine
         self.compose = False       # whether docker has the compose plug-in
         mac.network.watchers.append(lambda: asyncio.ensure_future(self.follow_network()))
@@ -32,6 +33,7 @@ class Containers:
 
     async def enter(self, state):
         """Puts everything as it is at the start of a state."""
+        self.engine.check_state(state)
         kept = await self._reusable() if state in _PIHOLE_RUNS else None
         await self.engine.clear(kept)
         self.colima.forget()
@@ -42,6 +44,7 @@ class Containers:
             return
         self.colima.created = True
         self.colima.running = state != "stopped"
+        await self.engine.machine_is_there(self.colima.running)
         if state in SET_UP:
             await self._install_pihole(kept, running=not state.startswith("dead"))
         if state == "dead-engine":

@@ -1,5 +1,6 @@
 """The docker client."""
 
+from daemon.call import RunReal
 from daemon.containers import docker_life, docker_logs, docker_look, docker_pull, docker_run
 from daemon.containers.docker_look import BUILD, CLIENT_VERSION
 from daemon.containers.errors import DockerError
@@ -17,6 +18,8 @@ _USAGE = "Usage:  docker [OPTIONS] COMMAND [ARG...]\n\nRun 'docker --help' for m
 
 @tool("docker")
 async def docker(call):
+    if call.mac.containers.engine.client:
+        raise RunReal(call.mac.containers.engine.client)
     try:
         return await _dispatch(call, list(call.argv))
     except DockerError as error:

@@ -1,0 +1,229 @@
+"""A Docker engine of our own, with a registry beside it, in the network of whoever starts it.
+
+It lives in a folder with two sockets: docker.sock is the engine's own; over control.sock a simulated Mac starts, stops
+and empties it. All its processes end with this one.
+"""
+
+import contextlib
+import json
+import os
+import shutil
+import signal
+import socket
+import socketserver
+import struct
+import subprocess
+import tempfile
+import threading
+import time
+
+from image import Registry
+
+TAGS = ("2026.09.0", "2026.10.0")
+REGISTRY = "127.0.0.1:5000"
+NAME_SERVER = "192.168.1.1"   # the router of a simulated Mac
+CONTROL_GROUPS = "/sys/fs/cgroup"
+PROGRAMS = {"dockerd": "docker.io", "docker": "docker.io", "docker-proxy": "docker.io", "docker-registry": "docker-registry",
+            "nsenter": "util-linux", "setpriv": "util-linux", "unshare": "util-linux", "mount": "mount"}
+SEARCHED = "/usr/sbin:/usr/bin:/sbin:/bin"
+START_SECONDS = 30
+STOP_SECONDS = 30
+
+
+class Unable(Exception):
+    """No engine can run here; the text is the reason."""
+
+
+class RealEngine:
+    """One engine: off at first, and empty."""
+
+    def __init__(self):
+        _check_host()
+        self.folder = tempfile.mkdtemp(prefix="corvane-engine-")
+        self._group = os.path.basename(self.folder)
+        self._network = None     # an open file: the network in which everything runs
+        self._engine = None
+        self._registry = None
+        self._server = None
+        try:
+            self._furnish()
+        except BaseException:
+            self.close()
+            raise
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def close(self):
+        """Ends all and clears up."""
+        self._end()
+        if self._registry:
+            self._registry.kill()
+            self._registry.wait()
+        if self._server:
+            self._server.shutdown()
+            self._server.server_close()
+        if self._network is not None:
+            os.close(self._network)
+        _remove_groups(self._group)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    # -- what a Mac asks for ----------------------------------------------------------------------------------------
+
+    def serve(self):
+        """Listens at control.sock from now on."""
+        self._server = socketserver.UnixStreamServer(f"{self.folder}/control.sock", _Handler)
+        self._server.engine = self
+        threading.Thread(target=self._server.serve_forever, kwargs={"poll_interval": 0.05}, daemon=True).start()
+
+    def start(self, process):
+        """Starts the engine in the network of this process; RuntimeError with its last words when it does not come."""
+        if self._engine:
+            return
+        if self._network is None:
+            self._network = os.open(f"/proc/{process}/ns/net", os.O_RDONLY)
+            self._registry = self._launch("registry", ["docker-registry", "serve", f"{self.folder}/registry.json"])
+        self._engine = self._launch("engine", [
+            "unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-c",
+            'mount --bind "$1/resolv.conf" /etc/resolv.conf && exec dockerd --config-file "$1/engine.json"', "dockerd",
+            self.folder])
+        self._await_answer()
+
+    def stop(self):
+        """Ends the engine, and its containers first, as at the end of a machine."""
+        if not self._engine:
+            return
+        self._signal(signal.SIGTERM)
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            self._engine.wait(STOP_SECONDS)
+        self._end()
+
+    def clear(self):
+        """Takes the engine down at once; it forgets images, containers and volumes."""
+        self._end()
+        shutil.rmtree(f"{self.folder}/data", ignore_errors=True)
+
+    def docker(self, *words):
+        """Runs the real client against it; answers with the finished process."""
+        return subprocess.run(["docker", "--host", f"unix://{self.folder}/docker.sock", *words], check=False,
+                              capture_output=True, text=True, env=self._environment(), timeout=60)
+
+    def _end(self):
+        """Kills what still runs: with the first process of its namespace, everything in it."""
+        if self._engine:
+            self._signal(signal.SIGKILL)
+            self._engine.wait()
+            self._engine = None
+        for name in ("docker.sock", "pid"):
+            with contextlib.suppress(FileNotFoundError):
+                os.unlink(f"{self.folder}/{name}")
+        shutil.rmtree(f"{self.folder}/run", ignore_errors=True)
+
+    # -- how it is done ---------------------------------------------------------------------------------------------
+
+    def _furnish(self):
+        registry = Registry(f"{self.folder}/registry")
+        for tag in TAGS:
+            registry.add(tag)
+        self._write("registry.json", json.dumps({
+            "version": 0.1, "log": {"level": "warn"}, "http": {"addr": REGISTRY},
+            "storage": {"filesystem": {"rootdirectory": f"{self.folder}/registry"}}}))
+        # Published ports go through the proxy alone, so that neither packet filter nor kernel modules are needed.
+        self._write("engine.json", json.dumps({
+            "data-root": f"{self.folder}/data", "exec-root": f"{self.folder}/run", "pidfile": f"{self.folder}/pid",
+            "hosts": [f"unix://{self.folder}/docker.sock"], "registry-mirrors": [f"http://{REGISTRY}"],
+            "iptables": False, "ip-masq": False, "cgroup-parent": f"/{self._group}", "log-level": "warn"}))
+        self._write("resolv.conf", f"nameserver {NAME_SERVER}\n")
+        os.chmod(self.folder, 0o755)
+
+    def _write(self, name, text):
+        with open(f"{self.folder}/{name}", "w", encoding="ascii") as file:
+            file.write(text)
+
+    def _environment(self):
+        return {"PATH": SEARCHED, "HOME": self.folder, "DOCKER_CONFIG": self.folder}
+
+    def _launch(self, name, words):
+        with open(f"{self.folder}/{name}.log", "ab") as log:
+            return subprocess.Popen(
+                ["setpriv", "--pdeathsig", "KILL", "nsenter", f"--net=/proc/self/fd/{self._network}", *words],
+                stdin=subprocess.DEVNULL, stdout=log, stderr=log, pass_fds=[self._network], env=self._environment(),
+                start_new_session=True)
+
+    def _signal(self, number):
+        for child in _children(self._engine.pid):
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(child, number)
+
+    def _await_answer(self):
+        deadline = time.monotonic() + START_SECONDS
+        while self.docker("info").returncode != 0:
+            if self._engine.poll() is not None or time.monotonic() > deadline:
+                self.stop()
+                raise RuntimeError(f"The engine does not start: {self._last_words()}")
+            time.sleep(0.05)
+
+    def _last_words(self):
+        with open(f"{self.folder}/engine.log", encoding="utf-8", errors="replace") as file:
+            return (file.read().splitlines() or ["it said nothing"])[-1]
+
+
+class _Handler(socketserver.StreamRequestHandler):
+    """Carries out one line of JSON, {"do": "start" | "stop" | "clear"}, and answers with one."""
+
+    def handle(self):
+        process = struct.unpack("3i", self.request.getsockopt(socket.SOL_SOCKET, socket.SO_PEERCRED, 12))[0]
+        engine = self.server.engine
+        actions = {"start": lambda: engine.start(process), "stop": engine.stop, "clear": engine.clear}
+        try:
+            actions[json.loads(self.rfile.readline())["do"]]()
+            answer = {"ok": True}
+        except Exception as error:   # whatever it is, whoever asked must hear of it
+            answer = {"ok": False, "error": str(error)}
+        self.wfile.write(json.dumps(answer).encode() + b"\n")
+
+
+def _check_host():
+    """Unable when this machine is not one on which an engine can be tried."""
+    if os.geteuid() != 0:
+        raise Unable("only root may start a Docker engine")
+    missing = {package for program, package in PROGRAMS.items() if not shutil.which(program, path=SEARCHED)}
+    if missing:
+        raise Unable(f"{' and '.join(sorted(missing))} not installed (see scripts/packages-engine.txt)")
+    if not os.path.ismount(CONTROL_GROUPS):
+        raise Unable(f"no control groups at {CONTROL_GROUPS}")
+
+
+def probe():
+    """Starts an engine in a network of its own and ends it again; Unable when it does not come up."""
+    with RealEngine() as engine:
+        with subprocess.Popen(["unshare", "--net", "sh", "-c", "echo; exec sleep 60"],
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as place:
+            try:
+                if not place.stdout.readline():
+                    raise Unable("this system does not allow a network namespace")
+                engine.start(place.pid)
+            except RuntimeError as error:
+                raise Unable(str(error)) from error
+            finally:
+                place.kill()
+
+
+def _children(process):
+    try:
+        with open(f"/proc/{process}/task/{process}/children", encoding="ascii") as file:
+            return [int(word) for word in file.read().split()]
+    except FileNotFoundError:
+        return []
+
+
+def _remove_groups(name):
+    """The control groups of its containers are empty by now, but stay."""
+    places = [CONTROL_GROUPS, *(f"{CONTROL_GROUPS}/{kind}" for kind in os.listdir(CONTROL_GROUPS))]
+    for place in places:
+        for folder, _, _ in os.walk(f"{place}/{name}", topdown=False):
+            with contextlib.suppress(OSError):
+                os.rmdir(folder)
