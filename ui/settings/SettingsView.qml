@@ -5,8 +5,8 @@ import Corvane
 ScrollArea {
     id: root
 
-    padding: 16
-    spacing: 14
+    padding: 12
+    spacing: 10
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Settings")
 

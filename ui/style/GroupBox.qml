@@ -12,7 +12,7 @@ Column {
     property string spoken: root.title
     default property alias content: column.data
 
-    spacing: 7
+    spacing: 5
     Accessible.role: Accessible.Grouping
     Accessible.name: root.spoken
     Accessible.ignored: root.spoken.length === 0
@@ -46,7 +46,7 @@ Column {
             x: Theme.padding
             y: Theme.padding - 2
             width: parent.width - 2 * x
-            spacing: 10
+            spacing: Theme.gap
         }
     }
 }

@@ -23,7 +23,12 @@ RowLayout {
     Item {
         Layout.fillWidth: true
     }
+    Item {
+        visible: !next.visible
+        Layout.preferredWidth: next.implicitWidth
+    }
     PushButton {
+        id: next
         objectName: "nextButton"
         visible: App.step < 7
         prominent: true
