@@ -1,0 +1,166 @@
+"""Where a story plays: the simulated Mac, the program in it, and the pictures that are taken."""
+
+import json
+import pathlib
+import signal
+import socket
+import subprocess
+import sys
+import time
+
+import hands
+import tree
+from screen import NotOnScreen, Program
+
+CONTROL = "/run/simmac/control.sock"
+STEPS = 8
+TITLE_BAR = 26
+EDGE = 14
+SETTLING = 0.3   # an animation takes 0.12 seconds
+END_LIMIT = 20
+
+
+def ctl(*words):
+    """Gives the simulated Mac a control command and answers with its result."""
+    with socket.socket(socket.AF_UNIX, socket.SOCK_STREAM) as handle:
+        handle.connect(CONTROL)
+        handle.sendall(json.dumps({"command": [str(word) for word in words]}).encode() + b"\n")
+        with handle.makefile("rb") as answers:
+            answer = json.loads(answers.readline())
+    if not answer["ok"]:
+        raise ValueError(answer["error"])
+    return answer["result"]
+
+
+class Stage:
+    """One program at a time, used with one kind of hand, and a folder of numbered pictures."""
+
+    def __init__(self, command, folder, hand=hands.Mouse):
+        self.command = command
+        self.folder = pathlib.Path(folder)
+        self.count = 0
+        self.program = None
+        self.hand = None
+        self._kind = hand
+        self._log = open(self.folder / "corvane.log", "w+b")
+
+    # -- the program ------------------------------------------------------------------------------------------------
+
+    def open(self):
+        """Starts the program."""
+        self.program = Program([self.command], self._log)
+        self.hand = self._kind(self.program)
+
+    def begin(self, state, *commands):
+        """Puts the Mac into a state, gives it these commands, each one text, and starts the program."""
+        ctl("reset", state)
+        for command in commands:
+            ctl(*command.split())
+        self.open()
+
+    def end(self):
+        """Ends the program from outside."""
+        if self.program and self.program.process.poll() is None:
+            self.program.process.send_signal(signal.SIGTERM)
+            self.program.process.wait(END_LIMIT)
+
+    def quit(self):
+        """Quits the program as a user does."""
+        self.key("ctrl+q")
+        status = self.program.process.wait(END_LIMIT)
+        if status != 0:
+            raise NotOnScreen(f"a good end: Corvane ended with {status}")
+
+    def complaints(self):
+        """What the programs have printed so far; a good one prints nothing."""
+        self._log.seek(0)
+        return self._log.read().decode("utf-8", "replace").strip()
+
+    # -- what a user does -------------------------------------------------------------------------------------------
+
+    def use(self, name):
+        """Presses the button, or turns the switch, of this name."""
+        self.hand.use(name, None if self._is_switch(name) else hands.BUTTON)
+
+    def _is_switch(self, name):
+        return self.program.control(name, "check box") is not None
+
+    def key(self, name):
+        """Presses a key or several at once, for example ctrl+q."""
+        hands.xdotool("key", name)
+
+    def type(self, text):
+        """Types a text where the focus is."""
+        hands.xdotool("type", "--delay", 4, text)
+
+    def step(self, number):
+        """Goes to a step of the set-up by its row at the side."""
+        ending = f", step {number} of {STEPS}"
+        found = self.program.wait(f"the row of step {number}", lambda: next(
+            (text for text in self.program.texts() if text.endswith(ending)), None))
+        self.hand.use(found)
+        self.program.see(f"Step {number} of {STEPS}")
+
+    def dashboard(self):
+        """Leaves the set-up for the main window."""
+        self.use("Main window")
+        self.program.see("Today")
+
+    def top(self):
+        """Scrolls to the top, where a story tells its results."""
+        self.hand.top()
+
+    def bottom(self):
+        """Scrolls to the bottom."""
+        self.hand.bottom()
+
+    # -- what a user sees -------------------------------------------------------------------------------------------
+
+    def sees(self, *sentences):
+        """Waits for these sentences on the screen, scrolling to those that are out of sight."""
+        for sentence in sentences:
+            node = self.program.read(sentence)
+            if not tree.shown(node):
+                self.hand.show(node)
+            self.program.see(tree.says(node))
+
+    def sees_start(self, *beginnings):
+        """Waits for texts on the screen that begin so."""
+        for beginning in beginnings:
+            self.program.see(beginning, start=True)
+
+    def sees_part(self, part):
+        """Waits for a text that holds this."""
+        self.program.wait(part, lambda: any(part in text for text in self.program.texts()))
+
+    def picture(self, name):
+        """Takes a picture of all windows of the program, with a little of the desktop around them."""
+        self.count += 1
+        time.sleep(SETTLING)
+        frame = None
+        for window in self.program.windows():
+            place = tree.box(window)
+            place.top -= TITLE_BAR
+            frame = place.around(frame) if frame else place
+        self._shoot(name, frame)
+
+    def display(self, name):
+        """Takes a picture of the whole display."""
+        self.count += 1
+        time.sleep(SETTLING)
+        self._shoot(name, None)
+
+    def _shoot(self, name, frame):
+        path = self.folder / f"{self.count:02}-{name}.png"
+        crop = []
+        if frame:
+            left, top = max(0, frame.left - EDGE), max(0, frame.top - EDGE)
+            crop = ["-crop", f"{frame.right + EDGE - left}x{frame.bottom + EDGE - top}+{left}+{top}", "+repage"]
+        subprocess.run(["import", "-window", "root", *crop, str(path)], check=True)
+
+
+def failed(stage, problem):
+    """Tells what was missing and what was there instead, and keeps a picture of it."""
+    print(f"  ✗ {problem}", file=sys.stderr)
+    print("    On the screen: " + " | ".join(text for text in stage.program.texts() if text), file=sys.stderr)
+    stage.display("failure")
