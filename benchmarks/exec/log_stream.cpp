@@ -2,13 +2,12 @@
 
 #include "benchmarks/exec/bare_child.h"
 #include "benchmarks/exec/measure.h"
+#include "benchmarks/exec/stall_watch.h"
 #include "exec/operation_runner.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QTimer>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -19,32 +18,25 @@ using namespace corvane::bench;
 constexpr int kLines = 1'000'000;
 constexpr qint64 kWarmUpLines = 100'000;
 
-/// Watches the main thread and the memory while an operation runs.
-class Watch {
+/// Watches the memory while an operation runs.
+class Scales {
 public:
-    explicit Watch(const OperationRunner &runner)
+    explicit Scales(const OperationRunner &runner)
         : m_runner(runner)
     {
-        m_sinceBeat.start();
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { beat(); });
-        m_timer.start(0);
+        QObject::connect(&runner, &OperationRunner::linesChanged, &m_context, [this] { weigh(); });
     }
 
-    [[nodiscard]] double longestGap() const { return static_cast<double>(m_longestGap) / 1e6; }
     [[nodiscard]] double growth() const { return peakResidentMiB() - m_warmMemory; }
 
 private:
-    void beat()
+    void weigh()
     {
-        m_longestGap = std::max(m_longestGap, m_sinceBeat.nsecsElapsed());
         if (m_warmMemory == 0 && m_runner.lineCount() > kWarmUpLines) m_warmMemory = residentMiB();
-        m_sinceBeat.start();
     }
 
     const OperationRunner &m_runner;
-    QTimer m_timer;
-    QElapsedTimer m_sinceBeat;
-    qint64 m_longestGap = 0;
+    QObject m_context;
     double m_warmMemory = 0;
 };
 
@@ -57,7 +49,8 @@ int main(int argc, char **argv)
     const CommandSteps steps{{QStringLiteral("A million lines"),
                               QString::fromUtf8(childPath()),
                               {QStringLiteral("lines"), QString::number(kLines)}}};
-    const Watch watch(runner);
+    const Scales scales(runner);
+    const StallWatch stalls;
     QElapsedTimer elapsed;
     elapsed.start();
     runner.start(QStringLiteral("Log"), steps, [](bool) { QCoreApplication::quit(); });
@@ -71,9 +64,8 @@ int main(int argc, char **argv)
         return 2;
     }
     std::printf("a child's lines through splitter and runner: %.0f lines/s\n", kLines / seconds);
-    const bool smooth =
-        report("longest gap of the main thread", watch.longestGap(), "ms", watch.longestGap() < 16, "under 16");
-    const bool flat =
-        report("growth of memory after the first 100,000 lines", watch.growth(), "MiB", watch.growth() < 8, "under 8");
+    const bool smooth = stalls.report();
+    const double growth = scales.growth();
+    const bool flat = report("  growth of memory after the first 100,000 lines", growth, "MiB", growth < 8, "under 8");
     return smooth && flat ? 0 : 1;
 }
