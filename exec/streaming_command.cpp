@@ -9,7 +9,9 @@
 #include <QFileInfo>
 #include <QTimer>
 
+#include <algorithm>
 #include <array>
+#include <deque>
 #include <mutex>
 
 namespace corvane {
@@ -18,34 +20,44 @@ namespace {
 
 constexpr qint64 kHandOverInterval = 16;
 
+using Chunks = std::deque<QStringList>;
+
 /// The lines of which the main thread has not been told yet; only the newest are kept, so a child that prints faster
 /// than the main thread shows costs no memory.
 class PendingLines {
 public:
-    void add(QStringList lines)
+    /// Answers what is not needed any more: freeing lines takes too long for whoever holds a lock.
+    [[nodiscard]] Chunks add(QStringList lines)
     {
-        m_batch.lines += std::move(lines);
-        if (m_batch.lines.size() > 2 * LineBatch::kMostLines) trim();
+        m_size += lines.size();
+        m_chunks.push_back(std::move(lines));
+        Chunks surplus;
+        while (m_size - m_chunks.front().size() >= LineBatch::kMostLines) {
+            m_size -= m_chunks.front().size();
+            m_dropped += m_chunks.front().size();
+            surplus.push_back(std::move(m_chunks.front()));
+            m_chunks.pop_front();
+        }
+        return surplus;
     }
 
-    [[nodiscard]] bool isEmpty() const { return m_batch.lines.isEmpty(); }
-
-    [[nodiscard]] LineBatch take()
+    /// All of them as one batch.
+    [[nodiscard]] LineBatch joined() &&
     {
-        trim();
-        return std::exchange(m_batch, LineBatch());
+        LineBatch batch;
+        batch.lines.reserve(m_size);
+        for (QStringList &chunk : m_chunks)
+            batch.lines += std::move(chunk);
+        const qsizetype surplus = std::max<qsizetype>(0, m_size - LineBatch::kMostLines);
+        batch.lines.remove(0, surplus);
+        batch.dropped = m_dropped + surplus;
+        return batch;
     }
 
 private:
-    void trim()
-    {
-        const qsizetype surplus = m_batch.lines.size() - LineBatch::kMostLines;
-        if (surplus <= 0) return;
-        m_batch.lines.remove(0, surplus);
-        m_batch.dropped += surplus;
-    }
-
-    LineBatch m_batch;
+    Chunks m_chunks;
+    qsizetype m_size = 0;
+    qint64 m_dropped = 0;
 };
 
 } // namespace
@@ -111,10 +123,14 @@ void StreamingCommand::Shared::hold(std::shared_ptr<ChildProcess> child)
 void StreamingCommand::Shared::add(QStringList lines)
 {
     if (lines.isEmpty()) return;
-    const std::lock_guard guard(mutex);
-    pending.add(std::move(lines));
-    if (std::exchange(handOverUnderWay, true)) return;
-    postToMainThread([self = shared_from_this()] { self->handOverWhenDue(); });
+    Chunks surplus;
+    bool told = false;
+    {
+        const std::lock_guard guard(mutex);
+        surplus = pending.add(std::move(lines));
+        told = std::exchange(handOverUnderWay, true);
+    }
+    if (!told) postToMainThread([self = shared_from_this()] { self->handOverWhenDue(); });
 }
 
 void StreamingCommand::Shared::handOverWhenDue()
@@ -127,12 +143,13 @@ void StreamingCommand::Shared::handOverWhenDue()
 
 void StreamingCommand::Shared::handOver()
 {
-    LineBatch batch;
+    PendingLines taken;
     {
         const std::lock_guard guard(mutex);
         handOverUnderWay = false;
-        batch = pending.take();
+        std::swap(taken, pending);
     }
+    LineBatch batch = std::move(taken).joined();
     if (batch.lines.isEmpty() || !onLines) return;
     sinceHandOver.start();
     onLines(std::move(batch));
