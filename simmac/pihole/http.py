@@ -183,7 +183,7 @@ class HttpServer:
             return False
         while self._knobs.web == "hang" or self._knobs.silent:
             await asyncio.sleep(0.05)
-        if not self._ready():
+        if not self._ready() or self._knobs.web == "drop":
             return False
         response = await self._handler(request)
         writer.write(response.head() + (b"" if request.method == "HEAD" else response.body))
