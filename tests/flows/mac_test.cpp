@@ -1,4 +1,4 @@
-#include "tests/flows/flow_test.h"
+#include "tests/flows/mac_test.h"
 
 #include "exec/background.h"
 #include "tests/support/pass_time.h"
@@ -20,13 +20,15 @@ QUrl releaseFeed()
 
 } // namespace
 
-FlowTest::FlowTest(const QString &state)
+MacTest::~MacTest() { quit(); }
+
+void MacTest::begin(const QString &state)
 {
     Mac::reset(state);
     relaunch();
 }
 
-FlowTest::~FlowTest()
+void MacTest::quit()
 {
     m_model.reset();
     waitForWorkers(kPatience);
@@ -34,7 +36,7 @@ FlowTest::~FlowTest()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void FlowTest::relaunch()
+void MacTest::relaunch()
 {
     m_model.reset();
     m_model = std::make_unique<AppModel>(Surroundings{settings, dialogs, *workspace, *loginItem, clock, releaseFeed()});
@@ -42,9 +44,9 @@ void FlowTest::relaunch()
     m_model->configureAPI();
 }
 
-void FlowTest::run(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
+void MacTest::run(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
 
-void FlowTest::waitFor(const std::function<bool()> &condition, const char *what)
+void MacTest::waitFor(const std::function<bool()> &condition, const char *what)
 {
     const QDeadlineTimer deadline(kPatience);
     bool happened = condition();
@@ -55,7 +57,7 @@ void FlowTest::waitFor(const std::function<bool()> &condition, const char *what)
     EXPECT_TRUE(happened) << "never happened: " << what;
 }
 
-void FlowTest::waitForOperation(OperationRunner *operation)
+void MacTest::waitForOperation(OperationRunner *operation)
 {
     waitFor([operation] { return operation->ended(); }, "the operation ended");
     waitFor([this] { return quiet(); }, "the model came to rest");
