@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/ui/driver.h"
+#include "tests/ui/qt_warnings.h"
 #include "ui/commands.h"
 #include "ui/file_panels.h"
 #include "ui/looks.h"
@@ -7,7 +9,6 @@
 
 #include <QHash>
 #include <QImage>
-#include <QQuickItem>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -57,7 +58,7 @@ public:
 
 /// The real screens on a model that no program has touched: a test puts the model into a state, then looks, clicks and
 /// types. Whatever Qt warns about fails the test.
-class Screen : public testing::Test {
+class Screen : public testing::Test, protected Driver {
 protected:
     Screen();
     ~Screen() override;
@@ -70,24 +71,9 @@ protected:
     /// Lets the views follow the model and what was started by appearing come to its end.
     void settle();
 
-    [[nodiscard]] QQuickWindow *window() const { return m_front ? m_front : m_windows.main(); }
+    [[nodiscard]] QQuickWindow *window() const override { return m_front ? m_front : m_windows.main(); }
     /// Looks at another window from here on.
     void lookAt(QQuickWindow *window) { m_front = window; }
-
-    [[nodiscard]] QQuickItem *find(const QString &name) const;
-    /// Whether the item is there and shown.
-    [[nodiscard]] bool shows(const QString &name) const;
-    [[nodiscard]] bool enabled(const QString &name) const;
-    [[nodiscard]] QString textOf(const QString &name) const;
-    /// All texts in sight, and those that are scrolled out of it.
-    [[nodiscard]] QStringList texts() const;
-    [[nodiscard]] bool reads(const QString &text) const;
-
-    /// Clicks in the middle of the item, scrolled into sight.
-    void click(const QString &name);
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    void type(const QString &text);
-    [[nodiscard]] QString focused() const;
 
     void setDark(bool dark);
     /// Keeps a picture of the window for people to look at.
@@ -105,13 +91,8 @@ protected:
     FilePanels m_filePanels;
 
 private:
-    void layOut();
-
+    QtWarnings m_warnings;
     QQuickWindow *m_front = nullptr;
 };
-
-/// All items beneath `root`, itself included, in reading order.
-[[nodiscard]] QList<QQuickItem *> itemsOf(QQuickItem *root);
-[[nodiscard]] bool inSight(const QQuickItem *item);
 
 } // namespace corvane
