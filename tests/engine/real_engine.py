@@ -13,6 +13,7 @@ import socket
 import socketserver
 import struct
 import subprocess
+import sys
 import tempfile
 import threading
 import time
@@ -26,6 +27,7 @@ CONTROL_GROUPS = "/sys/fs/cgroup"
 PROGRAMS = {"dockerd": "docker.io", "docker": "docker.io", "docker-proxy": "docker.io", "docker-registry": "docker-registry",
             "nsenter": "util-linux", "setpriv": "util-linux", "unshare": "util-linux", "mount": "mount"}
 SEARCHED = "/usr/sbin:/usr/bin:/sbin:/bin"
+SKIPPED = 77
 START_SECONDS = 30
 STOP_SECONDS = 30
 
@@ -197,7 +199,16 @@ def _check_host():
         raise Unable(f"no control groups at {CONTROL_GROUPS}")
 
 
-def probe():
+def or_skip():
+    """Ends the program with ctest's word for "skipped", and a reason, where no engine can run."""
+    try:
+        _probe()
+    except Unable as reason:
+        print(f"Skipped: {reason}.")
+        sys.exit(SKIPPED)
+
+
+def _probe():
     """Starts an engine in a network of its own and ends it again; Unable when it does not come up."""
     with RealEngine() as engine:
         with subprocess.Popen(["unshare", "--net", "sh", "-c", "echo; exec sleep 60"],

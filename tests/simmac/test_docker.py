@@ -113,6 +113,7 @@ class LogTest(ContainerCase):
         self.assertIn("Starting pihole-FTL", whole)
         self.assertEqual(self.docker("logs", "--tail", "2", "pihole").out, "".join(whole.splitlines(True)[-2:]))
         self.assertEqual(self.docker("logs", "--tail", "0", "pihole").out, "")
+        self.assertEqual(self.docker("logs", "--tail", "x", "pihole").out, whole)
 
     def test_Followed_log_shows_what_happens_now(self):
         script = ("/opt/homebrew/bin/docker logs --tail 0 --follow pihole > /tmp/followed & follower=$!; sleep 0.2; "
@@ -154,6 +155,12 @@ class EngineTest(ContainerCase):
         again = self.docker("pull", "pihole/pihole:2026.10.0").out
         self.assertIn("Status: Image is up to date for pihole/pihole:2026.10.0\n", again)
         self.assertNotIn("Pull complete", again)
+
+    def test_Pull_of_another_tag_fetches_only_what_is_new(self):
+        self.docker("pull", "pihole/pihole:2026.09.0")
+        lines = self.docker("pull", "pihole/pihole:2026.10.0").out.splitlines()
+        self.assertEqual([line.split(": ")[1] for line in lines[1:8]], ["Already exists"] * 5 + ["Pulling fs layer"] * 2)
+        self.assertEqual(len([line for line in lines if line.endswith(": Pull complete")]), 2)
 
     def test_Pull_fails_in_dockers_words(self):
         manifest = ("Error response from daemon: manifest for pihole/pihole:2099.01.0 not found: manifest unknown: "
@@ -208,7 +215,7 @@ class EngineTest(ContainerCase):
         result = self.docker("run", "-d", "--name", "pihole", "-p", "127.0.0.1:8081:80", "pihole/pihole:2026.09.0")
         self.assertSays(result, 125, "driver failed programming external connectivity on endpoint pihole (")
         self.assertIn("address already in use", result.err)
-        self.assertEqual(self.container_state().split("|")[0], "created")
+        self.assertEqual(self.container_state(), "created|none\n")
         self.mac.ctl("free-port", "8081", "tcp")
         self.assertEqual(self.docker("start", "pihole").status, 0)
         other = self.docker("run", "-d", "--name", "two", "-p", "127.0.0.1:8081:80", "pihole/pihole:2026.09.0")
@@ -229,9 +236,11 @@ class DownTest(ContainerCase):
     state = "dead-engine"
 
     def test_Stopped_engine_is_told_by_every_command(self):
-        for words in (("ps",), ("pull", "pihole/pihole:2026.09.0"), ("stop", "pihole"), ("start", "pihole"),
-                      ("rm", "-f", "pihole"), ("volume", "rm", "pihole_etc"), ("logs", "pihole")):
+        for words in (("ps",), ("pull", "pihole/pihole:2026.09.0"), ("stop", "pihole"), ("rm", "-f", "pihole"),
+                      ("volume", "rm", "pihole_etc"), ("logs", "pihole")):
             self.assertEnds(self.docker(*words), 1, "", DOWN)
+        self.assertEnds(self.docker("start", "pihole"), 1, "", DOWN + "Error: failed to start containers: pihole\n")
+        self.assertEnds(self.docker("volume", "rm", "pihole_etc", "pihole_dnsmasq"), 1, "", DOWN + DOWN)
         self.assertEnds(self.docker("info", "--format", "{{.ServerVersion}}"), 1, "\n", DOWN)
         self.assertEnds(self.docker("inspect", "--format", STATE, "pihole"), 1, "\n", DOWN)
         self.assertEnds(self.docker("inspect", "pihole"), 1, "[]\n", DOWN)
@@ -241,6 +250,40 @@ class DownTest(ContainerCase):
         self.mac.ctl("reset", "homebrew")
         self.brew("install", "colima", "docker")
         self.assertSays(self.docker("ps"), 1, "unix:///var/run/docker.sock. Is the docker daemon running?")
+
+
+class OldReleaseTest(ContainerCase):
+    """Docker as Debian 12 has it; that it really speaks so is compared with the real one in tests/engine."""
+
+    state = "engine"
+
+    def setUp(self):
+        super().setUp()
+        self.mac.ctl("docker-release", "old")
+
+    def test_It_says_the_same_in_other_words(self):
+        self.assertEnds(self.docker("info", "--format", "{{.ServerVersion}}"), 0, "20.10.24\n", "")
+        self.assertEnds(self.docker("logs", "pihole"), 1, "", "Error: No such container: pihole\n")
+        self.assertEnds(self.docker("rm", "-f", "pihole"), 0, "", "Error: No such container: pihole\n")
+        self.assertEnds(self.docker("stop", "pihole"), 1, "", NO_CONTAINER)
+        self.assertEnds(self.docker("volume", "rm", "a", "b"), 1, "",
+                        "Error: No such volume: a\nError: No such volume: b\n")
+        self.assertEnds(self.docker("compose", "version"), 1, "",
+                        "docker: 'compose' is not a docker command.\nSee 'docker --help'\n")
+        self.assertEnds(self.docker(*run_arguments()), 125, "", f"docker: open {ENV_FILE}: no such file or directory.\n"
+                        "See 'docker run --help'.\n")
+
+    def test_Its_proxy_names_the_taken_port(self):
+        self.docker("pull", "pihole/pihole:2026.09.0")
+        self.mac.ctl("take-port", "8081", "tcp")
+        result = self.docker("run", "-d", "--name", "pihole", "-p", "127.0.0.1:8081:80", "pihole/pihole:2026.09.0")
+        self.assertRegex(result.err, r"^docker: Error response from daemon: driver failed programming external "
+                                     r"connectivity on endpoint pihole \([0-9a-f]{64}\): Error starting userland proxy: "
+                                     r"listen tcp4 127\.0\.0\.1:8081: bind: address already in use\.\n$")
+
+    def test_A_reset_brings_the_new_release_back(self):
+        self.mac.ctl("reset")
+        self.assertEnds(self.docker("logs", "pihole"), 1, "", NO_CONTAINER)
 
 
 class FeelTest(ContainerCase):

@@ -64,6 +64,11 @@ def compose(mac, args):
     mac.containers.compose = on_off(args)
 
 
+@command("docker-release", "docker-release new|old: whether docker speaks as Homebrew's or as that of Debian 12")
+def docker_release(mac, args):
+    mac.containers.old_docker = one_of(args, "new", "old") == "old"
+
+
 @command("forwarder-drops-udp", "forwarder-drops-udp on|off: the ssh port forwarder does not carry UDP")
 async def forwarder_drops_udp(mac, args):
     found = _played(mac)

@@ -55,11 +55,11 @@ class Container:
 
     @property
     def health(self):
-        """Docker's word for its health; none while it does not run or has no check."""
+        """Docker's word for its health; none before its first start or when it was told to have no check."""
         if not self.running:
-            return "unhealthy" if self.started else "starting"
+            return "unhealthy" if self.started else None
         if self.told_health:
-            return self.told_health
+            return None if self.told_health == "none" else self.told_health
         return "healthy" if time.monotonic() >= self._healthy_at else "starting"
 
     async def start(self, at_once=False):

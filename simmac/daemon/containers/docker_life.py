@@ -1,7 +1,7 @@
 """The docker commands that start, stop and remove."""
 
 from daemon.containers import errors
-from daemon.containers.docker_parts import engine_of, need_words, options_of
+from daemon.containers.docker_parts import engine_of, need_words, options_of, worded
 
 _START_SECONDS = 0.5
 _STOP_SECONDS = 3.0
@@ -10,7 +10,6 @@ _REMOVE_SECONDS = 0.3
 
 async def _each(call, words, action, closing=None):
     """Does something with each named container, prints the names that worked and then what did not."""
-    engine_of(call)
     trouble = []
     for word in words:
         try:
@@ -88,7 +87,7 @@ async def remove(call, args):
             # By force, a container that is not there is mentioned but is no failure.
             if not force or "No such container" not in error.text:
                 raise
-            await call.err(error.text + "\n")
+            await call.err(worded(call, error.text) + "\n")
 
     async def action(engine, name):
         container = engine.find(name)

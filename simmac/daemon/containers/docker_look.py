@@ -3,7 +3,7 @@
 import json
 import time
 
-from daemon.containers import errors, go_template
+from daemon.containers import errors, go_template, old_words
 from daemon.containers.docker_parts import engine_of, options_of
 from daemon.containers.engine import SERVER_VERSION
 
@@ -30,14 +30,15 @@ async def info(call, args):
         raise
     containers = list(engine.containers.values())
     running = sum(each.running for each in containers)
-    data = {"ServerVersion": SERVER_VERSION, "Containers": len(containers), "ContainersRunning": running,
+    version_text = old_words.SERVER_VERSION if call.mac.containers.old_docker else SERVER_VERSION
+    data = {"ServerVersion": version_text, "Containers": len(containers), "ContainersRunning": running,
             "Images": len(engine.images), "Driver": "overlay2", "OSType": "linux", "Architecture": "aarch64",
             "NCPU": call.mac.containers.colima.cpu, "Name": "colima", "OperatingSystem": "Ubuntu 24.04.2 LTS"}
     if template:
         await call.out(_render(template, data) + "\n")
         return 0
     await call.out(_client_info(call) + f"\nServer:\n Containers: {len(containers)}\n  Running: {running}\n"
-                   f" Images: {len(engine.images)}\n Server Version: {SERVER_VERSION}\n Storage Driver: overlay2\n"
+                   f" Images: {len(engine.images)}\n Server Version: {version_text}\n Storage Driver: overlay2\n"
                    " Operating System: Ubuntu 24.04.2 LTS\n OSType: linux\n Architecture: aarch64\n"
                    f" CPUs: {data['NCPU']}\n Name: colima\n")
     return 0
@@ -96,7 +97,7 @@ def describe(container):
     state = {"Status": container.state, "Running": container.running, "Paused": False, "Restarting": False,
              "OOMKilled": False, "Dead": False, "Pid": container.pid or 0, "ExitCode": container.exit_code,
              "Error": container.error, "StartedAt": _stamp(container.started), "FinishedAt": _stamp(container.ended)}
-    if container.health != "none":
+    if container.health:
         state["Health"] = {"Status": container.health, "FailingStreak": 0, "Log": []}
     ports = {f"{port.container}/{port.protocol}": [{"HostIp": port.address, "HostPort": str(port.host)}]
              for port in container.spec.ports}
@@ -172,7 +173,7 @@ def _status(container):
         return "Created"
     if not container.running:
         return f"Exited ({container.exit_code}) {_ago(container.ended or container.created)}"
-    health = {"starting": " (health: starting)", "none": ""}.get(container.health, f" ({container.health})")
+    health = {"starting": " (health: starting)", None: ""}.get(container.health, f" ({container.health})")
     return f"Up {_ago(container.started).removesuffix(' ago')}{health}"
 
 

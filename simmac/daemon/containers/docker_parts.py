@@ -2,6 +2,7 @@
 
 from daemon.containers import options
 from daemon.containers.errors import DockerError
+from daemon.containers.old_words import in_old_words
 
 
 def engine_of(call):
@@ -9,6 +10,11 @@ def engine_of(call):
     engine = call.mac.containers.engine
     engine.reach()
     return engine
+
+
+def worded(call, text):
+    """A text for standard error in the words of this Mac's release of Docker."""
+    return in_old_words(call.argv[0], text) if call.mac.containers.old_docker and call.argv else text
 
 
 def options_of(name, args, status=125, **known):

@@ -28,20 +28,22 @@ async def fetch(call, repository, tag, say):
     engine.check_image(repository, tag)
     new = tag not in engine.images
     await say(f"{tag}: Pulling from {repository}\n")
-    layers = engine.registry.layers(tag)
     if new:
-        await _layers(call, engine, layers, lambda layer, word: say(f"{layer}: {word}\n"))
+        await _layers(call, engine, tag, lambda layer, word: say(f"{layer}: {word}\n"))
         engine.images.add(tag)
     await say(f"Digest: {engine.registry.digest(tag)}\n")
     await say(f"Status: {'Downloaded newer image' if new else 'Image is up to date'} for {repository}:{tag}\n")
 
 
-async def _layers(call, engine, layers, tell):
-    for layer in layers:
-        await tell(layer, "Pulling fs layer")
+async def _layers(call, engine, tag, tell):
+    here = {layer for other in engine.images for layer in engine.registry.layers(other)}
+    every, layers = engine.registry.layers(tag), []
+    for layer in every:
+        await tell(layer, "Already exists" if layer in here else "Pulling fs layer")
+        layers += [] if layer in here else [layer]
     for layer in layers[3:]:
         await tell(layer, "Waiting")
-    pause = _SECONDS / (2 * len(layers))
+    pause = _SECONDS / (2 * len(every))
     for layer in layers:
         await call.pause(pause)
         await tell(layer, "Verifying Checksum")
@@ -62,8 +64,7 @@ async def fetch_for_compose(call, service, repository, tag):
     try:
         engine.check_image(repository, tag)
         if tag not in engine.images:
-            layers = engine.registry.layers(tag)
-            await _layers(call, engine, layers, lambda layer, word: call.err(f" {layer} {word} \n"))
+            await _layers(call, engine, tag, lambda layer, word: call.err(f" {layer} {word} \n"))
             engine.images.add(tag)
     except errors.DockerError as error:
         await call.err(f" {service} Error {error.text.removeprefix('Error response from daemon: ')}\n")

@@ -26,7 +26,7 @@ async def _run(call, args):
     options = options_of("run", args, switches=_SWITCHES, values=_VALUES, stop_at_word=True)
     if not options.words:
         raise errors.DockerError("docker: 'docker run' requires at least 1 argument\n\nUsage:  docker run [OPTIONS] "
-                                 "IMAGE [COMMAND] [ARG...]\n\nRun 'docker run --help' for more information", 125)
+                                 "IMAGE [COMMAND] [ARG...]\n\nSee 'docker run --help' for more information")
     wanted = _spec(call, options)
     try:
         engine = engine_of(call)

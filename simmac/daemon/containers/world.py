@@ -28,6 +28,7 @@ class Containers:
         self.engine = (RealEngine if mac.real_engine else Engine)(mac, self.colima)
         self.colima.engine = self.engine
         self.compose = False       # whether docker has the compose plug-in
+        self.old_docker = False    # whether docker speaks as that of Debian 12 does
         mac.network.watchers.append(lambda: asyncio.ensure_future(self.follow_network()))
         _share_names()
 
@@ -38,7 +39,7 @@ class Containers:
         await self.engine.clear(kept)
         self.colima.forget()
         self.colima.engine = self.engine
-        self.compose = False
+        self.compose = self.old_docker = False
         self.homebrew.reset(state != "bare", () if state in ("bare", "homebrew") else ("lima", "colima", "docker"))
         if state in ("bare", "homebrew"):
             return

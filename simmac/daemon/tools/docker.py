@@ -3,6 +3,7 @@
 from daemon.call import RunReal
 from daemon.containers import docker_life, docker_logs, docker_look, docker_pull, docker_run
 from daemon.containers.docker_look import BUILD, CLIENT_VERSION
+from daemon.containers.docker_parts import worded
 from daemon.containers.errors import DockerError
 from daemon.tools import tool
 
@@ -23,7 +24,7 @@ async def docker(call):
     try:
         return await _dispatch(call, list(call.argv))
     except DockerError as error:
-        await call.err(error.text + "\n")
+        await call.err(worded(call, error.text) + "\n")
         return error.status
 
 
