@@ -5,6 +5,7 @@ and empties it. All its processes end with this one.
 """
 
 import contextlib
+import glob
 import json
 import os
 import shutil
@@ -18,7 +19,11 @@ import tempfile
 import threading
 import time
 
-from image import Registry
+from image import SIMMAC, Registry
+
+sys.path.append(SIMMAC)
+
+from launcher.folders import lock  # noqa: E402
 
 TAGS = ("2026.09.0", "2026.10.0")
 REGISTRY = "127.0.0.1:5000"
@@ -27,6 +32,7 @@ CONTROL_GROUPS = "/sys/fs/cgroup"
 PROGRAMS = {"dockerd": "docker.io", "docker": "docker.io", "docker-proxy": "docker.io", "docker-registry": "docker-registry",
             "nsenter": "util-linux", "setpriv": "util-linux", "unshare": "util-linux", "mount": "mount"}
 SEARCHED = "/usr/sbin:/usr/bin:/sbin:/bin"
+PREFIX = "corvane-engine-"
 SKIPPED = 77
 START_SECONDS = 30
 STOP_SECONDS = 30
@@ -41,7 +47,8 @@ class RealEngine:
 
     def __init__(self):
         _check_host()
-        self.folder = tempfile.mkdtemp(prefix="corvane-engine-")
+        _remove_dead_ones()
+        self.folder, self._lock = _fresh_folder()
         self._group = os.path.basename(self.folder)
         self._network = None     # an open file: the network in which everything runs
         self._engine = None
@@ -70,8 +77,8 @@ class RealEngine:
             self._server.server_close()
         if self._network is not None:
             os.close(self._network)
-        _remove_groups(self._group)
-        shutil.rmtree(self.folder, ignore_errors=True)
+        _remove(self.folder)
+        os.close(self._lock)
 
     # -- what a Mac asks for ----------------------------------------------------------------------------------------
 
@@ -229,6 +236,30 @@ def _children(process):
             return [int(word) for word in file.read().split()]
     except FileNotFoundError:
         return []
+
+
+def _fresh_folder():
+    """A new folder and its lock. It gets its name when it is locked, so that nobody clears it away as a dead one."""
+    unlocked = tempfile.mkdtemp(prefix=f"new-{PREFIX}")
+    held = lock(unlocked)
+    folder = f"{os.path.dirname(unlocked)}/{os.path.basename(unlocked).removeprefix('new-')}"
+    os.rename(unlocked, folder)
+    return folder, held
+
+
+def _remove_dead_ones():
+    """Clears away what engines left behind that were killed."""
+    for folder in glob.glob(f"{tempfile.gettempdir()}/{PREFIX}*"):
+        with contextlib.suppress(FileNotFoundError):   # it has just gone by itself
+            held = lock(folder)
+            if held is not None:
+                _remove(folder)
+                os.close(held)
+
+
+def _remove(folder):
+    shutil.rmtree(folder, ignore_errors=True)
+    _remove_groups(os.path.basename(folder))
 
 
 def _remove_groups(name):
