@@ -40,7 +40,9 @@ WINDOW_MANAGER = """\
     <font place="ActiveWindow"><name>Inter</name><size>9</size><weight>Bold</weight></font>
     <font place="InactiveWindow"><name>Inter</name><size>9</size><weight>Bold</weight></font>
   </theme>
-  <placement><policy>Smart</policy><center>yes</center></placement>
+  <applications>
+    <application class="*"><position force="no"><x>center</x><y>center</y></position></application>
+  </applications>
   <mouse>
     <context name="Titlebar">
       <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>

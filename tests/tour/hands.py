@@ -27,9 +27,9 @@ class Mouse:
     def __init__(self, program):
         self.program = program
 
-    def use(self, name, role=None):
+    def use(self, name):
         """Clicks the control as soon as it is enabled."""
-        node = self.program.wait(f"{name} (enabled)", lambda: tree.usable(self.program.control(name, role)))
+        node = self.program.wait(f"{name} (enabled)", lambda: tree.usable(self.program.control(name)))
         self.show(node)
         self.click(*tree.box(node).middle())
 
@@ -102,15 +102,15 @@ class Keyboard:
     def __init__(self, program):
         self.program = program
 
-    def use(self, name, role=None):
+    def use(self, name):
         """Presses the control as soon as it is enabled and Tab has reached it."""
-        self.program.wait(f"{name} reached with Tab", lambda: self._stands_on(name, role))
+        self.program.wait(f"{name} reached with Tab", lambda: self._stands_on(name))
         xdotool("key", "space")
         time.sleep(SETTLING)
 
-    def _stands_on(self, name, role):
+    def _stands_on(self, name):
         """Whether the focus is on the control and it can be used; else moves on, once the control is no longer waited for."""
-        node = self.program.control(name, role)
+        node = self.program.control(name)
         if node and not tree.usable(node):
             return None
         focused = self._focused() or ""

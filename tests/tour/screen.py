@@ -5,8 +5,9 @@ import time
 
 import tree
 
-PATIENCE = 60   # seconds that anything on the screen may take
+PATIENCE = 40   # seconds that anything on the screen may take
 PAUSE = 0.04
+CONTROLS = ("push button", "check box", "combo box", "list item", "text", "menu item")
 
 
 class NotOnScreen(Exception):
@@ -36,24 +37,27 @@ class Program:
         window = self.window()
         return tree.walk(window) if window else ()
 
-    def find(self, text, *, start=False, role=None):
+    def find(self, text, *, start=False):
         """The first node on the screen that says this (or something that starts with it)."""
         for node in self.nodes():
             said = tree.says(node)
             if (said.startswith(text) if start else said == text) and tree.shown(node):
-                if role is None or tree.role(node) == role:
-                    return node
+                return node
         return None
 
-    def control(self, name, role=None):
+    def text(self, text):
+        """The first node that says this, scrolled out of sight or not."""
+        return next((node for node in self.nodes() if tree.says(node) == text), None)
+
+    def control(self, name):
         """The control of this name, or of a name that begins with it and a colon, scrolled out of sight or not."""
         near = None
         for node in self.nodes():
             said = tree.says(node)
-            if said == name or said.startswith(name + ":"):
-                if role is None or tree.role(node) == role:
-                    if said == name:
-                        return node
+            if said.startswith(name) and tree.role(node) in CONTROLS:
+                if said == name:
+                    return node
+                if said.startswith(name + ":"):
                     near = near or node
         return near
 
@@ -75,11 +79,11 @@ class Program:
 
     def read(self, text):
         """Waits until the text stands in the window, scrolled out of sight or not."""
-        return self.wait(text, lambda: self.control(text))
+        return self.wait(text, lambda: self.text(text))
 
     def gone(self, text):
         """Waits until the text is no longer there."""
-        self.wait(f"no more: {text}", lambda: not self.control(text))
+        self.wait(f"no more: {text}", lambda: not self.text(text))
 
     def texts(self):
         """Everything that the window in front says."""

@@ -18,6 +18,7 @@ TITLE_BAR = 26
 EDGE = 14
 SETTLING = 0.3   # an animation takes 0.12 seconds
 END_LIMIT = 20
+MENU_WIDTH, MENU_HEIGHT = 360, 190
 
 
 def ctl(*words):
@@ -67,6 +68,10 @@ class Stage:
     def quit(self):
         """Quits the program as a user does."""
         self.key("ctrl+q")
+        self.ends_well()
+
+    def ends_well(self):
+        """Waits for the program to end by itself, with its memory in order."""
         status = self.program.process.wait(END_LIMIT)
         if status != 0:
             raise NotOnScreen(f"a good end: Corvane ended with {status}")
@@ -79,15 +84,12 @@ class Stage:
     # -- what a user does -------------------------------------------------------------------------------------------
 
     def use(self, name):
-        """Presses the button, or turns the switch, of this name."""
-        self.hand.use(name, None if self._is_switch(name) else hands.BUTTON)
-
-    def _is_switch(self, name):
-        return self.program.control(name, "check box") is not None
+        """Presses the button, turns the switch or goes to the field of this name."""
+        self.hand.use(name)
 
     def key(self, name):
         """Presses a key or several at once, for example ctrl+q."""
-        hands.xdotool("key", name)
+        hands.xdotool("key", *name.split())
 
     def type(self, text):
         """Types a text where the focus is."""
@@ -105,6 +107,18 @@ class Stage:
         """Leaves the set-up for the main window."""
         self.use("Main window")
         self.program.see("Today")
+
+    def open_menu(self):
+        """Clicks the dot in the tray and waits for its menu, which the accessibility bus does not tell of."""
+        before = _windows_on_display()
+        icon = tree.Box(*_tray_icon())
+        hands.xdotool("mousemove", *icon.middle(), "click", 3)
+        self.program.wait("the dot's menu", lambda: _windows_on_display() > before)
+
+    def choose_from_below(self, place):
+        """Chooses an item of the open menu, counted from below."""
+        self.key(" ".join(["Up"] * place))
+        self.key("Return")
 
     def top(self):
         """Scrolls to the top, where a story tells its results."""
@@ -144,6 +158,13 @@ class Stage:
             frame = place.around(frame) if frame else place
         self._shoot(name, frame)
 
+    def corner(self, name):
+        """Takes a picture of the corner in which the dot's menu opens."""
+        self.count += 1
+        time.sleep(SETTLING)
+        icon = tree.Box(*_tray_icon())
+        self._shoot(name, tree.Box(icon.right - MENU_WIDTH, 0, icon.right, MENU_HEIGHT))
+
     def display(self, name):
         """Takes a picture of the whole display."""
         self.count += 1
@@ -157,6 +178,20 @@ class Stage:
             left, top = max(0, frame.left - EDGE), max(0, frame.top - EDGE)
             crop = ["-crop", f"{frame.right + EDGE - left}x{frame.bottom + EDGE - top}+{left}+{top}", "+repage"]
         subprocess.run(["import", "-window", "root", *crop, str(path)], check=True)
+
+
+def _windows_on_display():
+    """How many windows of the program are on the display, menus among them."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "Corvane"], capture_output=True, check=False)
+    return len(found.stdout.split())
+
+
+def _tray_icon():
+    """Where the tray is."""
+    found = subprocess.run(["xdotool", "search", "--name", "^panel$", "getwindowgeometry", "--shell"], check=True,
+                           capture_output=True, text=True).stdout
+    left, top, width, height = (int(line.split("=")[1]) for line in found.split()[1:5])
+    return left, top, left + width, top + height
 
 
 def failed(stage, problem):

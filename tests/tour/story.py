@@ -126,7 +126,7 @@ CHAPTERS = (welcome, checks, install, start, blocking, dns, browser, done, dashb
 
 def main():
     """Tells the story by this hand; ends with 1 when something was not seen."""
-    by, command, folder = sys.argv[1:]
+    by, command, folder = sys.argv[1:4]
     tree.start_accessibility()
     stage = Stage(command, folder, hands.Keyboard if by == "keyboard" else hands.Mouse)
     stage.open()

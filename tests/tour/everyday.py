@@ -1,0 +1,160 @@
+"""The main window, the menu and Settings in every state of Pi-hole."""
+
+import socket
+import subprocess
+import sys
+
+from scenes import play
+from stage import ctl
+
+
+def protected(stage):
+    """Green: Pi-hole answers and this Mac uses it."""
+    stage.begin("protected")
+    stage.dashboard()
+    stage.sees("Pi-hole is answering and this Mac uses it", "Blocking: On")
+    stage.picture("green")
+    stage.use("Refresh")
+    stage.program.gone("Press Refresh to load the last 300 lines (docker logs --tail 300 pihole).")
+    stage.picture("log")
+    stage.use("Follow")
+    stage.use("Pause blocking 5 minutes")
+    stage.sees("Resume blocking")
+    stage.sees_start("Blocking: Paused (")
+    stage.picture("paused-and-following")
+    stage.use("Resume blocking")
+    stage.sees("Blocking is back on.")
+
+
+def small_window(stage):
+    """The smallest window still shows everything that matters."""
+    stage.begin("protected")
+    stage.program.see("What this wizard will do")
+    subprocess.run(["xdotool", "getactivewindow", "windowsize", "860", "620"], check=True)
+    stage.step(6)
+    stage.picture("small-set-up")
+    stage.dashboard()
+    stage.picture("small-dashboard")
+
+
+def not_used(stage):
+    """Orange: Pi-hole answers, but this Mac does not use it."""
+    stage.begin("running")
+    stage.dashboard()
+    stage.sees("Pi-hole is answering, but this Mac does not use it")
+    stage.picture("orange")
+    ctl("pihole", "web", "drop")
+    stage.use("Pause blocking 5 minutes")
+    stage.sees_start("Could not pause blocking: ")
+    stage.picture("pause-failed")
+
+
+def dead(stage):
+    """Red: the banner warns, and starts Pi-hole again."""
+    stage.begin("dead")
+    stage.dashboard()
+    stage.sees("This Mac uses Pi-hole, but Pi-hole is not answering", "Start Pi-hole now")
+    stage.picture("red")
+    stage.use("Start Pi-hole now")
+    stage.sees("Pi-hole is answering and this Mac uses it")
+    stage.picture("green-again")
+
+
+def dead_engine(stage):
+    """The banner starts Colima first, and shows why that fails."""
+    stage.begin("dead-engine", "colima fail error starting vm: not enough memory")
+    stage.sees("Start Pi-hole now")
+    stage.picture("red-in-the-set-up")
+    stage.dashboard()
+    stage.use("Start Pi-hole now")
+    stage.sees("Colima did not start. See the log.")
+    stage.picture("banner-failed")
+    stage.use("Hide")
+    stage.program.gone("Start Pi-hole now")
+    stage.picture("banner-hidden")
+
+
+def stopped(stage):
+    """Gray: Pi-hole is stopped; it can be started, stopped and restarted."""
+    stage.begin("running")
+    stage.dashboard()
+    stage.sees("Pi-hole is answering, but this Mac does not use it")
+    stage.use("Stop")
+    stage.sees("Pi-hole is stopped", "Queries: -")
+    stage.picture("gray-stopped")
+    ctl("take-port", "8080", "tcp", "--as", "nginx")
+    stage.use("Start")
+    stage.sees_start("A port that Pi-hole needs")
+    stage.picture("start-failed")
+
+
+def docker_down(stage):
+    """Gray: Docker does not run."""
+    stage.begin("stopped")
+    stage.dashboard()
+    stage.sees("Stopped (Docker/Colima is not running)")
+    stage.picture("gray-docker-down")
+    stage.use("Refresh")
+    stage.picture("log-without-docker")
+
+
+def checking(stage):
+    """Gray: the state is not known yet."""
+    stage.begin("protected", "fault docker hang --when inspect*")
+    stage.dashboard()
+    stage.sees("Checking Pi-hole...")
+    stage.picture("gray-checking")
+
+
+def menu(stage):
+    """The dot's menu tells the state, opens the window that was closed, and quits."""
+    stage.begin("protected")
+    stage.dashboard()
+    stage.sees("Pi-hole is answering and this Mac uses it")
+    stage.open_menu()
+    stage.corner("menu")
+    stage.key("Escape")
+    stage.use("Stop")
+    stage.sees("This Mac uses Pi-hole, but Pi-hole is not answering")
+    stage.key("ctrl+w")
+    stage.program.wait("the window to close", lambda: not stage.program.windows())
+    stage.open_menu()
+    stage.corner("menu-while-stopped")
+    stage.choose_from_below(2)
+    stage.sees("Start Pi-hole now")
+    stage.open_menu()
+    stage.choose_from_below(1)
+    stage.ends_well()
+
+
+def listens(port):
+    """Whether something takes connections at this port."""
+    with socket.socket() as handle:
+        return handle.connect_ex(("127.0.0.1", port)) == 0
+
+
+def settings(stage):
+    """Settings open as a sheet and as a window, and move the admin page to another port."""
+    stage.begin("protected")
+    stage.dashboard()
+    stage.use("Settings")
+    stage.sees("Launch Corvane at login")
+    stage.picture("settings-sheet")
+    stage.bottom()
+    stage.picture("settings-sheet-end")
+    stage.use("Close")
+    stage.key("ctrl+comma")
+    stage.sees("Launch Corvane at login")
+    stage.picture("settings-window")
+    stage.use("Admin page port")
+    stage.sees("8085")
+    stage.picture("settings-ports")
+    stage.use("8085")
+    stage.program.wait("the admin page at its new port", lambda: listens(8085))
+    stage.picture("settings-port-moved")
+
+
+SCENES = (protected, small_window, not_used, dead, dead_engine, stopped, docker_down, checking, menu, settings)
+
+if __name__ == "__main__":
+    sys.exit(play(SCENES))
