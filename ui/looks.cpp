@@ -73,6 +73,7 @@ void Looks::bindSetUp()
     m_systemBadge.setBinding([this] { return outcomeBadge(m_app.outcomes(), QStringLiteral("system")); });
     m_systemVerdict.setBinding([this] { return corvane::systemVerdict(m_app.outcomes()); });
     m_blockingCounts.setBinding([this] { return corvane::blockingCounts(m_app.blockingTest()); });
+    m_resolverWarning.setBinding([this] { return corvane::resolverWarning(m_app.resolverReport(), m_app.outcomes()); });
     m_serversInUse.setBinding([this] { return corvane::serversInUse(m_app.resolverReport()); });
     m_selectedServices.setBinding([this] {
         const QSet<QString> names = m_app.selectedServices();
@@ -93,6 +94,7 @@ void Looks::followLists()
     follow(&AppModel::servicesChanged, [this] { m_services.show(serviceRows(m_app.services())); });
     follow(&AppModel::browsersChanged, [this] { m_browsers.show(browserRows(m_app.browsers())); });
     follow(&AppModel::outcomesChanged, [this] { m_outcomes.show(outcomeRows(m_app.outcomes())); });
+    follow(&AppModel::outcomesChanged, [this] { m_testResults.show(corvane::testResults(m_app.outcomes())); });
     follow(&AppModel::portReportsChanged, [this] { showPorts(); });
     const auto tools = [this] { m_tools.show(toolRows(m_app.hasBrew(), m_app.hasColima(), m_app.hasDocker())); };
     follow(&AppModel::hasBrewChanged, tools);

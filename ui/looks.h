@@ -50,6 +50,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, dockerTested)
     CORVANE_DERIVED(Looks, corvane::Badge, systemBadge)
     CORVANE_DERIVED(Looks, QString, systemVerdict)
+    CORVANE_DERIVED(Looks, QString, resolverWarning)
     CORVANE_DERIVED(Looks, QString, blockingCounts)
     CORVANE_DERIVED(Looks, QString, serversInUse)
     CORVANE_DERIVED(Looks, QStringList, selectedServices)
@@ -63,6 +64,7 @@ class Looks : public QObject {
     Q_PROPERTY(corvane::RowList *services READ services CONSTANT)
     Q_PROPERTY(corvane::RowList *browsers READ browsers CONSTANT)
     Q_PROPERTY(corvane::RowList *outcomes READ outcomes CONSTANT)
+    Q_PROPERTY(corvane::RowList *testResults READ testResults CONSTANT)
     Q_PROPERTY(QList<QString> freePorts READ freePorts NOTIFY freePortsChanged)
     Q_PROPERTY(QColor accent READ accent NOTIFY accentChanged)
     Q_PROPERTY(QColor accentFill READ accentFill NOTIFY accentChanged)
@@ -80,6 +82,7 @@ public:
     [[nodiscard]] RowList *services() { return &m_services; }
     [[nodiscard]] RowList *browsers() { return &m_browsers; }
     [[nodiscard]] RowList *outcomes() { return &m_outcomes; }
+    [[nodiscard]] RowList *testResults() { return &m_testResults; }
 
     /// The ports on offer when another program holds the web port.
     [[nodiscard]] QStringList freePorts() const { return m_freePorts; }
@@ -117,6 +120,7 @@ private:
     RowList m_services;
     RowList m_browsers;
     RowList m_outcomes;
+    RowList m_testResults;
     QStringList m_freePorts;
 };
 

@@ -62,6 +62,11 @@ Column {
             objectName: "restoreOldSettings"
         }
     }
+    CheckList {
+        objectName: "testResults"
+        width: root.width
+        rows: Looks.testResults
+    }
     MessageText {
         objectName: "dnsMessage"
         width: root.width

@@ -181,6 +181,12 @@ QString systemVerdict(const Outcomes &outcomes)
     return passed(outcomes, test) ? QStringLiteral("This Mac uses Pi-hole") : QStringLiteral("Not confirmed");
 }
 
+QString resolverWarning(const std::optional<ResolverReport> &report, const Outcomes &outcomes)
+{
+    const bool tested = outcomes.contains(QStringLiteral("system"));
+    return report && tested ? report->warnings.join(u'\n') : QString();
+}
+
 QList<Row> outcomeRows(const Outcomes &outcomes)
 {
     const QList<std::pair<QString, QString>> tests{
@@ -196,6 +202,15 @@ QList<Row> outcomeRows(const Outcomes &outcomes)
             outcomes.contains(test) ? outcomes.value(test).summary : QStringLiteral("Not tested in this session.");
         rows.append({test, outcomeBadge(outcomes, test), label, summary});
     }
+    return rows;
+}
+
+QList<Row> testResults(const Outcomes &outcomes)
+{
+    static const QStringList onDashboard{QStringLiteral("pihole"), QStringLiteral("blocking"),
+                                         QStringLiteral("system")};
+    QList<Row> rows = outcomeRows(outcomes);
+    rows.removeIf([&](const Row &row) { return !onDashboard.contains(row.id) || !outcomes.contains(row.id); });
     return rows;
 }
 

@@ -60,8 +60,12 @@ public:
 /// The five tests of this session in the order of the steps.
 [[nodiscard]] QList<Row> outcomeRows(const Outcomes &outcomes);
 /// The badge of one test: passed, failed or not run yet.
+/// Of the tests that the dashboard runs, those that have ended.
+[[nodiscard]] QList<Row> testResults(const Outcomes &outcomes);
 [[nodiscard]] Badge outcomeBadge(const Outcomes &outcomes, const QString &test);
 /// What the system DNS test proved; empty before its first run.
 [[nodiscard]] QString systemVerdict(const Outcomes &outcomes);
+/// What else is to be known about the servers after the Mac DNS test; empty before it, when any servers will do.
+[[nodiscard]] QString resolverWarning(const std::optional<ResolverReport> &report, const Outcomes &outcomes);
 
 } // namespace corvane

@@ -66,5 +66,10 @@ StepScaffold {
             width: parent.width
             text: App.systemTestDetail
         }
+        MessageText {
+            objectName: "resolverWarning"
+            width: parent.width
+            text: Looks.resolverWarning
+        }
     }
 }

@@ -174,6 +174,26 @@ TEST(SystemVerdict, Is_silent_before_the_test)
     EXPECT_EQ(systemVerdict({{QStringLiteral("system"), TestOutcome{false, {}, {}}}}), QStringLiteral("Not confirmed"));
 }
 
+TEST(TestResults, Are_those_of_the_dashboards_own_tests)
+{
+    EXPECT_TRUE(testResults({}).isEmpty());
+    Outcomes outcomes;
+    outcomes.insert(QStringLiteral("system"), TestOutcome{true, QStringLiteral("3 of 3"), {}});
+    outcomes.insert(QStringLiteral("browser"), TestOutcome{true, QStringLiteral("found"), {}});
+    const QList<Row> rows = testResults(outcomes);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows.at(0).detail, QStringLiteral("3 of 3"));
+}
+
+TEST(ResolverWarning, Is_silent_before_the_test)
+{
+    const ResolverReport report{{QStringLiteral("9.9.9.9")}, false, {QStringLiteral("not Pi-hole")}};
+    const Outcomes tested{{QStringLiteral("system"), TestOutcome{false, {}, {}}}};
+    EXPECT_TRUE(resolverWarning(report, {}).isEmpty());
+    EXPECT_TRUE(resolverWarning(std::nullopt, tested).isEmpty());
+    EXPECT_EQ(resolverWarning(report, tested), QStringLiteral("not Pi-hole"));
+}
+
 TEST(Tools, Show_what_is_there)
 {
     const QList<Row> rows = toolRows(true, false, true);
