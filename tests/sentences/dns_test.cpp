@@ -136,7 +136,8 @@ TEST_F(Dns, The_mac_dns_test_says_what_it_found)
     begin("protected");
     openStep(6);
     test();
-    EXPECT_TRUE(appear({"This Mac uses Pi-hole", all}));
+    EXPECT_TRUE(appear({"This Mac uses Pi-hole", all,
+                        "macOS also lists other DNS servers (1.1.1.1). Queries sent to those bypass Pi-hole."}));
     openStep(8);
     EXPECT_TRUE(appears(all));
 
@@ -144,14 +145,19 @@ TEST_F(Dns, The_mac_dns_test_says_what_it_found)
     openStep(6);
     mac("fault scutil fail");
     test();
-    EXPECT_TRUE(appear({"Not confirmed", "3 of 3 test lookups through the system resolver showed up in Pi-hole's log. "
-                                         "The first DNS server macOS uses is not Pi-hole."}));
+    EXPECT_TRUE(appear({"Not confirmed",
+                        "3 of 3 test lookups through the system resolver showed up in Pi-hole's log. "
+                        "The first DNS server macOS uses is not Pi-hole.",
+                        "Could not read the system's DNS servers from scutil."}));
 
     begin("running");
     openStep(6);
     test();
-    EXPECT_TRUE(appear({"Not confirmed", "0 of 3 test lookups through the system resolver showed up in Pi-hole's log. "
-                                         "The first DNS server macOS uses is not Pi-hole."}));
+    EXPECT_TRUE(appear({"Not confirmed",
+                        "0 of 3 test lookups through the system resolver showed up in Pi-hole's log. "
+                        "The first DNS server macOS uses is not Pi-hole.",
+                        "The first DNS server macOS uses is 192.168.1.1, not Pi-hole (127.0.0.1). A VPN, a "
+                        "configuration profile or the router (IPv6 DNS) may be overriding it."}));
     begin("running");
     model().setAdminPassword(QStringLiteral("not-the-password"));
     openStep(6);
