@@ -63,6 +63,38 @@ QString textBetween(const QStringList &lines, LogLayout::Place from, LogLayout::
     return parts.join(u'\n');
 }
 
+int sizeOf(const QStringList &lines)
+{
+    qsizetype size = std::max<qsizetype>(0, lines.size() - 1);
+    for (const QString &line : lines)
+        size += line.size();
+    return static_cast<int>(size);
+}
+
+int offsetOf(const QStringList &lines, LogLayout::Place place)
+{
+    qsizetype offset = place.column;
+    for (int line = 0; line < place.line; ++line)
+        offset += lines.at(line).size() + 1;
+    return static_cast<int>(offset);
+}
+
+LogLayout::Place placeOf(const QStringList &lines, int offset)
+{
+    LogLayout::Place place{0, std::max(0, offset)};
+    while (place.line + 1 < lines.size() && place.column > lines.at(place.line).size())
+        place = {place.line + 1, place.column - static_cast<int>(lines.at(place.line).size()) - 1};
+    return within(lines, place);
+}
+
+LogLayout::Place within(const QStringList &lines, LogLayout::Place place)
+{
+    if (lines.isEmpty()) return {};
+    const int line = std::clamp(place.line, 0, static_cast<int>(lines.size()) - 1);
+    const int size = static_cast<int>(lines.at(line).size());
+    return {line, line < place.line ? size : std::clamp(place.column, 0, size)};
+}
+
 QString drawable(QStringView text)
 {
     QString shown = text.toString();

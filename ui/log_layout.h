@@ -40,6 +40,14 @@ private:
 /// The text between two places.
 [[nodiscard]] QString textBetween(const QStringList &lines, LogLayout::Place from, LogLayout::Place to);
 
+/// How many characters the lines have, with one break between each two of them.
+[[nodiscard]] int sizeOf(const QStringList &lines);
+/// How many characters stand before a place, and the place before which so many stand.
+[[nodiscard]] int offsetOf(const QStringList &lines, LogLayout::Place place);
+[[nodiscard]] LogLayout::Place placeOf(const QStringList &lines, int offset);
+/// The nearest place that the lines have.
+[[nodiscard]] LogLayout::Place within(const QStringList &lines, LogLayout::Place place);
+
 /// The text of a row as it is drawn: signs that have no picture become blanks, so that every sign is one column wide.
 [[nodiscard]] QString drawable(QStringView text);
 

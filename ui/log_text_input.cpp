@@ -1,10 +1,13 @@
 #include "ui/log_text_view.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyleHints>
 #include <QWheelEvent>
 
-#include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace corvane {
 
@@ -12,6 +15,7 @@ namespace {
 
 constexpr int kRowsPerWheelStep = 3;
 constexpr double kWheelStep = 120;
+constexpr int kDragInterval = 40; // milliseconds between two steps while the mouse drags beyond an edge
 
 bool isWordSign(QChar sign) { return sign.isLetterOrNumber() || sign == u'_'; }
 
@@ -31,6 +35,13 @@ int wordEnd(const QString &line, int column)
 
 } // namespace
 
+/// The system's keys of a motion of the caret: alone, and with the selection.
+struct LogTextView::KeyMotion {
+    QKeySequence::StandardKey moves;
+    QKeySequence::StandardKey selects;
+    Motion motion;
+};
+
 void LogTextView::geometryChange(const QRectF &now, const QRectF &before)
 {
     QQuickPaintedItem::geometryChange(now, before);
@@ -42,23 +53,67 @@ void LogTextView::geometryChange(const QRectF &now, const QRectF &before)
 void LogTextView::mousePressEvent(QMouseEvent *event)
 {
     forceActiveFocus(Qt::MouseFocusReason);
-    moveCaret(placeAt(event->position()), event->modifiers().testFlag(Qt::ShiftModifier));
     setKeepMouseGrab(true);
+    m_dragging = true;
+    const LogLayout::Place place = placeAt(event->position());
+    if (isThirdClick(event->position()))
+        select({place.line, 0}, within(lines(), {place.line + 1, 0}));
+    else
+        moveCaret(place, event->modifiers().testFlag(Qt::ShiftModifier));
+    m_dragPoint = event->position();
 }
 
 void LogTextView::mouseMoveEvent(QMouseEvent *event)
 {
-    moveCaret(placeAt(event->position()), true);
-    showCaret();
+    dragTo(event->position());
+    const bool inside = event->position().y() >= 0 && event->position().y() < height();
+    if (inside) m_dragTimer.stop();
+    if (!inside && !m_dragTimer.isActive()) m_dragTimer.start(kDragInterval, this);
 }
+
+void LogTextView::mouseReleaseEvent(QMouseEvent *) { endDrag(); }
+
+void LogTextView::mouseUngrabEvent() { endDrag(); }
 
 void LogTextView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     const LogLayout::Place place = placeAt(event->position());
     if (place.line >= lines().size()) return;
     const QString &line = lines().at(place.line);
-    m_anchor = {place.line, wordStart(line, place.column)};
-    moveCaret({place.line, wordEnd(line, place.column)}, true);
+    select({place.line, wordStart(line, place.column)}, {place.line, wordEnd(line, place.column)});
+    m_dragPoint = event->position();
+    m_sinceDoubleClick.start();
+}
+
+bool LogTextView::isThirdClick(QPointF point) const
+{
+    const QStyleHints &hints = *QGuiApplication::styleHints();
+    return m_sinceDoubleClick.isValid() && m_sinceDoubleClick.elapsed() < hints.mouseDoubleClickInterval() &&
+           (point - m_dragPoint).manhattanLength() < hints.mouseDoubleClickDistance();
+}
+
+// A shake of the hand while a word or a line is clicked must not take the selection away.
+void LogTextView::dragTo(QPointF point)
+{
+    if ((point - m_dragPoint).manhattanLength() < 2) return;
+    m_dragPoint = point;
+    moveCaret(placeAt({point.x(), std::clamp(point.y(), 0.0, height() - 1)}), true);
+}
+
+void LogTextView::endDrag()
+{
+    m_dragging = false;
+    m_dragTimer.stop();
+    if (std::exchange(m_linesCameMeanwhile, false)) scrollToEnd();
+}
+
+// The further beyond the edge, the faster.
+void LogTextView::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_dragTimer.timerId()) return QQuickPaintedItem::timerEvent(event);
+    const double beyond = m_dragPoint.y() < 0 ? m_dragPoint.y() : m_dragPoint.y() - height();
+    setTop(m_top + std::copysign(std::max(std::abs(beyond), m_rowHeight / 2), beyond));
+    moveCaret(placeAt({m_dragPoint.x(), std::clamp(m_dragPoint.y(), 0.0, height() - 1)}), true);
 }
 
 void LogTextView::wheelEvent(QWheelEvent *event)
@@ -71,48 +126,84 @@ void LogTextView::wheelEvent(QWheelEvent *event)
     event->setAccepted(m_top != before);
 }
 
-LogLayout::Place LogTextView::moved(int key, bool byWord) const
+LogLayout::Place LogTextView::besideCaret(int direction, bool byWord) const
 {
-    const QStringList &all = lines();
-    const int size = static_cast<int>(all.at(m_caret.line).size());
-    const int row = m_layout.rowOf(m_caret);
-    const int across = m_caret.column % m_layout.columns();
-    const auto inRow = [&](int wanted) {
-        if (wanted < 0) return LogLayout::Place();
-        if (wanted >= m_layout.rowCount()) return end();
-        const LogLayout::Place start = m_layout.start(wanted);
-        return LogLayout::Place{start.line,
-                                std::min(start.column + across, static_cast<int>(all.at(start.line).size()))};
-    };
-    switch (key) {
-    case Qt::Key_Left:
-        if (byWord && m_caret.column > 0) return {m_caret.line, wordStart(all.at(m_caret.line), m_caret.column - 1)};
-        if (m_caret.column > 0) return {m_caret.line, m_caret.column - 1};
-        return m_caret.line > 0 ? LogLayout::Place{m_caret.line - 1, static_cast<int>(all.at(m_caret.line - 1).size())}
-                                : m_caret;
-    case Qt::Key_Right:
-        if (byWord && m_caret.column < size) return {m_caret.line, wordEnd(all.at(m_caret.line), m_caret.column + 1)};
-        if (m_caret.column < size) return {m_caret.line, m_caret.column + 1};
-        return m_caret.line + 1 < all.size() ? LogLayout::Place{m_caret.line + 1, 0} : m_caret;
-    case Qt::Key_Up:
-        return inRow(row - 1);
-    case Qt::Key_Down:
-        return inRow(row + 1);
-    case Qt::Key_Home:
-        return byWord ? LogLayout::Place() : LogLayout::Place{m_caret.line, 0};
-    default:
-        return byWord ? end() : LogLayout::Place{m_caret.line, size};
+    const QString &line = lines().at(m_caret.line);
+    const int next = m_caret.column + direction;
+    if (next < 0) {
+        return m_caret.line == 0
+                   ? m_caret
+                   : LogLayout::Place{m_caret.line - 1, static_cast<int>(lines().at(m_caret.line - 1).size())};
     }
+    if (next > line.size()) return m_caret == end() ? m_caret : LogLayout::Place{m_caret.line + 1, 0};
+    if (!byWord) return {m_caret.line, next};
+    return {m_caret.line, direction < 0 ? wordStart(line, next) : wordEnd(line, next)};
 }
 
-bool LogTextView::scrollByKey(int key)
+LogLayout::Place LogTextView::rowsFromCaret(int rows) const
 {
-    if (key == Qt::Key_PageUp) {
-        setTop(m_top - height() + m_rowHeight);
-        return true;
+    const int row = m_layout.rowOf(m_caret);
+    if (row + rows < 0) return {};
+    if (row + rows >= m_layout.rowCount()) return end();
+    const LogLayout::Place start = m_layout.start(row + rows);
+    return within(lines(), {start.line, start.column + m_caret.column - m_layout.start(row).column});
+}
+
+LogLayout::Place LogTextView::moved(Motion motion) const
+{
+    switch (motion) {
+    case Motion::NextSign:
+        return besideCaret(1, false);
+    case Motion::PreviousSign:
+        return besideCaret(-1, false);
+    case Motion::NextWord:
+        return besideCaret(1, true);
+    case Motion::PreviousWord:
+        return besideCaret(-1, true);
+    case Motion::NextRow:
+        return rowsFromCaret(1);
+    case Motion::PreviousRow:
+        return rowsFromCaret(-1);
+    case Motion::NextPage:
+        return rowsFromCaret(rowsInSight());
+    case Motion::PreviousPage:
+        return rowsFromCaret(-rowsInSight());
+    case Motion::LineStart:
+        return {m_caret.line, 0};
+    case Motion::LineEnd:
+        return {m_caret.line, static_cast<int>(lines().at(m_caret.line).size())};
+    case Motion::Start:
+        return {};
+    case Motion::End:
+        return end();
     }
-    if (key == Qt::Key_PageDown) {
-        setTop(m_top + height() - m_rowHeight);
+    return m_caret;
+}
+
+bool LogTextView::moveByKey(const QKeyEvent &event)
+{
+    using Keys = QKeySequence;
+    static constexpr std::array kMotions{
+        KeyMotion{Keys::MoveToNextChar, Keys::SelectNextChar, Motion::NextSign},
+        KeyMotion{Keys::MoveToPreviousChar, Keys::SelectPreviousChar, Motion::PreviousSign},
+        KeyMotion{Keys::MoveToNextWord, Keys::SelectNextWord, Motion::NextWord},
+        KeyMotion{Keys::MoveToPreviousWord, Keys::SelectPreviousWord, Motion::PreviousWord},
+        KeyMotion{Keys::MoveToNextLine, Keys::SelectNextLine, Motion::NextRow},
+        KeyMotion{Keys::MoveToPreviousLine, Keys::SelectPreviousLine, Motion::PreviousRow},
+        KeyMotion{Keys::UnknownKey, Keys::SelectNextPage, Motion::NextPage},
+        KeyMotion{Keys::UnknownKey, Keys::SelectPreviousPage, Motion::PreviousPage},
+        KeyMotion{Keys::MoveToStartOfLine, Keys::SelectStartOfLine, Motion::LineStart},
+        KeyMotion{Keys::MoveToStartOfBlock, Keys::SelectStartOfBlock, Motion::LineStart},
+        KeyMotion{Keys::MoveToEndOfLine, Keys::SelectEndOfLine, Motion::LineEnd},
+        KeyMotion{Keys::MoveToEndOfBlock, Keys::SelectEndOfBlock, Motion::LineEnd},
+        KeyMotion{Keys::MoveToStartOfDocument, Keys::SelectStartOfDocument, Motion::Start},
+        KeyMotion{Keys::MoveToEndOfDocument, Keys::SelectEndOfDocument, Motion::End},
+    };
+    for (const KeyMotion &key : kMotions) {
+        const bool selects = event.matches(key.selects);
+        if (!selects && !event.matches(key.moves)) continue;
+        moveCaret(moved(key.motion), selects);
+        reveal(m_caret);
         return true;
     }
     return false;
@@ -120,17 +211,15 @@ bool LogTextView::scrollByKey(int key)
 
 void LogTextView::keyPressEvent(QKeyEvent *event)
 {
-    const bool moves = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right || event->key() == Qt::Key_Up ||
-                       event->key() == Qt::Key_Down || event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
     if (event->matches(QKeySequence::Copy)) {
         copy();
     } else if (event->matches(QKeySequence::SelectAll)) {
         selectAll();
-    } else if (moves && !lines().isEmpty()) {
-        const bool byWord = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-        moveCaret(moved(event->key(), byWord), event->modifiers().testFlag(Qt::ShiftModifier));
-        showCaret();
-    } else if (!scrollByKey(event->key())) {
+    } else if (event->matches(QKeySequence::MoveToNextPage)) {
+        setTop(m_top + rowsInSight() * m_rowHeight);
+    } else if (event->matches(QKeySequence::MoveToPreviousPage)) {
+        setTop(m_top - rowsInSight() * m_rowHeight);
+    } else if (lines().isEmpty() || !moveByKey(*event)) {
         QQuickPaintedItem::keyPressEvent(event);
     }
 }

@@ -1,5 +1,7 @@
 #include "ui/log_text_view.h"
 
+#include "ui/log_accessible.h"
+
 #include <QClipboard>
 #include <QCursor>
 #include <QFontMetricsF>
@@ -21,6 +23,9 @@ LogTextView::LogTextView(QQuickItem *parent)
     setClip(true);
     setOpaquePainting(false);
     connect(this, &LogTextView::colorsChanged, this, [this] { layOut(); });
+    connect(this, &LogTextView::activeFocusChanged, this, [this] { update(); });
+    static const bool spoken = (makeLogsAccessible(), true);
+    Q_UNUSED(spoken)
 }
 
 void LogTextView::setSource(OperationRunner *source)
@@ -30,19 +35,26 @@ void LogTextView::setSource(OperationRunner *source)
     m_source = source;
     if (m_source) {
         connect(m_source, &OperationRunner::linesChanged, this, &LogTextView::onLinesChanged);
-        connect(m_source, &OperationRunner::linesReset, this, [this] { onLinesChanged(-1, 0); });
+        connect(m_source, &OperationRunner::linesReset, this, &LogTextView::showOtherLines);
     }
     Q_EMIT sourceChanged();
-    onLinesChanged(-1, 0);
+    showOtherLines();
 }
 
 void LogTextView::setText(const QString &text)
 {
     const QStringList now = text.isEmpty() ? QStringList() : text.split(u'\n');
     if (now == m_text) return;
+    const bool asMany = now.size() == m_text.size();
+    const QString selected = m_source ? QString() : selectedText();
     m_text = now;
     Q_EMIT textChanged();
-    if (!m_source) onLinesChanged(-1, 0);
+    if (m_source) return;
+    if (!asMany) return showOtherLines();
+    m_anchor = within(now, m_anchor);
+    m_caret = within(now, m_caret);
+    if (selectedText() != selected) m_anchor = m_caret;
+    onLinesReplaced();
 }
 
 void LogTextView::setFont(const QFont &font)
@@ -52,6 +64,7 @@ void LogTextView::setFont(const QFont &font)
     const QFontMetricsF metrics(font);
     m_charWidth = std::max(1.0, metrics.horizontalAdvance(u'0'));
     m_rowHeight = std::ceil(metrics.height() * 1.15);
+    m_baseline = (m_rowHeight - metrics.height()) / 2 + metrics.ascent();
     Q_EMIT fontChanged();
     layOut();
 }
@@ -64,12 +77,6 @@ double LogTextView::pageSize() const { return contentHeight() > height() ? heigh
 
 QString LogTextView::selectedText() const { return textBetween(lines(), m_anchor, m_caret); }
 
-QString LogTextView::spokenText() const
-{
-    if (m_anchor != m_caret) return selectedText();
-    return m_caret.line < lines().size() ? lines().at(m_caret.line) : QString();
-}
-
 void LogTextView::scrollTo(double position) { setTop(position * contentHeight()); }
 
 void LogTextView::copy() const
@@ -77,10 +84,12 @@ void LogTextView::copy() const
     if (m_anchor != m_caret) QGuiApplication::clipboard()->setText(selectedText());
 }
 
-void LogTextView::selectAll()
+void LogTextView::selectAll() { select({}, end()); }
+
+void LogTextView::select(LogLayout::Place anchor, LogLayout::Place caret)
 {
-    m_anchor = {};
-    m_caret = end();
+    m_anchor = anchor;
+    m_caret = caret;
     update();
     Q_EMIT selectionChanged();
 }
@@ -95,18 +104,37 @@ void LogTextView::layOut()
 
 void LogTextView::onLinesChanged(int removed, int appended)
 {
-    if (removed < 0) {
-        m_anchor = m_caret = {};
-        m_layout.reset(lines(), m_layout.columns());
-    } else {
-        m_layout.change(lines(), removed, appended);
-        for (LogLayout::Place *place : {&m_anchor, &m_caret})
-            *place =
-                place->line < removed ? LogLayout::Place() : LogLayout::Place{place->line - removed, place->column};
-    }
+    const int rowsRemoved = m_layout.rowOf({removed, 0});
+    const bool caretAtEnd = m_anchor == m_caret && m_caret == m_end;
+    m_layout.change(lines(), removed, appended);
+    m_end = end();
+    for (LogLayout::Place *place : {&m_anchor, &m_caret})
+        *place = place->line < removed ? LogLayout::Place() : LogLayout::Place{place->line - removed, place->column};
+    if (caretAtEnd) m_anchor = m_caret = m_end;
     Q_EMIT contentChanged();
+    Q_EMIT linesMoved(removed, appended);
+    m_linesCameMeanwhile = m_dragging;
+    if (m_dragging)
+        setTop(m_top - rowsRemoved * m_rowHeight);
+    else
+        scrollToEnd();
+}
+
+void LogTextView::onLinesReplaced()
+{
+    m_layout.reset(lines(), m_layout.columns());
+    m_end = end();
+    Q_EMIT contentChanged();
+    Q_EMIT selectionChanged();
+    Q_EMIT linesMoved(-1, static_cast<int>(lines().size()));
+    setTop(m_top);
+}
+
+void LogTextView::showOtherLines()
+{
+    m_anchor = m_caret = end();
+    onLinesReplaced();
     scrollToEnd();
-    update();
 }
 
 void LogTextView::scrollToEnd() { setTop(contentHeight()); }
@@ -136,30 +164,34 @@ LogLayout::Place LogTextView::end() const
     return {static_cast<int>(lines().size()) - 1, static_cast<int>(lines().last().size())};
 }
 
-void LogTextView::moveCaret(LogLayout::Place caret, bool extend)
+QRectF LogTextView::areaOf(LogLayout::Place place) const
 {
-    m_caret = caret;
-    if (!extend) m_anchor = caret;
-    update();
-    Q_EMIT selectionChanged();
+    const int row = m_layout.rowOf(place);
+    const int across = place.column - m_layout.start(row).column;
+    return {m_padding + across * m_charWidth, m_padding + row * m_rowHeight - m_top, m_charWidth, m_rowHeight};
 }
 
-void LogTextView::showCaret()
+void LogTextView::reveal(LogLayout::Place place)
 {
-    const double y = m_layout.rowOf(m_caret) * m_rowHeight + m_padding;
-    if (y < m_top) setTop(y);
-    if (y + m_rowHeight > m_top + height()) setTop(y + m_rowHeight + m_padding - height());
+    const double y = areaOf(place).top();
+    if (y < 0) setTop(m_top + y - m_padding);
+    if (y + m_rowHeight > height()) setTop(m_top + y + m_rowHeight + m_padding - height());
 }
+
+void LogTextView::moveCaret(LogLayout::Place caret, bool extend) { select(extend ? m_anchor : caret, caret); }
 
 void LogTextView::paintRow(QPainter *painter, int row, double y) const
 {
     const LogLayout::Place start = m_layout.start(row);
     if (start.line >= lines().size()) return;
     const QString shown = drawable(QStringView(lines().at(start.line)).mid(start.column, m_layout.columns()));
-    const double baseline = y + (m_rowHeight - QFontMetricsF(m_font).height()) / 2 + QFontMetricsF(m_font).ascent();
     painter->setPen(m_color);
-    painter->drawText(QPointF(m_padding, baseline), shown);
+    painter->drawText(QPointF(m_padding, y + m_baseline), shown);
+    if (m_anchor != m_caret) paintSelection(painter, start, shown, y);
+}
 
+void LogTextView::paintSelection(QPainter *painter, LogLayout::Place start, const QString &shown, double y) const
+{
     const auto [from, to] = std::minmax(m_anchor, m_caret);
     const LogLayout::Place stop{start.line, start.column + static_cast<int>(shown.size())};
     const auto first = std::clamp(from, start, stop);
@@ -173,7 +205,7 @@ void LogTextView::paintRow(QPainter *painter, int row, double y) const
     painter->save();
     painter->setClipRect(area);
     painter->setPen(m_selectedTextColor);
-    painter->drawText(QPointF(m_padding, baseline), shown);
+    painter->drawText(QPointF(m_padding, y + m_baseline), shown);
     painter->restore();
 }
 
@@ -184,6 +216,9 @@ void LogTextView::paint(QPainter *painter)
     const int last = std::min(m_layout.rowCount() - 1, static_cast<int>((m_top + height()) / m_rowHeight));
     for (int row = first; row <= last; ++row)
         paintRow(painter, row, row * m_rowHeight + m_padding - m_top);
+    if (!hasActiveFocus() || m_anchor != m_caret) return;
+    const QRectF area = areaOf(m_caret);
+    painter->fillRect(QRectF(std::floor(area.left()), area.top(), 1, area.height()), m_color);
 }
 
 } // namespace corvane

@@ -22,11 +22,8 @@ Item {
         selectionColor: Theme.accentFill
         selectedTextColor: Theme.accentText
         padding: 6
-        Accessible.role: Accessible.EditableText
-        Accessible.readOnly: true
-        Accessible.multiLine: true
-        Accessible.name: root.label
-        Accessible.description: canvas.spokenText
+        label: root.label
+        Accessible.role: Accessible.EditableText // makes it known; what else is spoken, the canvas answers itself
     }
     NoteText {
         objectName: root.objectName + "Placeholder"

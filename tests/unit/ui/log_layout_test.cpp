@@ -58,6 +58,31 @@ TEST(LogLayout, Copies_whole_lines_however_they_were_broken)
     EXPECT_EQ(textBetween(lines, {1, 0}, {7, 0}), QStringLiteral("second\nthird"));
 }
 
+TEST(LogLayout, Every_place_has_an_offset_and_every_offset_a_place)
+{
+    const QStringList lines{QStringLiteral("first"), {}, QStringLiteral("third")};
+    const QString joined = lines.join(u'\n');
+    ASSERT_EQ(sizeOf(lines), joined.size());
+    for (int offset = 0; offset <= joined.size(); ++offset) {
+        const Place place = placeOf(lines, offset);
+        EXPECT_EQ(offsetOf(lines, place), offset);
+        EXPECT_EQ(textBetween(lines, {}, place), joined.first(offset));
+    }
+    EXPECT_EQ(placeOf(lines, 99), (Place{2, 5}));
+    EXPECT_EQ(placeOf(lines, -1), Place());
+    EXPECT_EQ(sizeOf({}), 0);
+    EXPECT_EQ(placeOf({}, 3), Place());
+}
+
+TEST(LogLayout, A_place_that_is_not_there_is_brought_to_the_nearest)
+{
+    const QStringList lines{QStringLiteral("first"), QStringLiteral("second")};
+    EXPECT_EQ(within(lines, {0, 9}), (Place{0, 5}));
+    EXPECT_EQ(within(lines, {2, 0}), (Place{1, 6}));
+    EXPECT_EQ(within(lines, {1, 2}), (Place{1, 2}));
+    EXPECT_EQ(within({}, {1, 2}), Place());
+}
+
 TEST(LogLayout, Draws_a_blank_for_signs_without_a_picture)
 {
     EXPECT_EQ(drawable(QStringLiteral("a\tb\x1b[1m")), QStringLiteral("a b [1m"));
