@@ -221,6 +221,22 @@ TEST_F(LogView, The_caret_waits_at_the_newest_line)
     EXPECT_EQ(m_log->caret().line, 118);
 }
 
+TEST_F(LogView, A_selection_is_seen_in_light_and_dark)
+{
+    openPiholeLog();
+    m_log->setText(logLines(300).join(u'\n'));
+    for (const bool dark : {false, true}) {
+        setDark(dark);
+        const QString name = dark ? QStringLiteral("log-dark") : QStringLiteral("log");
+        const QPoint inText = at(8, m_log->height() - 14);
+        m_log->select(m_log->caret(), m_log->caret());
+        const QColor before = picture(name).pixelColor(inText);
+        m_log->selectAll();
+        const QColor selected = picture(name + QStringLiteral("-selected")).pixelColor(inText);
+        EXPECT_NE(before, selected);
+    }
+}
+
 TEST_F(LogView, A_line_of_5000_characters_wraps_and_stays_whole)
 {
     openLog();
