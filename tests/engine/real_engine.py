@@ -15,6 +15,7 @@ import socketserver
 import struct
 import subprocess
 import sys
+import tarfile
 import tempfile
 import threading
 import time
@@ -33,6 +34,7 @@ PROGRAMS = {"dockerd": "docker.io", "docker": "docker.io", "docker-proxy": "dock
             "nsenter": "util-linux", "setpriv": "util-linux", "unshare": "util-linux", "mount": "mount"}
 SEARCHED = "/usr/sbin:/usr/bin:/sbin:/bin"
 PREFIX = "corvane-engine-"
+NOT_FOUND = 127
 SKIPPED = 77
 START_SECONDS = 30
 STOP_SECONDS = 30
@@ -216,7 +218,7 @@ def or_skip():
 
 
 def _probe():
-    """Starts an engine in a network of its own and ends it again; Unable when it does not come up."""
+    """Starts an engine in a network of its own and ends it again; Unable when it cannot hold a container."""
     with RealEngine() as engine:
         with subprocess.Popen(["unshare", "--net", "sh", "-c", "echo; exec sleep 60"],
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as place:
@@ -224,10 +226,22 @@ def _probe():
                 if not place.stdout.readline():
                     raise Unable("this system does not allow a network namespace")
                 engine.start(place.pid)
+                _try_container(engine)
             except RuntimeError as error:
                 raise Unable(str(error)) from error
             finally:
                 place.kill()
+
+
+def _try_container(engine):
+    """Unable when not even the program is reached that an empty container lacks."""
+    empty = f"{engine.folder}/empty.tar"
+    with tarfile.open(empty, "w"):
+        pass
+    engine.docker("import", empty, "empty")
+    tried = engine.docker("run", "--network", "none", "empty", "nothing")
+    if tried.returncode != NOT_FOUND:
+        raise Unable(f"no container can run: {tried.stderr.splitlines()[0]}")
 
 
 def _children(process):

@@ -159,6 +159,9 @@ class RefusingTest(unittest.TestCase):
         self.assertSentence(run("true", "--set", "wifi=perhaps"), "on, off")
         self.assertSentence(run("true", "--share", "/no/such/folder"), "is not a folder")
 
+    def test_Folder_without_a_real_engine_is_refused(self):
+        self.assertSentence(run("true", "--engine", "/usr"), "/usr is not the folder of a real engine")
+
     def test_Mac_that_does_not_answer_is_told_after_the_limit(self):
         with tempfile.TemporaryDirectory() as folder, socket.socket(socket.AF_UNIX) as silent:
             silent.bind(f"{folder}/control.sock")
