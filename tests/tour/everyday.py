@@ -8,11 +8,17 @@ from scenes import play
 from stage import ctl
 
 
+NAMES = ("example.com", "doubleclick.net", "www.example.com", "googleadservices.com", "example.com", "example.net",
+         "ssl.google-analytics.com", "example.org", "www.example.org", "example.com", "www.example.net", "example.net")
+
+
 def protected(stage):
     """Green: Pi-hole answers and this Mac uses it."""
-    stage.begin("protected")
+    stage.reset("protected")
+    subprocess.run(["dig", "@127.0.0.1", "+short", *NAMES], check=True, stdout=subprocess.DEVNULL)
+    stage.open()
     stage.dashboard()
-    stage.sees("Pi-hole is answering and this Mac uses it", "Blocking: On")
+    stage.sees("Pi-hole is answering and this Mac uses it", "Blocking: On", "Blocked: 3")
     stage.picture("green")
     stage.use("Refresh")
     stage.program.gone("Press Refresh to load the last 300 lines (docker logs --tail 300 pihole).")
@@ -24,6 +30,20 @@ def protected(stage):
     stage.picture("paused-and-following")
     stage.use("Resume blocking")
     stage.sees("Blocking is back on.")
+
+
+def tests_again(stage):
+    """All tests can be run again from the main window."""
+    stage.begin("running")
+    stage.dashboard()
+    stage.use("Run tests again")
+    stage.sees("Run tests again: running")
+    stage.picture("tests-running")
+    stage.program.gone("Run tests again: running")
+    stage.use("Setup wizard")
+    stage.step(8)
+    stage.sees("Blocking (step 5), passed", "This Mac uses Pi-hole (step 6), failed")
+    stage.picture("outcomes")
 
 
 def small_window(stage):
@@ -154,7 +174,7 @@ def settings(stage):
     stage.picture("settings-port-moved")
 
 
-SCENES = (protected, small_window, not_used, dead, dead_engine, stopped, docker_down, checking, menu, settings)
+SCENES = (protected, tests_again, small_window, not_used, dead, dead_engine, stopped, docker_down, checking, menu, settings)
 
 if __name__ == "__main__":
     sys.exit(play(SCENES))

@@ -1,6 +1,7 @@
 """Where a story plays: the simulated Mac, the program in it, and the pictures that are taken."""
 
 import json
+import os
 import pathlib
 import signal
 import socket
@@ -33,6 +34,12 @@ def ctl(*words):
     return answer["result"]
 
 
+def dark_desktop():
+    """Whether this desktop is dark, as its own settings say."""
+    folder = os.environ.get("XDG_CONFIG_DIRS", "").split(":")[0]
+    return pathlib.Path(folder, "kdeglobals").is_file()
+
+
 class Stage:
     """One program at a time, used with one kind of hand, and a folder of numbered pictures."""
 
@@ -52,11 +59,15 @@ class Stage:
         self.program = Program([self.command], self._log)
         self.hand = self._kind(self.program)
 
-    def begin(self, state, *commands):
-        """Puts the Mac into a state, gives it these commands, each one text, and starts the program."""
+    def reset(self, state, *commands):
+        """Puts the Mac into a state and gives it these commands, each one text."""
         ctl("reset", state)
         for command in commands:
             ctl(*command.split())
+
+    def begin(self, state, *commands):
+        """Puts the Mac into a state, gives it these commands and starts the program."""
+        self.reset(state, *commands)
         self.open()
 
     def end(self):
@@ -146,6 +157,19 @@ class Stage:
     def sees_part(self, part):
         """Waits for a text that holds this."""
         self.program.wait(part, lambda: any(part in text for text in self.program.texts()))
+
+    def switched(self, name, on):
+        """Waits until the switch of this name is on, or off."""
+        self.program.wait(f"{name} {'on' if on else 'off'}", lambda: (
+            (node := self.program.control(name)) and tree.checked(node) == on))
+
+    def follows_the_desktop(self):
+        """Checks the last picture: the program is dark on a dark desktop and light on a light one."""
+        last = max(self.folder.glob(f"{self.count:02}-*.png"))
+        mean = subprocess.run(["convert", str(last), "-format", "%[fx:mean]", "info:"], check=True, capture_output=True,
+                              text=True).stdout
+        if (float(mean) < 0.5) != dark_desktop():
+            raise NotOnScreen(f"the desktop's appearance: the picture's lightness is {mean}")
 
     def picture(self, name):
         """Takes a picture of all windows of the program, with a little of the desktop around them."""

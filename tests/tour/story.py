@@ -16,7 +16,8 @@ def tick(text):
 def welcome(stage):
     stage.sees("What this wizard will do")
     stage.picture("welcome")
-    tick("Corvane opens with Welcome")
+    stage.follows_the_desktop()
+    tick("Corvane opens with Welcome, as light or dark as the desktop")
     stage.use("Next")
 
 

@@ -100,6 +100,11 @@ def focused(node):
     return has(node, Atspi.StateType.FOCUSED)
 
 
+def checked(node):
+    """Whether the switch is on."""
+    return has(node, Atspi.StateType.CHECKED)
+
+
 def usable(node):
     """The node if it is enabled."""
     return node if node and has(node, Atspi.StateType.ENABLED) else None

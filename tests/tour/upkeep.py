@@ -80,12 +80,13 @@ def colima_at_login(stage):
     stage.sees("Stop starting Colima at login?")
     stage.picture("colima-question")
     stage.use("Cancel")
-    stage.sees("Start Colima at login")
+    stage.switched("Start Colima at login", on=True)
     stage.use("Start Colima at login")
     stage.use("Continue")
     stage.program.wait("Homebrew to be asked", lambda: any(
         "stop" in call["argv"] for call in ctl("journal", "brew")))
     stage.program.gone("Turning off Colima at login")
+    stage.switched("Start Colima at login", on=False)
     stage.picture("colima-by-hand")
 
 
