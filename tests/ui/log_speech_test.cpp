@@ -198,17 +198,6 @@ TEST_F(LogSpeech, New_and_dropped_lines_are_told_together)
     m_log->setSource(nullptr);
 }
 
-TEST_F(LogSpeech, Nothing_is_told_while_nobody_listens)
-{
-    openLog(kLines);
-    listen(false);
-    m_log->setText(logLines(300).join(u'\n'));
-    press(Qt::Key_Up);
-    QTest::qWait(400);
-    listen(true);
-    EXPECT_TRUE(told.isEmpty());
-}
-
 } // namespace
 
 } // namespace corvane
