@@ -35,12 +35,7 @@ Windows::Windows(MakeEngine makeEngine, Dialogs &dialogs)
     connect(&dialogs, &Dialogs::changed, this, &Windows::follow);
 }
 
-Windows::~Windows()
-{
-    delete m_alert;
-    delete m_settings;
-    delete m_main;
-}
+Windows::~Windows() { qDeleteAll(QSet(m_living)); }
 
 void Windows::openMain() { open(m_main, QStringLiteral("MainWindow")); }
 
@@ -66,6 +61,11 @@ QQuickWindow *Windows::make(const QString &view, const QVariantMap &properties)
     if (!window) qFatal("%s", qPrintable(component.errorString()));
     QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
     window->installEventFilter(this);
+    m_living.insert(window);
+    connect(window, &QObject::destroyed, this, [this](QObject *gone) {
+        m_living.remove(gone);
+        if (m_living.isEmpty()) QMetaObject::invokeMethod(this, &Windows::giveBack, Qt::QueuedConnection);
+    });
     return window;
 }
 
@@ -79,8 +79,6 @@ void Windows::follow()
         m_alert = make(QStringLiteral("AlertWindow"), propertiesOf(*m_shown));
         connect(m_alert, SIGNAL(answered(bool)), this, SLOT(onAnswered(bool)));
         raise(*m_alert);
-    } else {
-        QMetaObject::invokeMethod(this, &Windows::giveBack, Qt::QueuedConnection);
     }
 }
 
@@ -96,16 +94,14 @@ bool Windows::eventFilter(QObject *watched, QEvent *event)
         (*window)->deleteLater();
         window->clear();
     }
-    QMetaObject::invokeMethod(this, &Windows::giveBack, Qt::QueuedConnection);
     return false;
 }
 
 void Windows::giveBack()
 {
-    if (!m_engine || m_main || m_settings || m_alert) return;
-    // The windows that were just closed are deleted before the engine that made them.
-    connect(m_engine.get(), &QObject::destroyed, this, platform::returnFreeMemory, Qt::QueuedConnection);
-    m_engine.release()->deleteLater();
+    if (!m_living.isEmpty()) return;
+    m_engine.reset();
+    platform::returnFreeMemory();
 }
 
 } // namespace corvane

@@ -50,6 +50,8 @@ private:
     MakeEngine m_makeEngine;
     Dialogs &m_dialogs;
     std::unique_ptr<ScreenEngine> m_engine;
+    /// Every window that is not yet deleted: the engine must outlive them.
+    QSet<QObject *> m_living;
     Window m_main;
     Window m_settings;
     Window m_alert;

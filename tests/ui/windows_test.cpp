@@ -3,6 +3,7 @@
 #include "ui/dot.h"
 #include "ui/menu_content.h"
 
+#include <QQmlEngine>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -41,6 +42,15 @@ TEST_F(WindowsAndMenu, A_closed_window_is_given_back_and_opens_again)
     EXPECT_FALSE(m_windows.main());
     openDashboard();
     EXPECT_TRUE(shows(QStringLiteral("statusLine")));
+}
+
+TEST_F(WindowsAndMenu, Views_follow_the_model_after_the_engine_has_tidied_up)
+{
+    openStep(2);
+    qmlEngine(window())->collectGarbage();
+    m_app.setDockerWorks(true);
+    settle();
+    EXPECT_EQ(find(QStringLiteral("step3"))->property("badge").value<Badge>().spoken, QStringLiteral("done"));
 }
 
 TEST_F(WindowsAndMenu, Shortcuts_open_Settings_and_ask_to_quit)
