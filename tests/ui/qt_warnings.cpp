@@ -13,8 +13,9 @@ QStringList warnings;
 void noteWarnings(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     if (type == QtDebugMsg || type == QtInfoMsg) return;
-    // The offscreen platform owns up to what it has no use for.
+    // The offscreen platform owns up to what it has no use for, and has no tray.
     if (message.startsWith(QLatin1String("This plugin does not support "))) return;
+    if (message.contains(QLatin1String("QPlatformNativeInterface::systemTrayWindowChanged"))) return;
     const QMutexLocker locked(&lock);
     warnings << message;
 }
