@@ -149,6 +149,18 @@ TEST_F(Dashboard, Log_buttons_wait_for_a_log)
     EXPECT_FALSE(enabled(QStringLiteral("saveLogButton")));
 }
 
+TEST_F(Dashboard, The_buttons_stay_in_their_place_when_a_message_comes)
+{
+    openDashboard();
+    showRunning(m_app);
+    settle();
+    const QPointF before = find(QStringLiteral("pauseButton"))->mapToScene(QPointF());
+    m_app.setApiMessage(QStringLiteral("Blocking is paused for 5 minutes."));
+    settle();
+    EXPECT_TRUE(shows(QStringLiteral("apiMessage")));
+    EXPECT_EQ(find(QStringLiteral("pauseButton"))->mapToScene(QPointF()), before);
+}
+
 TEST_F(Dashboard, Following_without_docker_switches_back_and_says_why)
 {
     openDashboard();

@@ -24,7 +24,7 @@ ScrollArea {
 
         LogsPanel {
             width: parent.width
-            logHeight: Math.max(272, root.height - 576)
+            logHeight: Math.max(272, root.height - 584)
         }
     }
     UpdatesBox {
