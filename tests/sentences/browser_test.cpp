@@ -104,10 +104,12 @@ TEST_F(Browsers, Each_reading_is_told_with_what_it_means)
 TEST_F(Browsers, The_browser_test_says_what_it_did_and_found)
 {
     begin("protected");
+    mac("pihole web hang");
     openStep(7);
     pressButton("Browser test");
     EXPECT_TRUE(tells(QStringLiteral("Opened cv-[0-9a-f]{6}\\.example\\.com in your default browser. An error page "
                                      "there is expected: the name does not exist. Looking in Pi-hole's log\\.\\.\\.")));
+    mac("pihole web on");
     const QString found =
         QStringLiteral("cv-[0-9a-f]{6}\\.example\\.com appeared in Pi-hole's query log, so your default browser uses "
                        "Pi-hole. \\(The browser's error page was expected.\\)");

@@ -123,7 +123,7 @@ TEST_F(Settings, A_new_port_says_how_it_went)
     mac("take-port 8081 tcp --as nginx");
     pick("webPortPicker", "8081");
     EXPECT_TRUE(appears("Port 8081 is already in use."));
-    mac("fault docker late 0.5 --when run*");
+    mac("fault docker late 1 --when run*");
     pick("webPortPicker", "8082");
     EXPECT_TRUE(appears("Recreating Pi-hole on port 8082"));
     settle();

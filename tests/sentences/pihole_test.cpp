@@ -71,7 +71,7 @@ TEST_F(PiholeTests, Say_how_container_page_and_dns_do)
 TEST_F(PiholeTests, Tell_what_they_wait_for)
 {
     begin("running");
-    mac("fault docker late 0.5 --at 1");
+    mac("fault docker late 1 --at 1");
     openStep(4);
     pressButton("Test");
     EXPECT_TRUE(appear({"Checking...", "Waiting..."}));
