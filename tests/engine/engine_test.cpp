@@ -3,6 +3,9 @@
 #include "tests/flows/in_state.h"
 #include "tests/support/result_of.h"
 
+#include <QDir>
+#include <QFile>
+
 namespace corvane::test {
 
 namespace {
@@ -149,7 +152,7 @@ TEST_F(RealEngine, A_machine_that_stops_takes_docker_away_and_brings_pihole_back
     EXPECT_TRUE(model().maintOp()->succeeded());
     EXPECT_TEXT(model().startMessage(), "");
     expectHealthy();
-    EXPECT_TRUE(answers(false)) << "the restart policy brought it back";
+    EXPECT_TRUE(answers(false));
 }
 
 TEST_F(RealEngine, An_update_recreates_the_container_and_keeps_its_data)
@@ -233,6 +236,22 @@ TEST_F(RealEngine, What_goes_wrong_in_docker_is_told_in_plain_words)
                 "Docker reported an error. Open 'Show details' to read it.");
 }
 
+TEST_F(RealEngine, A_mac_without_wifi_is_told_that_nothing_can_be_downloaded)
+{
+    Mac::ctl(QStringLiteral("wifi off"));
+    const QString said = docker(QStringLiteral("pull pihole/pihole:2099.01.0")).combined();
+    EXPECT_TRUE(said.contains(QStringLiteral("network is unreachable"))) << said.toStdString();
+    EXPECT_TEXT(DockerCLI::friendlyError(said), kNoInternet);
+}
+
+TEST_F(RealEngine, A_socket_that_this_user_may_not_use_is_told)
+{
+    ASSERT_TRUE(QFile::setPermissions(QDir::home().filePath(QStringLiteral(".colima/default/docker.sock")), {}));
+    EXPECT_TEXT(saidBy(QStringLiteral("pull pihole/pihole:2026.09.0")),
+                "Docker refused access (permission denied). Check that your user can use Colima's Docker socket.");
+    EXPECT_EQ(containerState(), ContainerState::dockerDown());
+}
+
 TEST_F(RealEngine, An_unhealthy_pihole_is_told_apart_from_a_healthy_one)
 {
     setUpPihole();
@@ -244,9 +263,12 @@ TEST_F(RealEngine, An_unhealthy_pihole_is_told_apart_from_a_healthy_one)
     waitFor([] { return containerState() == ContainerState::running(QStringLiteral("unhealthy")); }, "it is unhealthy");
 }
 
-TEST_F(RealEngine, A_stopped_pihole_stays_stopped_when_the_machine_starts_again)
+TEST_F(RealEngine, What_ran_comes_back_with_the_machine_and_what_was_stopped_does_not)
 {
     setUpPihole();
+    Mac::ctl(QStringLiteral("engine stop"));
+    Mac::ctl(QStringLiteral("engine start"));
+    expectHealthy();
     run(model().stopPihole());
     Mac::ctl(QStringLiteral("engine stop"));
     Mac::ctl(QStringLiteral("engine start"));

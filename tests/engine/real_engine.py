@@ -15,7 +15,6 @@ import socketserver
 import struct
 import subprocess
 import sys
-import tarfile
 import tempfile
 import threading
 import time
@@ -30,28 +29,25 @@ TAGS = ("2026.09.0", "2026.10.0")
 REGISTRY = "127.0.0.1:5000"
 NAME_SERVER = "192.168.1.1"   # the router of a simulated Mac
 CONTROL_GROUPS = "/sys/fs/cgroup"
-PROGRAMS = {"dockerd": "docker.io", "docker": "docker.io", "docker-proxy": "docker.io", "docker-registry": "docker-registry",
-            "nsenter": "util-linux", "setpriv": "util-linux", "unshare": "util-linux", "mount": "mount"}
 SEARCHED = "/usr/sbin:/usr/bin:/sbin:/bin"
 PREFIX = "corvane-engine-"
-NOT_FOUND = 127
-SKIPPED = 77
 START_SECONDS = 30
+IN_ITS_NAMESPACE = """\
+mount --bind "$1/resolv.conf" /etc/resolv.conf &&
+if [ -n "$2" ]; then mkdir -p "$1/data" && mount -t tmpfs -o size="$2" none "$1/data"; fi &&
+exec dockerd --config-file "$1/engine.json"
+"""
 STOP_SECONDS = 30
 
 
-class Unable(Exception):
-    """No engine can run here; the text is the reason."""
-
-
 class RealEngine:
-    """One engine: off at first, and empty."""
+    """One engine: off at first, and empty. `disk` is the size of a disk that is lost when it stops, such as "48m"."""
 
-    def __init__(self):
-        _check_host()
+    def __init__(self, disk=None):
         _remove_dead_ones()
         self.folder, self._lock = _fresh_folder()
         self._group = os.path.basename(self.folder)
+        self._disk = disk or ""
         self._network = None     # an open file: the network in which everything runs
         self._engine = None
         self._registry = None
@@ -99,8 +95,7 @@ class RealEngine:
             self._registry = self._launch("registry", ["docker-registry", "serve", f"{self.folder}/registry.json"])
         self._engine = self._launch("engine", [
             "unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-c",
-            'mount --bind "$1/resolv.conf" /etc/resolv.conf && exec dockerd --config-file "$1/engine.json"', "dockerd",
-            self.folder])
+            IN_ITS_NAMESPACE, "dockerd", self.folder, self._disk])
         self._await_answer()
 
     def stop(self):
@@ -195,53 +190,6 @@ class _Handler(socketserver.StreamRequestHandler):
         except Exception as error:   # whatever it is, whoever asked must hear of it
             answer = {"ok": False, "error": str(error)}
         self.wfile.write(json.dumps(answer).encode() + b"\n")
-
-
-def _check_host():
-    """Unable when this machine is not one on which an engine can be tried."""
-    if os.geteuid() != 0:
-        raise Unable("only root may start a Docker engine")
-    missing = {package for program, package in PROGRAMS.items() if not shutil.which(program, path=SEARCHED)}
-    if missing:
-        raise Unable(f"{' and '.join(sorted(missing))} not installed (see scripts/packages-engine.txt)")
-    if not os.path.ismount(CONTROL_GROUPS):
-        raise Unable(f"no control groups at {CONTROL_GROUPS}")
-
-
-def or_skip():
-    """Ends the program with ctest's word for "skipped", and a reason, where no engine can run."""
-    try:
-        _probe()
-    except Unable as reason:
-        print(f"Skipped: {reason}.")
-        sys.exit(SKIPPED)
-
-
-def _probe():
-    """Starts an engine in a network of its own and ends it again; Unable when it cannot hold a container."""
-    with RealEngine() as engine:
-        with subprocess.Popen(["unshare", "--net", "sh", "-c", "echo; exec sleep 60"],
-                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as place:
-            try:
-                if not place.stdout.readline():
-                    raise Unable("this system does not allow a network namespace")
-                engine.start(place.pid)
-                _try_container(engine)
-            except RuntimeError as error:
-                raise Unable(str(error)) from error
-            finally:
-                place.kill()
-
-
-def _try_container(engine):
-    """Unable when not even the program is reached that an empty container lacks."""
-    empty = f"{engine.folder}/empty.tar"
-    with tarfile.open(empty, "w"):
-        pass
-    engine.docker("import", empty, "empty")
-    tried = engine.docker("run", "--network", "none", "empty", "nothing")
-    if tried.returncode != NOT_FOUND:
-        raise Unable(f"no container can run: {tried.stderr.splitlines()[0]}")
 
 
 def _children(process):

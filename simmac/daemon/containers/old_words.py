@@ -13,6 +13,7 @@ _TABLE = (
     ("run|start|restart", "failed to set up container networking: ", ""),
     ("run|start|restart", r"failed to bind host port (\S+)/(tcp|udp): (?=address)",
      r"Error starting userland proxy: listen \g<2>4 \1: bind: "),
+    ("pull|run", r"^(failed to register layer: )(?=write )", r"\1Error processing tar file(exit status 1): "),
     ("run", r"( external connectivity .*)\n\nRun 'docker run --help' for more information$", r"\1."),
     ("run", r"\.?\n\nRun 'docker run --help' for more information$", r".\nSee 'docker run --help'."),
     (".*", r"^docker: unknown command: docker (\S+)\n\nRun 'docker --help' for more information$",
