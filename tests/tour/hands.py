@@ -108,6 +108,10 @@ class Keyboard:
         xdotool("key", "space")
         time.sleep(SETTLING)
 
+    def show(self, node):
+        """Tabs on until the focus has brought the node into sight."""
+        self.program.wait(f"{tree.says(node)} in sight", lambda: tree.shown(node) or xdotool("key", "Tab"))
+
     def _stands_on(self, name):
         """Whether the focus is on the control and it can be used; else moves on, once the control is no longer waited for."""
         node = self.program.control(name)

@@ -110,7 +110,8 @@ def restore(stage):
     stage.use("Restore my old settings")
     stage.sees("Restore my old DNS settings?")
     stage.use("Restore")
-    stage.sees("Your old DNS settings are back.", "Pi-hole is answering, but this Mac does not use it")
+    stage.sees("Your old DNS settings are back.")
+    stage.program.read("Pi-hole is answering, but this Mac does not use it")
     stage.picture("restored")
     tick("The old DNS settings are back")
 
