@@ -172,7 +172,7 @@ TEST_F(Actions, A_log_that_cannot_be_saved_is_told)
     ASSERT_TRUE(filePanel());
     EXPECT_TRUE(filePanel()->selectedFiles().value(0).endsWith(QStringLiteral("/pihole-log.txt")));
     chooseFile(QStringLiteral("/System/Library/pihole-log.txt"));
-    EXPECT_TRUE(begins("Could not save the log: "));
+    EXPECT_TRUE(appearsWithReason("Could not save the log: "));
 }
 
 } // namespace corvane::test

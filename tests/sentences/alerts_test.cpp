@@ -1,9 +1,7 @@
-#include "dns/dns_configurator.h"
 #include "tests/flows/saved_files.h"
 #include "tests/sentences/on_screen.h"
 
 #include <QDir>
-#include <QFile>
 
 namespace corvane::test {
 

@@ -74,7 +74,7 @@ TEST_F(Dns, A_change_that_cannot_begin_says_why)
     ASSERT_TRUE(QDir().mkpath(DNSConfigurator::backupFile() + QStringLiteral("/in the way")));
     pressButton("Change DNS...");
     pressButton("Change DNS");
-    EXPECT_TRUE(begins("The old settings could not be saved, so nothing was changed: "));
+    EXPECT_TRUE(appearsWithReason("The old settings could not be saved, so nothing was changed: "));
     settle();
     ASSERT_TRUE(QDir(DNSConfigurator::backupFile()).removeRecursively());
 

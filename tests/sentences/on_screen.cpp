@@ -206,7 +206,7 @@ testing::AssertionResult OnScreen::appear(std::initializer_list<const char *> se
     return testing::AssertionSuccess();
 }
 
-testing::AssertionResult OnScreen::begins(const char *sentence)
+testing::AssertionResult OnScreen::appearsWithReason(const char *sentence)
 {
     return shown(sentence, [wanted = QString::fromUtf8(sentence)](const QString &text) {
         return text.startsWith(wanted) && text.size() > wanted.size() + 3;

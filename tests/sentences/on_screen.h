@@ -60,8 +60,8 @@ protected:
     /// Whether exactly this comes to stand on the screen, as a text or as one line of it.
     [[nodiscard]] testing::AssertionResult appears(const char *sentence);
     [[nodiscard]] testing::AssertionResult appear(std::initializer_list<const char *> sentences);
-    /// The same for a sentence that goes on in words of the system's.
-    [[nodiscard]] testing::AssertionResult begins(const char *sentence);
+    /// The same for a sentence that goes on in words of the system's, or with what was found.
+    [[nodiscard]] testing::AssertionResult appearsWithReason(const char *sentence);
     /// Whether exactly this is asked.
     [[nodiscard]] testing::AssertionResult asks(const Question &question);
     /// Opens a log and selects it, as a person would to copy it: whether this is one of its lines.

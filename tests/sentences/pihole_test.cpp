@@ -75,7 +75,7 @@ TEST_F(PiholeTests, Tell_what_they_wait_for)
     openStep(4);
     pressButton("Test");
     EXPECT_TRUE(appear({"Checking...", "Waiting..."}));
-    EXPECT_TRUE(begins("Answer: "));
+    EXPECT_TRUE(appearsWithReason("Answer: "));
 }
 
 TEST_F(PiholeTests, Tell_how_they_ended_on_the_dashboard_and_at_the_end)
@@ -132,7 +132,7 @@ TEST_F(PiholeTests, Say_what_was_blocked)
                     .match(counts)
                     .hasMatch())
         << counts.toStdString();
-    EXPECT_TRUE(begins("Answer: "));
+    EXPECT_TRUE(appearsWithReason("Answer: "));
     EXPECT_TRUE(blocked("answered 0.0.0.0 (nowhere)"));
 
     expect({"running", {"pihole block-mode nxdomain"}, {}}, 5);

@@ -2,7 +2,6 @@
 #include "tests/sentences/on_screen.h"
 
 #include <QDir>
-#include <QFile>
 
 namespace corvane::test {
 
@@ -90,7 +89,7 @@ TEST_F(Start, Says_which_file_could_not_be_written)
     ASSERT_TRUE(QDir().mkpath(PiholeController::composeFile() + QStringLiteral("/in the way")));
     openStep(4);
     pressButton("Start Pi-hole");
-    EXPECT_TRUE(begins("Could not write the Pi-hole files: "));
+    EXPECT_TRUE(appearsWithReason("Could not write the Pi-hole files: "));
     ASSERT_TRUE(QDir(PiholeController::composeFile()).removeRecursively());
 
     ASSERT_TRUE(QDir().mkpath(PiholeController::environmentFile() + QStringLiteral("/in the way")));
