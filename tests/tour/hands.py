@@ -31,6 +31,7 @@ class Mouse:
         """Clicks the control as soon as it is enabled."""
         node = self.program.wait(f"{name} (enabled)", lambda: tree.usable(self.program.control(name)))
         self.show(node)
+        self.program.wait(f"{name} to stand still", at_rest(node))
         self.click(*tree.box(node).middle())
 
     def click(self, x, y, button=1):
@@ -47,7 +48,7 @@ class Mouse:
         if sight.holds(place) or (banner and banner.holds(place)):
             return
         self._roll(sight, (sight.top + sight.bottom) // 2 - (place.top + place.bottom) // 2)
-        self.program.wait("scrolling to come to rest", _at_rest(node))
+        self.program.wait("scrolling to come to rest", at_rest(node))
 
     def top(self):
         """Scrolls to the top."""
@@ -85,12 +86,12 @@ class Mouse:
         return sight, banner
 
 
-def _at_rest(node):
+def at_rest(node):
     """A condition: the node has not moved since it was last asked for."""
     last = [None]
 
     def rests():
-        now = tree.box(node).top
+        now = tree.box(node).middle()
         last[0], before = now, last[0]
         return now == before
     return rests

@@ -58,6 +58,12 @@ class Stage:
         """Starts the program."""
         self.program = Program([self.command], self._log)
         self.hand = self._kind(self.program)
+        window = self.program.wait("the window in front", self._active_window)
+        self.program.wait("the window in its place", hands.at_rest(window))
+
+    def _active_window(self):
+        window = self.program.window()
+        return window if window and tree.active(window) else None
 
     def reset(self, state, *commands):
         """Puts the Mac into a state and gives it these commands, each one text."""
