@@ -176,8 +176,12 @@ TEST_F(Story, From_the_first_browser_to_the_removal)
     EXPECT_TRUE(isWholeZip(contentOf(zip)));
     EXPECT_EQ(settings.value(QStringLiteral("webPort")).toInt(), 8085) << "and the settings";
     EXPECT_TRUE(model().showWizard());
-    run(model().refreshStatus(false));
-    EXPECT_EQ(model().icon(), MenuIcon::Stopped);
+    // A look that began before the removal may still be under way, and then there is no other.
+    const auto looksStopped = [this] {
+        run(model().refreshStatus(false));
+        return model().icon() == MenuIcon::Stopped;
+    };
+    waitFor(looksStopped, "the status tells of the removal");
 }
 
 } // namespace corvane::test
