@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
@@ -19,6 +20,18 @@ void onFocusWindow(Action action)
     if (QWindow *window = QGuiApplication::focusWindow()) (window->*action)();
 }
 
+/// Gives the keys of a command to whatever has the focus, as if they had been typed.
+void type(QKeySequence::StandardKey command)
+{
+    QObject *focus = QGuiApplication::focusObject();
+    const QKeySequence keys(command);
+    if (!focus || keys.isEmpty()) return;
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, keys[0].key(), keys[0].keyboardModifiers());
+        QCoreApplication::sendEvent(focus, &event);
+    }
+}
+
 /// The standard menu bar. Qt moves actions with a role into the application menu and gives them the system's wording.
 class MacApplicationMenu final : public QMenuBar {
 public:
@@ -27,6 +40,7 @@ public:
     {
         qGuiApp->installEventFilter(this);
         addApplicationMenu(commands);
+        addEditMenu();
         addWindowMenu(commands);
         connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
                 [this, open = commands.openWindow](Qt::ApplicationState state) { onState(state, open); });
@@ -52,6 +66,18 @@ private:
         QAction *quit = menu->addAction(QStringLiteral("Quit Corvane"), this, commands.quit);
         quit->setMenuRole(QAction::QuitRole);
         quit->setShortcut(QKeySequence::Quit);
+    }
+
+    void addEditMenu()
+    {
+        QMenu *menu = addMenu(QStringLiteral("Edit"));
+        const auto add = [&](const QString &name, QKeySequence::StandardKey command) {
+            menu->addAction(name, this, [command] { type(command); })->setShortcut(command);
+        };
+        add(QStringLiteral("Cut"), QKeySequence::Cut);
+        add(QStringLiteral("Copy"), QKeySequence::Copy);
+        add(QStringLiteral("Paste"), QKeySequence::Paste);
+        add(QStringLiteral("Select All"), QKeySequence::SelectAll);
     }
 
     void addWindowMenu(const ApplicationCommands &commands)
