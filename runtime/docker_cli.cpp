@@ -28,6 +28,7 @@ struct Wording {
 constexpr Wording kWordings[] = {
     {QLatin1StringView("cannot connect to the docker daemon"), kNotRunning},
     {QLatin1StringView("is the docker daemon running"), kNotRunning},
+    {QLatin1StringView("failed to connect to the docker api"), kNotRunning}, // since Docker 29
     {QLatin1StringView("no space left on device"), kDiskFull},
     {QLatin1StringView("address already in use"), DockerCLI::kPortInUse},
     {QLatin1StringView("port is already allocated"), DockerCLI::kPortInUse},

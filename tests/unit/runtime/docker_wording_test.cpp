@@ -28,6 +28,7 @@ struct Row {
 const std::vector<Row> kRows = {
     {"cannot connect to the docker daemon", kNotRunning},
     {"is the docker daemon running", kNotRunning},
+    {"failed to connect to the docker api", kNotRunning},
     {"no space left on device", kDiskFull},
     {"address already in use", kPort},
     {"port is already allocated", kPort},
