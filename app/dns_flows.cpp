@@ -183,6 +183,7 @@ QCoro::Task<> AppModel::restoreOldSettings()
     if (!alive || !accepted || changesDns()) co_return;
 
     const BusyKey mark(this, QStringLiteral("restoredns"));
+    setDnsMessage({});
     const std::optional<QString> failure = co_await DNSConfigurator::restore();
     if (!alive) co_return;
     if (failure) {
