@@ -54,7 +54,10 @@ QCoro::Task<> AppModel::finishInstall(bool succeeded)
 {
     const QPointer<AppModel> alive(this);
     co_await refreshTools();
-    if (alive && succeeded && autostartColima() && dockerWorks()) applyAutostart(true);
+    if (!alive || !succeeded) co_return;
+    if (autostartColima() && dockerWorks()) applyAutostart(true);
+    // What was missing when this Mac was checked is there now.
+    if (!systemChecks().isEmpty()) co_await runSystemChecks();
 }
 
 void AppModel::applyAutostart(bool enable)
