@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/busy_key.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
@@ -9,6 +10,7 @@ namespace corvane {
 
 namespace {
 
+const QString kContainerKey = QStringLiteral("container");
 constexpr int kPauseSeconds = 300;
 constexpr double kStartTimeout = 30; // seconds
 constexpr double kStopTimeout = 60;  // seconds
@@ -60,7 +62,8 @@ QCoro::Task<> AppModel::togglePause()
 
 QCoro::Task<> AppModel::startPiholeNow()
 {
-    if (maintains()) co_return;
+    if (maintains() || busy().contains(kContainerKey)) co_return;
+    const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
     setStartMessage({});
     co_await refreshTools();
@@ -89,6 +92,7 @@ QCoro::Task<> AppModel::startPiholeNow()
 
 QCoro::Task<> AppModel::finishStart()
 {
+    const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
     co_await refreshTools();
     if (!alive) co_return;
@@ -112,6 +116,8 @@ QCoro::Task<> AppModel::restartPihole() { return control(QStringLiteral("restart
 
 QCoro::Task<> AppModel::control(QString verb)
 {
+    if (busy().contains(kContainerKey)) co_return;
+    const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
     setStartMessage({});
     const QStringList command{verb, QStringLiteral("pihole")};

@@ -39,6 +39,7 @@ void Looks::bindBusyFlags()
     m_testingSystem.setBinding(busy("system"));
     m_restoringDNS.setBinding(busy("restoredns"));
     m_testingBrowser.setBinding(busy("browser"));
+    m_controlling.setBinding(busy("container"));
     m_testingAnything.setBinding([this] { return m_testingPihole || m_testingBlocking || m_testingSystem; });
 }
 
@@ -50,8 +51,9 @@ void Looks::bindDashboard()
     m_blockedPercent.setBinding([this] { return blockedPercentText(m_app.summary()); });
     m_blockingText.setBinding([this] { return corvane::blockingText(m_app.blocking()); });
     m_pauseLabel.setBinding([this] { return corvane::pauseLabel(m_app.blocking()); });
-    m_canStart.setBinding([this] { return corvane::canStart(m_app.containerState(), m_operating); });
-    m_canStopOrRestart.setBinding([this] { return corvane::canStopOrRestart(m_app.containerState(), m_operating); });
+    m_canStart.setBinding([this] { return corvane::canStart(m_app.containerState(), m_operating || m_controlling); });
+    m_canStopOrRestart.setBinding(
+        [this] { return corvane::canStopOrRestart(m_app.containerState(), m_operating || m_controlling); });
     m_canUpdate.setBinding([this] { return !m_operating && isNewer(m_app.latestTag(), m_app.pinnedTag()); });
 }
 
@@ -70,6 +72,7 @@ void Looks::bindSetUp()
     });
     m_dockerBadge.setBinding([this] { return outcomeBadge(m_app.outcomes(), QStringLiteral("docker")); });
     m_dockerTested.setBinding([this] { return m_app.outcomes().contains(QStringLiteral("docker")); });
+    m_dockerHint.setBinding([this] { return corvane::dockerHint(m_app.outcomes(), m_app.hasDocker()); });
     m_systemBadge.setBinding([this] { return outcomeBadge(m_app.outcomes(), QStringLiteral("system")); });
     m_systemVerdict.setBinding([this] { return corvane::systemVerdict(m_app.outcomes()); });
     m_blockingCounts.setBinding([this] { return corvane::blockingCounts(m_app.blockingTest()); });

@@ -24,6 +24,8 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, restoringDNS)
     CORVANE_DERIVED(Looks, bool, testingBrowser)
     CORVANE_DERIVED(Looks, bool, testingAnything)
+    /// The container is being started, stopped or restarted.
+    CORVANE_DERIVED(Looks, bool, controlling)
 
     // The dashboard.
     CORVANE_DERIVED(Looks, corvane::Tint::Name, dotTint)
@@ -48,6 +50,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, QString, piholeSubtitle)
     CORVANE_DERIVED(Looks, corvane::Badge, dockerBadge)
     CORVANE_DERIVED(Looks, bool, dockerTested)
+    CORVANE_DERIVED(Looks, QString, dockerHint)
     CORVANE_DERIVED(Looks, corvane::Badge, systemBadge)
     CORVANE_DERIVED(Looks, QString, systemVerdict)
     CORVANE_DERIVED(Looks, QString, resolverWarning)

@@ -51,7 +51,7 @@ Rectangle {
             PushButton {
                 objectName: "startPiholeNowButton"
                 prominent: true
-                enabled: !Looks.operating
+                enabled: !Looks.operating && !Looks.controlling
                 text: qsTr("Start Pi-hole now")
                 onClicked: {
                     root.startsColima = true;

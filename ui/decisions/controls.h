@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-/// Which everyday buttons can be pressed. `operating`: a set-up or maintenance operation runs.
+/// Which everyday buttons can be pressed. `operating`: an operation runs, or the container is being changed already.
 [[nodiscard]] bool canStart(const ContainerState &container, bool operating);
 [[nodiscard]] bool canStopOrRestart(const ContainerState &container, bool operating);
 

@@ -160,7 +160,8 @@ QList<Row> browserRows(const QList<BrowserInfo> &browsers)
 {
     QList<Row> rows;
     for (const BrowserInfo &browser : browsers) {
-        const QString steps = numbered(browser.steps);
+        // Where secure DNS is off there is nothing to do.
+        const QString steps = browser.state == SecureDNSState::Off ? QString() : numbered(browser.steps);
         const QString detail = steps.isEmpty() ? browser.detail : browser.detail + u'\n' + steps;
         const bool canOpen = browser.id == QLatin1String("safari") || (browser.installed && browser.settingsURL);
         rows.append({browser.id, browserBadge(browser.state), browser.name, detail, canOpen});
@@ -172,6 +173,14 @@ Badge outcomeBadge(const Outcomes &outcomes, const QString &test)
 {
     if (!outcomes.contains(test)) return checkBadge(CheckState::Unknown);
     return checkBadge(passed(outcomes, test) ? CheckState::Ok : CheckState::Failed);
+}
+
+QString dockerHint(const Outcomes &outcomes, bool hasDocker)
+{
+    const QString test = QStringLiteral("docker");
+    if (!outcomes.contains(test) || passed(outcomes, test)) return {};
+    return hasDocker ? QStringLiteral("Docker does not answer. Start Colima, then test again.")
+                     : QStringLiteral("docker was not found. Install Colima and Docker first.");
 }
 
 QString systemVerdict(const Outcomes &outcomes)

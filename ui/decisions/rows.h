@@ -59,10 +59,12 @@ public:
 
 /// The five tests of this session in the order of the steps.
 [[nodiscard]] QList<Row> outcomeRows(const Outcomes &outcomes);
-/// The badge of one test: passed, failed or not run yet.
 /// Of the tests that the dashboard runs, those that have ended.
 [[nodiscard]] QList<Row> testResults(const Outcomes &outcomes);
+/// The badge of one test: passed, failed or not run yet.
 [[nodiscard]] Badge outcomeBadge(const Outcomes &outcomes, const QString &test);
+/// What to do about a failed test of Docker; empty while there is none.
+[[nodiscard]] QString dockerHint(const Outcomes &outcomes, bool hasDocker);
 /// What the system DNS test proved; empty before its first run.
 [[nodiscard]] QString systemVerdict(const Outcomes &outcomes);
 /// What else is to be known about the servers after the Mac DNS test; empty before it, when any servers will do.

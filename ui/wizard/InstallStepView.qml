@@ -72,6 +72,11 @@ StepScaffold {
             busy: Looks.testingDocker
             onPressed: Commands.testDocker()
         }
+        MessageText {
+            objectName: "dockerHint"
+            width: parent.width
+            text: Looks.dockerHint
+        }
     }
     OperationLogView {
         objectName: "installLog"

@@ -203,6 +203,28 @@ TEST(Tools, Show_what_is_there)
     EXPECT_EQ(rows.at(2).title, QStringLiteral("docker"));
 }
 
+TEST(Rows, A_failed_test_of_Docker_says_what_to_do)
+{
+    const QString test = QStringLiteral("docker");
+    EXPECT_EQ(dockerHint({}, true), QString());
+    EXPECT_EQ(dockerHint({{test, {true, {}, {}}}}, true), QString());
+    EXPECT_EQ(dockerHint({{test, {false, {}, {}}}}, true),
+              QStringLiteral("Docker does not answer. Start Colima, then test again."));
+    EXPECT_EQ(dockerHint({{test, {false, {}, {}}}}, false),
+              QStringLiteral("docker was not found. Install Colima and Docker first."));
+}
+
+TEST(Rows, A_browser_that_is_off_says_nothing_about_switching_it_off)
+{
+    BrowserInfo browser;
+    browser.detail = QStringLiteral("Secure DNS is off. Good.");
+    browser.steps = {QStringLiteral("Open Settings.")};
+    browser.state = SecureDNSState::Off;
+    EXPECT_EQ(browserRows({browser}).first().detail, browser.detail);
+    browser.state = SecureDNSState::On;
+    EXPECT_EQ(browserRows({browser}).first().detail, browser.detail + QStringLiteral("\n1. Open Settings."));
+}
+
 } // namespace
 
 } // namespace corvane
