@@ -14,11 +14,12 @@ class Completion;
 
 /// A question with two answers.
 struct Alert {
+    /// A warning is about something that cannot be taken back: its answer without effect is the default one.
     enum class Style { Informational, Warning };
 
     QString title;
     QString text;
-    /// The first button, which is the default one.
+    /// The first button.
     QString accept;
     QString reject;
     Style style = Style::Informational;

@@ -27,6 +27,7 @@ Alert removalQuestion()
                                 "Colima and Docker stay installed.");
     alert.accept = QStringLiteral("Remove Pi-hole");
     alert.reject = QStringLiteral("Cancel");
+    alert.style = Alert::Style::Warning;
     return alert;
 }
 

@@ -71,6 +71,8 @@ Window {
                 objectName: "alertReject"
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
+                prominent: root.warning
+                focus: root.warning
                 text: root.rejectLabel
                 onClicked: root.answered(false)
             }
@@ -78,8 +80,8 @@ Window {
                 objectName: "alertAccept"
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
-                prominent: true
-                focus: true
+                prominent: !root.warning
+                focus: !root.warning
                 text: root.acceptLabel
                 onClicked: root.answered(true)
             }

@@ -23,12 +23,13 @@ class AlertView : public Screen {
 protected:
     void ask()
     {
-        launch(note(this, m_dialogs.confirm(question())));
+        launch(note(this, m_dialogs.confirm(m_question)));
         ASSERT_TRUE(m_windows.alert());
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_windows.alert()));
         lookAt(m_windows.alert());
     }
 
+    Alert m_question = question();
     std::optional<bool> m_answer;
 
 private:
@@ -60,6 +61,15 @@ TEST_F(AlertView, Return_takes_the_first_answer)
     press(Qt::Key_Return);
     lookAt(nullptr);
     EXPECT_EQ(m_answer, true);
+}
+
+TEST_F(AlertView, Return_takes_the_answer_without_effect_to_a_warning)
+{
+    m_question.style = Alert::Style::Warning;
+    ask();
+    press(Qt::Key_Return);
+    lookAt(nullptr);
+    EXPECT_EQ(m_answer, false);
 }
 
 TEST_F(AlertView, Escape_takes_the_other_answer)
