@@ -161,6 +161,19 @@ TEST_F(Dashboard, The_buttons_stay_in_their_place_when_a_message_comes)
     EXPECT_EQ(find(QStringLiteral("pauseButton"))->mapToScene(QPointF()), before);
 }
 
+TEST_F(Dashboard, While_Pi_hole_is_started_or_stopped_it_shows_and_waits)
+{
+    openDashboard();
+    showRunning(m_app);
+    EXPECT_TRUE(enabled(QStringLiteral("stopButton")));
+    EXPECT_FALSE(shows(QStringLiteral("controllingSpinner")));
+    m_app.setBusy({QStringLiteral("container")});
+    EXPECT_FALSE(enabled(QStringLiteral("stopButton")));
+    EXPECT_FALSE(enabled(QStringLiteral("restartButton")));
+    EXPECT_TRUE(shows(QStringLiteral("controllingSpinner")));
+    m_app.setBusy({});
+}
+
 TEST_F(Dashboard, Following_without_docker_switches_back_and_says_why)
 {
     openDashboard();

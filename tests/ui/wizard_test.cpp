@@ -338,6 +338,48 @@ TEST_F(Wizard, Services_stay_in_their_place_while_they_are_read_again)
     EXPECT_FALSE(shows(QStringLiteral("servicesNote")));
 }
 
+TEST_F(Wizard, Without_a_service_it_says_why_nothing_can_be_changed)
+{
+    openStep(5);
+    EXPECT_FALSE(shows(QStringLiteral("pickServiceHint")));
+    showServices(m_app);
+    EXPECT_FALSE(shows(QStringLiteral("pickServiceHint")));
+    m_app.setSelectedServices({});
+    settle();
+    EXPECT_EQ(textOf(QStringLiteral("pickServiceHint")), QStringLiteral("Pick at least one network service."));
+}
+
+TEST_F(Wizard, The_answer_to_what_was_pressed_comes_into_sight)
+{
+    openStep(6);
+    showBrowsers(m_app);
+    find(QStringLiteral("browserTestButton"))->forceActiveFocus();
+    m_app.setBrowserTestDetail(QStringLiteral("Pi-hole is not answering, so this test cannot run. Finish step 4."));
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        const QQuickItem *verdict = find(QStringLiteral("browserTestDetail"));
+        const QQuickItem *bar = find(QStringLiteral("nextButton"));
+        return verdict->mapToScene(QPointF(0, verdict->height())).y() < bar->mapToScene(QPointF()).y();
+    }));
+}
+
+TEST_F(Wizard, A_page_is_scrolled_by_keys)
+{
+    openStep(6);
+    showBrowsers(m_app);
+    settle();
+    const auto titleAt = [this] { return find(QStringLiteral("stepTitle"))->mapToScene(QPointF()).y(); };
+    const double start = titleAt();
+    find(QStringLiteral("checkBrowsersButton"))->forceActiveFocus();
+    press(Qt::Key_PageDown);
+    EXPECT_LT(titleAt(), start);
+    press(Qt::Key_End);
+    const double end = titleAt();
+    press(Qt::Key_Up);
+    EXPECT_EQ(titleAt(), end + 40);
+    press(Qt::Key_Home);
+    EXPECT_EQ(titleAt(), start);
+}
+
 TEST_F(Wizard, Pi_hole_only_warns)
 {
     openStep(5);

@@ -5,71 +5,84 @@ import Corvane
 Column {
     id: root
 
-    spacing: 10
+    Column {
+        width: root.width
+        spacing: 10
 
-    Flow {
-        width: root.width
-        spacing: Theme.gap
+        Flow {
+            width: root.width
+            spacing: Theme.gap
 
-        PushButton {
-            objectName: "pauseButton"
-            text: Looks.pauseLabel
-            enabled: !Looks.operating
-            onClicked: Commands.togglePause()
+            PushButton {
+                objectName: "pauseButton"
+                text: Looks.pauseLabel
+                enabled: !Looks.operating
+                onClicked: Commands.togglePause()
+            }
+            PushButton {
+                objectName: "openDashboardButton"
+                text: qsTr("Open dashboard")
+                enabled: !Looks.operating
+                onClicked: Commands.openDashboard()
+            }
+            PushButton {
+                objectName: "startButton"
+                text: qsTr("Start")
+                enabled: Looks.canStart
+                onClicked: Commands.startPiholeNow()
+            }
+            PushButton {
+                objectName: "stopButton"
+                text: qsTr("Stop")
+                enabled: Looks.canStopOrRestart
+                onClicked: Commands.stopPihole()
+            }
+            PushButton {
+                objectName: "restartButton"
+                text: qsTr("Restart")
+                enabled: Looks.canStopOrRestart
+                onClicked: Commands.restartPihole()
+            }
+            Spinner {
+                objectName: "controllingSpinner"
+                visible: Looks.controlling
+                height: Theme.sized(24)
+                label: qsTr("Pi-hole: working")
+            }
         }
-        PushButton {
-            objectName: "openDashboardButton"
-            text: qsTr("Open dashboard")
-            enabled: !Looks.operating
-            onClicked: Commands.openDashboard()
-        }
-        PushButton {
-            objectName: "startButton"
-            text: qsTr("Start")
-            enabled: Looks.canStart
-            onClicked: Commands.startPiholeNow()
-        }
-        PushButton {
-            objectName: "stopButton"
-            text: qsTr("Stop")
-            enabled: Looks.canStopOrRestart
-            onClicked: Commands.stopPihole()
-        }
-        PushButton {
-            objectName: "restartButton"
-            text: qsTr("Restart")
-            enabled: Looks.canStopOrRestart
-            onClicked: Commands.restartPihole()
-        }
-    }
-    MessageText {
-        objectName: "startMessage"
-        width: root.width
-        text: App.startMessage
-        color: Theme.orangeText
-    }
-    Flow {
-        width: root.width
-        spacing: Theme.gap
+        Flow {
+            width: root.width
+            spacing: Theme.gap
 
-        TestButton {
-            objectName: "runTestsAgain"
-            title: qsTr("Run tests again")
-            busy: Looks.testingAnything
-            onPressed: Commands.runAllTests()
+            TestButton {
+                objectName: "runTestsAgain"
+                title: qsTr("Run tests again")
+                busy: Looks.testingAnything
+                onPressed: Commands.runAllTests()
+            }
+            RestoreButton {
+                objectName: "restoreOldSettings"
+            }
         }
-        RestoreButton {
-            objectName: "restoreOldSettings"
+        CheckList {
+            objectName: "testResults"
+            width: root.width
+            rows: Looks.testResults
         }
     }
-    CheckList {
-        objectName: "testResults"
+    MessageRoom {
         width: root.width
-        rows: Looks.testResults
-    }
-    MessageText {
-        objectName: "dnsMessage"
-        width: root.width
-        text: App.dnsMessage
+
+        MessageText {
+            objectName: "startMessage"
+            width: parent.width
+            text: App.startMessage
+            color: Theme.orangeText
+        }
+        MessageText {
+            objectName: "dnsMessage"
+            width: parent.width
+            text: App.dnsMessage
+        }
     }
 }

@@ -1,15 +1,9 @@
 import QtQuick
 import Corvane
 
-// Today's numbers, and beneath them what Pi-hole's API had to say. A message of one line finds its room kept, so that the
-// buttons below stay under the hand that pressed them.
-Item {
+// Today's numbers, and beneath them what Pi-hole's API had to say.
+Column {
     id: root
-
-    /// A part of the message's room is the gap that stands between boxes anyway.
-    readonly property int gap: 8
-
-    implicitHeight: box.implicitHeight - root.gap + Math.max(Math.ceil(room.height), message.visible ? message.implicitHeight : 0)
 
     GroupBox {
         id: box
@@ -49,17 +43,14 @@ Item {
             }
         }
     }
-    FontMetrics {
-        id: room
-        font: Theme.callout
-    }
-    MessageText {
-        id: message
-        objectName: "apiMessage"
-        x: 4
-        y: box.implicitHeight + 3
-        width: root.width - 8
-        text: App.apiMessage
-        color: Theme.orangeText
+    MessageRoom {
+        width: root.width
+
+        MessageText {
+            objectName: "apiMessage"
+            width: parent.width
+            text: App.apiMessage
+            color: Theme.orangeText
+        }
     }
 }

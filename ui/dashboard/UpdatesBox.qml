@@ -33,9 +33,15 @@ GroupBox {
         }
     }
     MessageText {
+        id: updateVerdict
         objectName: "updateMessage"
         width: parent.width
         text: App.updateMessage
+
+        BringUp {
+            item: updateVerdict
+            when: App.updateMessage.length > 0
+        }
     }
     OperationLogView {
         objectName: "maintLog"

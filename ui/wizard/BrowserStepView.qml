@@ -65,10 +65,16 @@ StepScaffold {
             onPressed: Commands.runBrowserTest()
         }
         MessageText {
+            id: browserVerdict
             objectName: "browserTestDetail"
             width: parent.width
             text: App.browserTestDetail
             color: Theme.text
+
+            BringUp {
+                item: browserVerdict
+                when: App.browserTestDetail.length > 0
+            }
         }
     }
 }

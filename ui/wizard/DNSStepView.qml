@@ -21,32 +21,46 @@ StepScaffold {
     PiholeOnlyBox {
         width: parent.width
     }
-    Flow {
+    Column {
         width: parent.width
-        spacing: Theme.gap
 
-        TestButton {
-            objectName: "applyDns"
-            title: qsTr("Change DNS...")
-            busy: Looks.applyingDNS
-            allowed: Looks.selectedServices.length > 0
-            onPressed: Commands.applyDNS()
+        Flow {
+            width: parent.width
+            spacing: Theme.gap
+
+            TestButton {
+                objectName: "applyDns"
+                title: qsTr("Change DNS...")
+                busy: Looks.applyingDNS
+                allowed: Looks.selectedServices.length > 0
+                onPressed: Commands.applyDNS()
+            }
+            RestoreButton {
+                objectName: "dnsRestore"
+            }
+            TestButton {
+                objectName: "reloadServices"
+                title: qsTr("Reload list")
+                busy: Looks.loadingServices
+                onPressed: Commands.loadServices()
+            }
         }
-        RestoreButton {
-            objectName: "dnsRestore"
+        MessageRoom {
+            width: parent.width
+
+            MessageText {
+                objectName: "dnsMessage"
+                width: parent.width
+                text: App.dnsMessage
+                color: Theme.text
+            }
+            MessageText {
+                objectName: "pickServiceHint"
+                width: parent.width
+                visible: App.dnsMessage.length === 0 && Looks.services.count > 0 && Looks.selectedServices.length === 0
+                text: qsTr("Pick at least one network service.")
+            }
         }
-        TestButton {
-            objectName: "reloadServices"
-            title: qsTr("Reload list")
-            busy: Looks.loadingServices
-            onPressed: Commands.loadServices()
-        }
-    }
-    MessageText {
-        objectName: "dnsMessage"
-        width: parent.width
-        text: App.dnsMessage
-        color: Theme.text
     }
     GroupBox {
         width: parent.width
@@ -62,9 +76,15 @@ StepScaffold {
             onPressed: Commands.runSystemTest()
         }
         MessageText {
+            id: systemVerdict
             objectName: "systemTestDetail"
             width: parent.width
             text: App.systemTestDetail
+
+            BringUp {
+                item: systemVerdict
+                when: App.systemTestDetail.length > 0
+            }
         }
         MessageText {
             objectName: "resolverWarning"

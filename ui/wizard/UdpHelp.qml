@@ -8,6 +8,10 @@ GroupBox {
     objectName: "udpHelp"
     title: qsTr("UDP port 53 is probably not reaching your Mac")
 
+    BringUp {
+        item: root
+        when: root.visible
+    }
     BodyText {
         width: parent.width
         text: qsTr("The container is healthy, but DNS over UDP gets no answer. Colima's default SSH port forwarder only forwards TCP; the gRPC forwarder also forwards UDP.")
