@@ -144,6 +144,40 @@ TEST_F(Accessibility, A_step_is_spoken_with_its_state_and_place)
     EXPECT_EQ(name("step4"), QStringLiteral("Start Pi-hole, not done yet, step 4 of 8"));
 }
 
+TEST_F(Accessibility, A_screen_reader_presses_every_kind_of_control_once)
+{
+    const auto press = [this](const char *name) {
+        QAccessibleInterface *control = QAccessible::queryAccessibleInterface(find(QString::fromLatin1(name)));
+        ASSERT_TRUE(control && control->actionInterface()) << name;
+        control->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QTest::qWait(10);
+    };
+    openStep(0);
+    press("nextButton");
+    EXPECT_EQ(m_app.step(), 1);
+    settle();
+    press("step6");
+    EXPECT_EQ(m_app.step(), 5);
+    settle();
+    press("piholeOnlySwitch");
+    EXPECT_TRUE(m_app.piholeOnly());
+    press("toggleWizardButton");
+    EXPECT_FALSE(m_app.showWizard());
+    settle();
+    press("stopButton");
+    EXPECT_TRUE(m_app.startMessage().isEmpty()) << "a button that is off does nothing";
+}
+
+TEST_F(Accessibility, A_control_that_is_off_says_so)
+{
+    openStep(0);
+    const auto says = [this](const char *name) {
+        return QAccessible::queryAccessibleInterface(find(QString::fromLatin1(name)))->text(QAccessible::Description);
+    };
+    EXPECT_EQ(says("backButton"), QStringLiteral("Not available now"));
+    EXPECT_EQ(says("nextButton"), QString());
+}
+
 TEST_F(Accessibility, Tab_goes_through_the_step_in_reading_order)
 {
     openStep(3);

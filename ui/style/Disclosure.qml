@@ -24,6 +24,7 @@ Column {
         Keys.onReturnPressed: root.asked(!root.open)
         Accessible.role: Accessible.Button
         Accessible.name: root.title
+        Accessible.onPressAction: root.asked(!root.open)
         Accessible.description: root.open ? qsTr("Shown") : qsTr("Hidden")
 
         contentItem: Row {

@@ -28,9 +28,9 @@ T.ComboBox {
         root.currentIndex = Qt.binding(() => root.choices.indexOf(root.value));
     }
     Accessible.name: root.label
-    Accessible.description: root.value
+    Accessible.description: root.enabled ? root.value : qsTr("%1, not available now").arg(root.value)
     Accessible.role: Accessible.ComboBox
-    Accessible.onPressAction: root.popup.open()
+    Accessible.onPressAction: if (root.enabled) root.popup.open()
     Keys.onReturnPressed: root.popup.open()
 
     contentItem: Text {
@@ -44,7 +44,7 @@ T.ComboBox {
 
     indicator: Symbol {
         name: "chevron.up.chevron.down"
-        color: Theme.secondaryText
+        color: Theme.text
         width: Theme.sized(13)
         height: width
         x: root.width - width - 7

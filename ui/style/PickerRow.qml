@@ -15,6 +15,7 @@ T.ItemDelegate {
     Accessible.name: root.text
     Accessible.role: Accessible.ListItem
     Accessible.selected: root.chosen
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Text {
         text: root.text

@@ -21,7 +21,9 @@ T.Button {
     font: Theme.body
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
+    Accessible.description: root.enabled ? "" : qsTr("Not available now")
     Accessible.role: Accessible.Button
+    Accessible.onPressAction: if (root.enabled) root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 

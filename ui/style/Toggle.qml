@@ -4,7 +4,7 @@ import Corvane
 
 // A switch with its label in front, as a row of a form. It shows `on`, whatever was asked of it: whoever owns the value
 // hears `asked` and decides.
-T.Switch {
+T.AbstractButton {
     id: root
 
     required property bool on
@@ -12,6 +12,7 @@ T.Switch {
 
     signal asked(bool value)
 
+    checkable: true
     checked: root.on
     implicitWidth: implicitContentWidth
     implicitHeight: Math.max(Theme.sized(24), implicitContentHeight)
@@ -24,10 +25,12 @@ T.Switch {
         root.checked = Qt.binding(() => root.on);
     }
     Accessible.name: root.text
-    Accessible.description: root.note
+    Accessible.description: root.enabled ? root.note : qsTr("Not available now")
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: root.on
+    Accessible.onPressAction: if (root.enabled) root.asked(!root.on)
+    Accessible.onToggleAction: if (root.enabled) root.asked(!root.on)
     Keys.onReturnPressed: root.asked(!root.on)
 
     contentItem: ToggleLabel {

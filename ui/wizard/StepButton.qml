@@ -18,6 +18,7 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: root.spoken
     Accessible.selected: root.current
+    Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
 
     contentItem: Row {
