@@ -60,6 +60,17 @@ TEST_F(Running, Stop_start_and_restart_do_what_they_say)
     EXPECT_TRUE(calls.contains(QStringLiteral("restart pihole")));
 }
 
+TEST_F(Running, A_second_press_while_the_container_stops_does_nothing)
+{
+    run(model().refreshStatus(true));
+    QCoro::Task<> first = model().stopPihole();
+    EXPECT_TRUE(model().busy().contains(QStringLiteral("container")));
+    run(model().restartPihole());
+    run(std::move(first));
+    EXPECT_TRUE(model().busy().isEmpty());
+    EXPECT_FALSE(Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("restart pihole")));
+}
+
 TEST_F(Running, A_refused_restart_is_told_in_plain_words_and_the_next_action_clears_it)
 {
     Mac::ctl(QStringLiteral("engine stop"));

@@ -37,6 +37,15 @@ TEST_F(Homebrew, Installing_brings_the_tools_the_engine_and_the_start_at_login)
     EXPECT_EQ(Mac::calls(QStringLiteral("colima")).value(1), QStringLiteral("stop"));
 }
 
+TEST_F(Homebrew, What_was_missing_at_the_check_is_found_after_the_installation)
+{
+    run(model().runSystemChecks());
+    EXPECT_FALSE(model().isStepDone(1));
+    model().installColimaAndDocker();
+    waitForOperation(model().installOp());
+    waitFor([this] { return model().isStepDone(1); }, "the Mac was checked again");
+}
+
 TEST_F(Homebrew, Without_the_wish_for_it_nothing_is_started_at_login)
 {
     model().setAutostartColima(false);

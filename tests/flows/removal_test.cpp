@@ -79,6 +79,7 @@ TEST_F(Removal, A_question_comes_first_and_cancel_removes_nothing)
     ASSERT_EQ(user.alerts().size(), 1);
     const Alert alert = user.alerts().first();
     EXPECT_TEXT(alert.title, "Remove Pi-hole?");
+    EXPECT_EQ(alert.style, Alert::Style::Warning);
     EXPECT_TEXT(alert.text, "This removes the container 'pihole' and its two data volumes 'pihole_etc' and "
                             "'pihole_dnsmasq'. Your saved DNS settings are restored first (administrator prompt). "
                             "Colima and Docker stay installed.");

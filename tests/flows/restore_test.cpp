@@ -53,7 +53,9 @@ TEST_F(Restoring, The_old_servers_are_put_back_with_one_prompt)
     giveServers(kWifi, {QStringLiteral("9.9.9.9"), QStringLiteral("8.8.8.8")});
     apply({kWifi});
     ASSERT_TRUE(passed(model().outcomes(), kSystem));
+    EXPECT_TEXT(model().dnsMessage(), "DNS changed.");
     run(model().restoreOldSettings());
+    EXPECT_TEXT(model().dnsMessage(), "") << "it is not true any more";
     ASSERT_EQ(user.alerts().size(), 2);
     const Alert alert = user.alerts().last();
     EXPECT_TEXT(alert.title, "Restore my old DNS settings?");
