@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "app/busy_key.h"
+#include "app/file_work.h"
 #include "app/test_name.h"
 #include "dns/dns_configurator.h"
 
@@ -113,7 +114,9 @@ QCoro::Task<> AppModel::applyDNS()
     if (!alive || !accepted || changesDns()) co_return;
 
     const BusyKey mark(this, QStringLiteral("applydns"));
-    if (const auto saved = DNSConfigurator::saveBackup(chosen); !saved) {
+    const auto saved = co_await saveDnsBackup(chosen);
+    if (!alive) co_return;
+    if (!saved) {
         setDnsMessage(QStringLiteral("The old settings could not be saved, so nothing was changed: ") + saved.error());
         co_return;
     }

@@ -1,7 +1,9 @@
 #include "app/file_work.h"
 
+#include "dns/dns_configurator.h"
 #include "exec/background.h"
 #include "exec/replace_file.h"
+#include "runtime/pihole_controller.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -27,14 +29,28 @@ Read readNow(const QString &path)
     return content;
 }
 
+QCoro::Task<Written> onWorker(std::function<Written()> write)
+{
+    BackgroundWork<Written> work(std::move(write));
+    const Written written = co_await work;
+    co_return written;
+}
+
 } // namespace
 
 QCoro::Task<Written> writeFile(QString path, QByteArray bytes)
 {
-    const std::function<Written()> write = [path, bytes] { return replaceFile(path, bytes); };
-    BackgroundWork<Written> work(write);
-    const Written written = co_await work;
-    co_return written;
+    return onWorker([path, bytes] { return replaceFile(path, bytes); });
+}
+
+QCoro::Task<Written> writePiholeFiles(QString tag, int webPort, QString password)
+{
+    return onWorker([tag, webPort, password] { return PiholeController::writeFiles(tag, webPort, password); });
+}
+
+QCoro::Task<Written> saveDnsBackup(QList<NetworkService> services)
+{
+    return onWorker([services] { return DNSConfigurator::saveBackup(services); });
 }
 
 QCoro::Task<Read> readFile(QString path)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dns/network_service.h"
+
 #include <QByteArray>
 #include <QCoro/QCoroTask>
 #include <QString>
@@ -19,5 +21,11 @@ struct FileContent {
 
 /// Reads a whole regular file of at most 256 MiB on a worker thread; the reason when it cannot.
 [[nodiscard]] QCoro::Task<std::expected<FileContent, QString>> readFile(QString path);
+
+/// Writes the two files that describe the container, on a worker thread: a slow disk holds no window up.
+[[nodiscard]] QCoro::Task<std::expected<void, QString>> writePiholeFiles(QString tag, int webPort, QString password);
+
+/// Saves the servers of these services to the backup file, on a worker thread.
+[[nodiscard]] QCoro::Task<std::expected<void, QString>> saveDnsBackup(QList<NetworkService> services);
 
 } // namespace corvane

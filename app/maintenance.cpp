@@ -83,7 +83,7 @@ QCoro::Task<> AppModel::performUpdate()
         setUpdateMessage(QStringLiteral("The update was not started because something else is being done."));
         co_return;
     }
-    startUpdate(newTag);
+    co_await startUpdate(newTag);
 }
 
 /// Saves Pi-hole's settings into the backups folder; answers why it could not, or nothing.
@@ -98,21 +98,24 @@ QCoro::Task<QString> AppModel::saveBackupBefore(QString newTag)
     co_return written ? QString() : written.error();
 }
 
-void AppModel::startUpdate(const QString &newTag)
+QCoro::Task<> AppModel::startUpdate(QString newTag)
 {
+    const QPointer<AppModel> alive(this);
     const CommandSteps pull = PiholeController::pullSteps(newTag, composeAvailable());
     if (pull.isEmpty()) {
         setNotice(QStringLiteral("docker was not found."));
-        return;
+        co_return;
     }
     const QString oldTag = pinnedTag();
     setPinnedTag(newTag);
-    if (const auto written = PiholeController::writeFiles(newTag, webPort(), adminPassword()); !written) {
+    const auto written = co_await writePiholeFiles(newTag, webPort(), adminPassword());
+    if (!alive) co_return;
+    if (!written) {
         setPinnedTag(oldTag);
         // One of the two files may be the new one already. What stands in the way of that one is told all the same.
         [[maybe_unused]] const auto restored = PiholeController::writeFiles(oldTag, webPort(), adminPassword());
         setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + written.error());
-        return;
+        co_return;
     }
     m_maintOp.start(QStringLiteral("Updating Pi-hole to ") + newTag,
                     pull + PiholeController::upSteps(newTag, webPort(), composeAvailable()),
