@@ -53,6 +53,12 @@ QCoro::Task<> AppModel::resumeBlocking()
 
 QCoro::Task<> AppModel::togglePause()
 {
+    const QPointer<AppModel> alive(this);
+    // The button's label takes blocking for on while it is not known; what it does must follow what is so.
+    if (!blocking()) {
+        co_await refreshStats();
+        if (!alive || !blocking()) co_return;
+    }
     const bool blocks = blocking() && blocking()->enabled;
     if (blocks)
         co_await pauseBlocking();
@@ -82,7 +88,7 @@ QCoro::Task<> AppModel::startPiholeNow()
         co_return;
     }
     if (maintains()) co_return;
-    m_maintOp.start(QStringLiteral("Starting Colima"), steps, [this](bool succeeded) {
+    m_maintOp.start(kStartingColima, steps, [this](bool succeeded) {
         if (succeeded)
             launch(finishStart());
         else

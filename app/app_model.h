@@ -154,6 +154,8 @@ public:
     [[nodiscard]] QCoro::Task<> pauseBlocking();
     [[nodiscard]] QCoro::Task<> resumeBlocking();
     [[nodiscard]] QCoro::Task<> togglePause();
+    /// The title of the operation that brings Colima up.
+    static constexpr QLatin1StringView kStartingColima{"Starting Colima"};
     [[nodiscard]] QCoro::Task<> startPiholeNow();
     [[nodiscard]] QCoro::Task<> finishStart();
     [[nodiscard]] QCoro::Task<> stopPihole();
@@ -244,7 +246,7 @@ private:
     [[nodiscard]] QCoro::Task<> finishInstall(bool succeeded);
     [[nodiscard]] QCoro::Task<> waitForDocker();
     [[nodiscard]] QCoro::Task<bool> piholeCanStart();
-    void startContainer(const QString &password);
+    [[nodiscard]] QCoro::Task<> startContainer(QString password);
 
     void showPiholeCheck(int run, int row, bool passed, const QString &detail);
     [[nodiscard]] QCoro::Task<bool> testContainer(int run, Clock::Duration limit);
@@ -258,7 +260,7 @@ private:
 
     [[nodiscard]] bool maintains() const;
     [[nodiscard]] QCoro::Task<QString> saveBackupBefore(QString newTag);
-    void startUpdate(const QString &newTag);
+    [[nodiscard]] QCoro::Task<> startUpdate(QString newTag);
     [[nodiscard]] QCoro::Task<> finishUpdate(bool succeeded, QString oldTag, QString newTag);
     void finishPortChange(bool succeeded);
     [[nodiscard]] QCoro::Task<std::optional<QString>> restoreBeforeRemoval();

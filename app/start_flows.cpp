@@ -1,9 +1,11 @@
 #include "app/admin_password.h"
 #include "app/app_model.h"
 #include "app/busy_key.h"
+#include "app/file_work.h"
 #include "checks/port_checker.h"
 #include "exec/keychain.h"
 #include "runtime/colima_manager.h"
+#include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 
 #include <QPointer>
@@ -89,7 +91,7 @@ void AppModel::startColimaOnly()
         setNotice(QStringLiteral("Colima was not found."));
         return;
     }
-    m_installOp.start(QStringLiteral("Starting Colima"), steps, [this](bool) { launch(refreshTools()); });
+    m_installOp.start(kStartingColima, steps, [this](bool) { launch(refreshTools()); });
 }
 
 QCoro::Task<> AppModel::testDocker()
@@ -139,7 +141,7 @@ QCoro::Task<> AppModel::startPihole()
     }
     const bool ready = co_await piholeCanStart();
     if (!alive || !ready || maintains()) co_return;
-    startContainer(password);
+    co_await startContainer(password);
 }
 
 /// Whether Docker works and no port is held by another program; says so when not.
@@ -164,27 +166,33 @@ QCoro::Task<bool> AppModel::piholeCanStart()
     co_return false;
 }
 
-void AppModel::startContainer(const QString &password)
+QCoro::Task<> AppModel::startContainer(QString password)
 {
+    const QPointer<AppModel> alive(this);
     const CommandSteps pull = PiholeController::pullSteps(pinnedTag(), composeAvailable());
     if (pull.isEmpty()) {
         setNotice(QStringLiteral("docker was not found."));
-        return;
+        co_return;
     }
     if (!Keychain::save(password)) {
         setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
-        return;
+        co_return;
     }
     setAdminPassword(password);
-    if (const auto written = PiholeController::writeFiles(pinnedTag(), webPort(), password); !written) {
+    const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), password);
+    if (!alive) co_return;
+    if (!written) {
         setStartMessage(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
-        return;
+        co_return;
     }
+    if (maintains()) co_return;
     configureAPI();
     m_startOp.start(QStringLiteral("Starting Pi-hole"),
                     pull + PiholeController::upSteps(pinnedTag(), webPort(), composeAvailable()),
                     [this](bool succeeded) {
                         if (succeeded) launch(runPiholeTests(true));
+                        // Who holds the port is read with the checks.
+                        if (m_startOp.failureSummary() == DockerCLI::kPortInUse) launch(runSystemChecks());
                     });
 }
 
