@@ -127,6 +127,8 @@ void AppModel::forgetPihole()
     setUpdateMessage({});
     setWizardFinished(false);
     setShowWizard(true);
+    setVisited({});
+    go(0);
 }
 
 } // namespace corvane
