@@ -3,8 +3,6 @@
 #include "app/app_model.h"
 #include "runtime/docker_cli.h"
 
-#include <QVersionNumber>
-
 namespace corvane {
 
 bool canStart(const ContainerState &container, bool operating) { return !operating && !container.isRunning(); }
@@ -14,11 +12,6 @@ bool canStopOrRestart(const ContainerState &container, bool operating) { return 
 bool startFailedOnPort(const QString &startMessage, const std::optional<QString> &failure)
 {
     return startMessage == AppModel::kPortTaken || failure == DockerCLI::kPortInUse;
-}
-
-bool isNewer(const std::optional<QString> &latest, const QString &pinned)
-{
-    return latest && QVersionNumber::fromString(*latest) > QVersionNumber::fromString(pinned);
 }
 
 } // namespace corvane

@@ -16,7 +16,4 @@ namespace corvane {
 /// its operation failed.
 [[nodiscard]] bool startFailedOnPort(const QString &startMessage, const std::optional<QString> &failure);
 
-/// Whether the release `latest` came after `pinned`. Tags are numbers with full stops between them.
-[[nodiscard]] bool isNewer(const std::optional<QString> &latest, const QString &pinned);
-
 } // namespace corvane

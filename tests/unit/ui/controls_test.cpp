@@ -36,16 +36,6 @@ TEST(Controls, A_start_failed_on_a_port_by_its_message_or_by_how_its_operation_e
         startFailedOnPort(QStringLiteral("Docker is not running. Finish step 3 first."), QStringLiteral("Cancelled.")));
 }
 
-TEST(Controls, A_version_is_newer_by_its_numbers)
-{
-    const QString pinned = QStringLiteral("2026.09.10");
-    EXPECT_TRUE(isNewer(QStringLiteral("2026.10.0"), pinned));
-    EXPECT_TRUE(isNewer(QStringLiteral("2026.09.11"), pinned));
-    EXPECT_FALSE(isNewer(QStringLiteral("2026.09.1"), pinned));
-    EXPECT_FALSE(isNewer(QStringLiteral("2026.09.10"), pinned));
-    EXPECT_FALSE(isNewer(std::nullopt, pinned));
-}
-
 } // namespace
 
 } // namespace corvane
