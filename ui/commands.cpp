@@ -54,6 +54,8 @@ void Commands::changeWebPort(int port) { launch(m_app.changeWebPort(port)); }
 
 void Commands::changeWebPortAndCheck(int port)
 {
+    // It speaks of a panel that goes away.
+    if (m_app.startMessage() == AppModel::kPortTaken) m_app.setStartMessage({});
     changeWebPort(port);
     runSystemChecks();
 }

@@ -73,7 +73,7 @@ public:
     Q_INVOKABLE void removePihole();
 
     /// Copies plain text that a view shows.
-    Q_INVOKABLE void copy(const QString &text);
+    void copy(const QString &text);
 
 private:
     AppModel &m_app;

@@ -1,5 +1,6 @@
 #include "ui/looks.h"
 
+#include "app/version_tag.h"
 #include "checks/port_checker.h"
 #include "runtime/pihole_controller.h"
 #include "ui/accent.h"
@@ -54,7 +55,10 @@ void Looks::bindDashboard()
     m_canStart.setBinding([this] { return corvane::canStart(m_app.containerState(), m_operating || m_controlling); });
     m_canStopOrRestart.setBinding(
         [this] { return corvane::canStopOrRestart(m_app.containerState(), m_operating || m_controlling); });
-    m_canUpdate.setBinding([this] { return !m_operating && isNewer(m_app.latestTag(), m_app.pinnedTag()); });
+    m_canUpdate.setBinding([this] {
+        const std::optional<QString> latest = m_app.latestTag();
+        return !m_operating && latest && isNewer(*latest, m_app.pinnedTag());
+    });
 }
 
 void Looks::bindSetUp()
@@ -117,9 +121,15 @@ void Looks::followLists()
 
 void Looks::followOperations()
 {
-    const auto update = [this] { m_operating = m_app.operationRunning(); };
+    const auto update = [this] {
+        m_operating = m_app.operationRunning();
+        const OperationRunner *runner = m_app.maintOp();
+        m_startingColima = runner->title() == AppModel::kStartingColima && !runner->succeeded();
+    };
     for (OperationRunner *runner : {m_app.installOp(), m_app.startOp(), m_app.maintOp()})
-        connect(runner, &OperationRunner::runningChanged, this, update);
+        for (auto changed :
+             {&OperationRunner::runningChanged, &OperationRunner::titleChanged, &OperationRunner::succeededChanged})
+            connect(runner, changed, this, update);
     update();
     const auto judge = [this] {
         m_startFailedOnPort = corvane::startFailedOnPort(m_app.startMessage(), m_app.startOp()->failureSummary());

@@ -26,6 +26,8 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, testingAnything)
     /// The container is being started, stopped or restarted.
     CORVANE_DERIVED(Looks, bool, controlling)
+    /// Colima is being started for Pi-hole, or could not be.
+    CORVANE_DERIVED(Looks, bool, startingColima)
 
     // The dashboard.
     CORVANE_DERIVED(Looks, corvane::Tint::Name, dotTint)

@@ -174,6 +174,17 @@ TEST_F(Dashboard, While_Pi_hole_is_started_or_stopped_it_shows_and_waits)
     m_app.setBusy({});
 }
 
+TEST_F(Dashboard, Colima_that_starts_for_Pi_hole_is_seen_where_it_was_started)
+{
+    openDashboard();
+    showDockerDown(m_app);
+    EXPECT_FALSE(shows(QStringLiteral("colimaLog")));
+    const SleepingOperation colima(*m_app.maintOp(), AppModel::kStartingColima);
+    settle();
+    EXPECT_TRUE(shows(QStringLiteral("colimaLog")));
+    EXPECT_TRUE(shows(QStringLiteral("colimaLogCancel")));
+}
+
 TEST_F(Dashboard, Following_without_docker_switches_back_and_says_why)
 {
     openDashboard();

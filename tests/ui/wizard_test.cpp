@@ -349,17 +349,32 @@ TEST_F(Wizard, Without_a_service_it_says_why_nothing_can_be_changed)
     EXPECT_EQ(textOf(QStringLiteral("pickServiceHint")), QStringLiteral("Pick at least one network service."));
 }
 
-TEST_F(Wizard, The_answer_to_what_was_pressed_comes_into_sight)
+TEST_F(Wizard, Every_answer_to_what_was_pressed_comes_into_sight)
 {
+    const auto verdictInSight = [this] {
+        const QQuickItem *verdict = find(QStringLiteral("browserTestDetail"));
+        const double bottom = verdict->mapToScene(QPointF(0, verdict->height())).y();
+        return verdict->isVisible() && bottom < find(QStringLiteral("nextButton"))->mapToScene(QPointF()).y();
+    };
     openStep(6);
     showBrowsers(m_app);
     find(QStringLiteral("browserTestButton"))->forceActiveFocus();
-    m_app.setBrowserTestDetail(QStringLiteral("Pi-hole is not answering, so this test cannot run. Finish step 4."));
-    EXPECT_TRUE(QTest::qWaitFor([this] {
-        const QQuickItem *verdict = find(QStringLiteral("browserTestDetail"));
-        const QQuickItem *bar = find(QStringLiteral("nextButton"));
-        return verdict->mapToScene(QPointF(0, verdict->height())).y() < bar->mapToScene(QPointF()).y();
-    }));
+    m_app.setBrowserTestDetail(QStringLiteral("Opened cv-1a2b3c.example.com in your default browser."));
+    EXPECT_TRUE(QTest::qWaitFor(verdictInSight));
+    press(Qt::Key_Home);
+    EXPECT_FALSE(verdictInSight());
+    find(QStringLiteral("browserTestButton"))->forceActiveFocus();
+    m_app.setBrowserTestDetail(QStringLiteral("cv-1a2b3c.example.com did not appear in Pi-hole's query log."));
+    EXPECT_TRUE(QTest::qWaitFor(verdictInSight));
+}
+
+TEST_F(Wizard, An_old_answer_does_not_scroll_the_step_that_is_opened_anew)
+{
+    showBrowsers(m_app);
+    m_app.setBrowserTestDetail(QStringLiteral("Opened cv-1a2b3c.example.com in your default browser."));
+    openStep(6);
+    QTest::qWait(150);
+    EXPECT_GT(find(QStringLiteral("stepTitle"))->mapToScene(QPointF()).y(), 0);
 }
 
 TEST_F(Wizard, A_page_is_scrolled_by_keys)

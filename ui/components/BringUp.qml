@@ -1,16 +1,22 @@
 import QtQuick
 import Corvane
 
-// Scrolls an item into sight when it comes as the answer to what was pressed a moment ago.
+// Scrolls an item into sight when it says something new: the answer to what was pressed a moment ago. What stood there
+// already when the screen opened stays where it is.
 Timer {
     id: root
 
     required property Item item
-    required property bool when
+    required property string words
+    property bool opened: false
 
     // Once the views around it have found their places.
     interval: 40
-    onWhenChanged: if (root.when) root.start()
+    Component.onCompleted: root.opened = true
+    onWordsChanged: {
+        if (root.opened && root.words.length > 0)
+            root.restart();
+    }
     onTriggered: {
         for (let place = root.item.parent; place; place = place.parent) {
             if (place instanceof ScrollArea)

@@ -81,12 +81,13 @@ Rectangle {
             objectName: "bannerStartLog"
             Layout.fillWidth: true
             op: App.startOp
+            passing: true
         }
         OperationLogView {
             objectName: "bannerMaintLog"
             Layout.fillWidth: true
             op: App.maintOp
-            visible: root.startsColima && App.maintOp.title === "Starting Colima" && !App.maintOp.succeeded
+            visible: root.startsColima && Looks.startingColima
         }
     }
 }

@@ -10,6 +10,8 @@ RowLayout {
     required property badge badge
     required property bool tested
     required property bool busy
+    /// What is tested, where the label says how it went.
+    property string subject: root.label
 
     signal pressed
 
@@ -27,7 +29,7 @@ RowLayout {
     TestButton {
         objectName: root.objectName
         title: qsTr("Test")
-        label: qsTr("Test: %1").arg(root.label)
+        label: qsTr("Test: %1").arg(root.subject)
         busy: root.busy
         onPressed: root.pressed()
     }

@@ -70,6 +70,13 @@ Column {
             rows: Looks.testResults
         }
     }
+    OperationLogView {
+        objectName: "colimaLog"
+        width: root.width
+        op: App.maintOp
+        passing: true
+        visible: Looks.startingColima && !App.showDeadDNSBanner
+    }
     MessageRoom {
         width: root.width
 

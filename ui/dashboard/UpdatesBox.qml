@@ -40,7 +40,7 @@ GroupBox {
 
         BringUp {
             item: updateVerdict
-            when: App.updateMessage.length > 0
+            words: App.updateMessage
         }
     }
     OperationLogView {

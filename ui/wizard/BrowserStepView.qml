@@ -73,7 +73,7 @@ StepScaffold {
 
             BringUp {
                 item: browserVerdict
-                when: App.browserTestDetail.length > 0
+                words: App.browserTestDetail
             }
         }
     }

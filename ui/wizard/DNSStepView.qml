@@ -32,7 +32,7 @@ StepScaffold {
                 objectName: "applyDns"
                 title: qsTr("Change DNS...")
                 busy: Looks.applyingDNS
-                allowed: Looks.selectedServices.length > 0
+                allowed: Looks.selectedServices.length > 0 && !Looks.restoringDNS
                 onPressed: Commands.applyDNS()
             }
             RestoreButton {
@@ -70,6 +70,7 @@ StepScaffold {
             objectName: "systemTest"
             width: parent.width
             label: Looks.systemVerdict.length > 0 ? Looks.systemVerdict : qsTr("Not tested in this session.")
+            subject: qsTr("Mac DNS test")
             badge: Looks.systemBadge
             tested: Looks.systemVerdict.length > 0
             busy: Looks.testingSystem
@@ -83,7 +84,7 @@ StepScaffold {
 
             BringUp {
                 item: systemVerdict
-                when: App.systemTestDetail.length > 0
+                words: App.systemTestDetail
             }
         }
         MessageText {

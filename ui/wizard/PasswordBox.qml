@@ -34,16 +34,27 @@ GroupBox {
             onClicked: Commands.copyPasswordInput()
         }
     }
-    MessageText {
-        objectName: "tooShortHint"
+    Column {
         width: parent.width
-        text: Looks.passwordTooShort ? qsTr("Use at least 8 characters.") : ""
-        color: Theme.orangeText
-    }
-    MessageText {
-        objectName: "otherCharactersHint"
-        width: parent.width
-        text: Looks.passwordHasOtherCharacters ? qsTr("Use only letters, digits and - _ . @ +") : ""
-        color: Theme.redText
+        // Room for one hint is kept, so that the button below does not move while one types.
+        height: Math.max(implicitHeight, Math.ceil(line.height))
+        spacing: 4
+
+        FontMetrics {
+            id: line
+            font: Theme.callout
+        }
+        MessageText {
+            objectName: "tooShortHint"
+            width: parent.width
+            text: Looks.passwordTooShort ? qsTr("Use at least 8 characters.") : ""
+            color: Theme.orangeText
+        }
+        MessageText {
+            objectName: "otherCharactersHint"
+            width: parent.width
+            text: Looks.passwordHasOtherCharacters ? qsTr("Use only letters, digits and - _ . @ +") : ""
+            color: Theme.redText
+        }
     }
 }

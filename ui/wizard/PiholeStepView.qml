@@ -53,6 +53,12 @@ StepScaffold {
         width: parent.width
         visible: Looks.startFailedOnPort && Looks.takenPorts.count > 0
     }
+    OperationLogView {
+        objectName: "portLog"
+        width: parent.width
+        op: App.maintOp
+        passing: true
+    }
     CheckList {
         objectName: "piholeChecks"
         width: parent.width

@@ -9,9 +9,10 @@ Rectangle {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Steps")
 
-    Column {
+    ScrollArea {
         anchors.fill: parent
-        anchors.margins: 12
+        focus: false
+        padding: 12
         spacing: 4
 
         Repeater {

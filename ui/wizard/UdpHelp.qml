@@ -10,7 +10,7 @@ GroupBox {
 
     BringUp {
         item: root
-        when: root.visible
+        words: root.visible ? root.title : ""
     }
     BodyText {
         width: parent.width
