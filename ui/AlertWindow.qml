@@ -33,6 +33,7 @@ Window {
         anchors.fill: parent
         anchors.margins: 20
         spacing: 12
+        Keys.forwardTo: [scroll]
         Accessible.role: Accessible.Dialog
         Accessible.name: root.heading
 
@@ -51,6 +52,8 @@ Window {
             Layout.fillWidth: true
         }
         ScrollArea {
+            id: scroll
+            focus: false
             padding: 0
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -73,6 +73,23 @@ TEST_F(SettingsScreen, What_would_get_into_the_way_of_an_operation_waits_for_its
     EXPECT_TRUE(enabled(QStringLiteral("launchAtLoginSwitch")));
 }
 
+TEST_F(SettingsScreen, A_notice_stands_above_and_can_be_dismissed)
+{
+    openSettings();
+    m_app.setNotice(QStringLiteral("Pi-hole was removed."));
+    EXPECT_EQ(textOf(QStringLiteral("noticeText")), QStringLiteral("Pi-hole was removed."));
+    click(QStringLiteral("dismissButton"));
+    EXPECT_FALSE(shows(QStringLiteral("noticeText")));
+}
+
+TEST_F(SettingsScreen, Removal_cannot_be_asked_for_twice)
+{
+    openSettings();
+    m_app.setBusy({QStringLiteral("restoredns")});
+    EXPECT_FALSE(enabled(QStringLiteral("removePiholeButton")));
+    m_app.setBusy({});
+}
+
 TEST_F(SettingsScreen, Removal_asks_first)
 {
     openSettings();

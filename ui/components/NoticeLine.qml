@@ -8,6 +8,8 @@ Rectangle {
 
     implicitHeight: row.implicitHeight + 16
     color: Theme.tinted
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: App.notice
 
     RowLayout {
         id: row

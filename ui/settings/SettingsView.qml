@@ -1,97 +1,104 @@
 import QtQuick
+import QtQuick.Layouts
 import Corvane
 
 // The few lasting choices, removal, and what this program is.
-ScrollArea {
+ColumnLayout {
     id: root
 
-    padding: 12
-    spacing: 10
+    spacing: 0
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Settings")
 
-    MessageText {
-        objectName: "settingsNotice"
-        width: parent.width
-        text: App.notice
+    NoticeLine {
+        Layout.fillWidth: true
+        visible: App.notice.length > 0
     }
-    GroupBox {
-        width: parent.width
-        title: qsTr("General")
+    ScrollArea {
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        padding: 12
+        spacing: 10
 
-        Toggle {
-            objectName: "launchAtLoginSwitch"
+        GroupBox {
             width: parent.width
-            text: qsTr("Launch Corvane at login")
-            on: App.launchAtLogin
-            onAsked: value => Commands.setLaunchAtLogin(value)
-        }
-        Divider {
-            width: parent.width
-        }
-        Toggle {
-            objectName: "autostartColimaSwitch"
-            width: parent.width
-            text: qsTr("Start Colima at login")
-            enabled: !Looks.operating
-            on: App.autostartColima
-            onAsked: value => Commands.changeAutostart(value)
-        }
-        OperationLogView {
-            objectName: "settingsInstallLog"
-            width: parent.width
-            op: App.installOp
-            passing: true
-        }
-    }
-    GroupBox {
-        width: parent.width
-        title: qsTr("Ports")
+            title: qsTr("General")
 
-        PortRow {
-            width: parent.width
+            Toggle {
+                objectName: "launchAtLoginSwitch"
+                width: parent.width
+                text: qsTr("Launch Corvane at login")
+                on: App.launchAtLogin
+                onAsked: value => Commands.setLaunchAtLogin(value)
+            }
+            Divider {
+                width: parent.width
+            }
+            Toggle {
+                objectName: "autostartColimaSwitch"
+                width: parent.width
+                text: qsTr("Start Colima at login")
+                enabled: !Looks.operating
+                on: App.autostartColima
+                onAsked: value => Commands.changeAutostart(value)
+            }
+            OperationLogView {
+                objectName: "settingsInstallLog"
+                width: parent.width
+                op: App.installOp
+                passing: true
+            }
         }
-        NoteText {
+        GroupBox {
             width: parent.width
-            text: qsTr("Changing it recreates the container. Your data is kept.")
-        }
-        NoteText {
-            width: parent.width
-            text: qsTr("DNS: 53 (TCP and UDP) on 127.0.0.1. Fixed, because the Mac's DNS needs it.")
-        }
-        OperationLogView {
-            objectName: "settingsMaintLog"
-            width: parent.width
-            op: App.maintOp
-            passing: true
-        }
-    }
-    GroupBox {
-        width: parent.width
-        title: qsTr("Remove")
+            title: qsTr("Ports")
 
-        PushButton {
-            objectName: "removePiholeButton"
-            text: qsTr("Remove Pi-hole...")
-            enabled: !Looks.operating
-            onClicked: Commands.removePihole()
+            PortRow {
+                width: parent.width
+            }
+            NoteText {
+                width: parent.width
+                text: qsTr("Changing it recreates the container. Your data is kept.")
+            }
+            NoteText {
+                width: parent.width
+                text: qsTr("DNS: 53 (TCP and UDP) on 127.0.0.1. Fixed, because the Mac's DNS needs it.")
+            }
+            OperationLogView {
+                objectName: "settingsMaintLog"
+                width: parent.width
+                op: App.maintOp
+                passing: true
+            }
         }
-        NoteText {
+        GroupBox {
             width: parent.width
-            text: qsTr("Removes the container 'pihole' and the volumes 'pihole_etc' and 'pihole_dnsmasq', after restoring your saved DNS settings.")
-        }
-    }
-    GroupBox {
-        width: parent.width
-        title: qsTr("About")
+            title: qsTr("Remove")
 
-        BodyText {
-            width: parent.width
-            text: qsTr("Corvane sets up Pi-hole in Docker on Colima and points this Mac's DNS at it. It protects this Mac only, not other devices on your network. Nothing is sent to a cloud service.")
+            TestButton {
+                objectName: "removePihole"
+                title: qsTr("Remove Pi-hole...")
+                busy: Looks.restoringDNS
+                allowed: !Looks.operating && !Looks.applyingDNS
+                onPressed: Commands.removePihole()
+            }
+            NoteText {
+                width: parent.width
+                text: qsTr("Removes the container 'pihole' and the volumes 'pihole_etc' and 'pihole_dnsmasq', after restoring your saved DNS settings.")
+            }
         }
-        NoteText {
+        GroupBox {
             width: parent.width
-            text: qsTr("Pi-hole is a separate project (EUPL licence); this app only runs its official Docker image.")
+            title: qsTr("About")
+
+            BodyText {
+                width: parent.width
+                text: qsTr("Corvane sets up Pi-hole in Docker on Colima and points this Mac's DNS at it. It protects this Mac only, not other devices on your network. Nothing is sent to a cloud service.")
+            }
+            NoteText {
+                width: parent.width
+                text: qsTr("Pi-hole is a separate project (EUPL licence); this app only runs its official Docker image.")
+            }
         }
     }
 }
