@@ -1,6 +1,9 @@
 #include "ui/fonts.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
+
+#include <algorithm>
 
 namespace corvane {
 
@@ -23,7 +26,11 @@ QFont firstOf(const QStringList &families, QFontDatabase::SystemFont fallback, i
 
 } // namespace
 
-QFont uiFont() { return firstOf({QStringLiteral("Inter")}, QFontDatabase::GeneralFont, kPlainSize); }
+QFont uiFont()
+{
+    const int wanted = QFontInfo(QFontDatabase::systemFont(QFontDatabase::GeneralFont)).pixelSize();
+    return firstOf({QStringLiteral("Inter")}, QFontDatabase::GeneralFont, std::max(kPlainSize, wanted));
+}
 
 QFont fixedFont()
 {

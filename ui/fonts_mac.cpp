@@ -1,13 +1,16 @@
 #include "ui/fonts.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
+
+#include <algorithm>
 
 namespace corvane {
 
 QFont uiFont()
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    font.setPixelSize(13);
+    font.setPixelSize(std::max(13, QFontInfo(font).pixelSize()));
     return font;
 }
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// The result of an action in one line; takes no room while there is none.
+// The result of an action; takes no room while there is none.
 BodyText {
     id: root
 

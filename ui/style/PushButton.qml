@@ -2,12 +2,11 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane
 
-// A button: plain, prominent, or without a border (for rows and headers).
+// A button, plain or prominent.
 T.Button {
     id: root
 
     property bool prominent: false
-    property bool borderless: false
 
     readonly property color inked: root.prominent ? Theme.accentText : Theme.text
 
@@ -40,9 +39,8 @@ T.Button {
     background: Rectangle {
         radius: Theme.radius
         color: root.prominent ? (root.down ? Qt.darker(Theme.accentFill, 1.15) : Theme.accentFill)
-            : root.down ? Theme.controlPressed
-            : root.borderless ? (root.hovered ? Theme.hover : "transparent") : Theme.control
-        border.width: root.prominent || root.borderless ? 0 : 1
+            : root.down ? Theme.controlPressed : Theme.control
+        border.width: root.prominent ? 0 : 1
         border.color: Theme.controlEdge
 
         FocusRing {

@@ -33,7 +33,6 @@ QtObject {
     readonly property color logBackground: root.dark ? "#19191a" : "#fbfbfc"
     readonly property color tinted: root.dark ? "#2f3136" : "#eef1f6"
     readonly property color shade: root.dark ? "#99000000" : "#55000000"
-    readonly property color hover: root.dark ? "#14ffffff" : "#0d000000"
     readonly property color scrollBar: root.dark ? "#8e8e93" : "#8e8e93"
 
     readonly property color green: root.dark ? "#30d158" : "#1f9d3f"
@@ -47,7 +46,6 @@ QtObject {
 
     readonly property color redText: root.dark ? "#ff6961" : "#c4000f"
     readonly property color orangeText: root.dark ? "#ffb340" : "#a04800"
-    readonly property color greenText: root.dark ? "#30db5b" : "#156f2b"
 
     readonly property real scale: Math.max(10, Application.font.pixelSize) / 13
     readonly property string family: Application.font.family
@@ -58,7 +56,6 @@ QtObject {
     readonly property font title: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(22), weight: Font.Medium })
     readonly property font largeTitle: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(26), weight: Font.Bold })
     readonly property font fixed: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(12) })
-    readonly property font fixedSmall: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(11) })
     readonly property font fixedBody: Qt.font({ family: Looks.fixedFamily, pixelSize: root.sized(13) })
 
     readonly property int gap: 8
