@@ -21,6 +21,19 @@ protected:
         setDark(false);
         EXPECT_NE(light, dark);
     }
+    /// The texts that end in dots or reach over a side of the window.
+    [[nodiscard]] QStringList cutOff() const
+    {
+        QStringList found;
+        for (const QQuickItem *item : itemsOf(window()->contentItem())) {
+            const QString text = item->property("text").toString();
+            if (!inSight(item) || text.isEmpty()) continue;
+            const QRectF area = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+            if (item->property("truncated").toBool() || area.left() < 0 || area.right() > window()->width())
+                found << text;
+        }
+        return found;
+    }
     void resize(int width, int height)
     {
         window()->resize(width, height);
@@ -158,6 +171,33 @@ TEST_F(Pictures, Of_an_operation_and_its_log)
     m_app.installOp()->cancel();
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_app.installOp()->ended(); }));
     both(QStringLiteral("operation-cancelled"));
+}
+
+// Whatever is shown is shown whole: no text ends in dots, and each stands between the sides of the window.
+TEST_F(Pictures, Nothing_is_cut_off_in_the_smallest_window_with_text_enlarged_by_half)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPixelSize(20);
+    QApplication::setFont(large);
+    for (int step = 0; step < AppModel::kStepCount; ++step) {
+        openStep(step);
+        resize(860, 620);
+        showChecks(m_app, true);
+        showServices(m_app);
+        showBrowsers(m_app);
+        showAllPassed(m_app);
+        settle();
+        EXPECT_EQ(cutOff(), QStringList()) << "step " << step + 1;
+        picture(QStringLiteral("smallest-large-text-step%1").arg(step + 1));
+    }
+    openDashboard();
+    showRunning(m_app);
+    showPaused(m_app, 299);
+    settle();
+    EXPECT_EQ(cutOff(), QStringList());
+    picture(QStringLiteral("smallest-large-text-dashboard"));
+    QApplication::setFont(usual);
 }
 
 TEST_F(Pictures, With_text_enlarged_by_half)
