@@ -66,6 +66,7 @@ Column {
         }
         CheckList {
             objectName: "testResults"
+            spoken: qsTr("Test results")
             width: root.width
             rows: Looks.testResults
         }

@@ -22,6 +22,7 @@ Column {
         focusPolicy: Qt.StrongFocus
         onClicked: root.asked(!root.open)
         Keys.onReturnPressed: root.asked(!root.open)
+        Keys.onEnterPressed: root.asked(!root.open)
         Accessible.role: Accessible.Button
         Accessible.name: root.title
         Accessible.onPressAction: root.asked(!root.open)

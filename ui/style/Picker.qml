@@ -32,6 +32,7 @@ T.ComboBox {
     Accessible.role: Accessible.ComboBox
     Accessible.onPressAction: if (root.enabled) root.popup.open()
     Keys.onReturnPressed: root.popup.open()
+    Keys.onEnterPressed: root.popup.open()
 
     contentItem: Text {
         text: root.value.length > 0 ? root.value : root.placeholder

@@ -32,6 +32,7 @@ T.AbstractButton {
     Accessible.onPressAction: if (root.enabled) root.asked(!root.on)
     Accessible.onToggleAction: if (root.enabled) root.asked(!root.on)
     Keys.onReturnPressed: root.asked(!root.on)
+    Keys.onEnterPressed: root.asked(!root.on)
 
     contentItem: ToggleLabel {
         text: root.text

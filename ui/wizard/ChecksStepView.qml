@@ -11,6 +11,7 @@ StepScaffold {
 
     CheckList {
         objectName: "systemChecks"
+        spoken: qsTr("Checks of this Mac")
         width: parent.width
         rows: Looks.systemChecks
     }

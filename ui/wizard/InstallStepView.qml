@@ -11,6 +11,7 @@ StepScaffold {
 
     CheckList {
         objectName: "tools"
+        spoken: qsTr("Tools")
         width: parent.width
         rows: Looks.tools
     }

@@ -61,6 +61,7 @@ StepScaffold {
     }
     CheckList {
         objectName: "piholeChecks"
+        spoken: qsTr("Tests of Pi-hole")
         width: parent.width
         rows: Looks.piholeChecks
     }

@@ -20,6 +20,7 @@ T.AbstractButton {
     Accessible.selected: root.current
     Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     contentItem: Row {
         spacing: root.spacing
