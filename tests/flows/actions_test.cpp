@@ -33,6 +33,22 @@ TEST_F(Running, A_pause_lasts_300_seconds_and_says_5_minutes)
     EXPECT_TEXT(model().apiMessage(), "Blocking is back on.");
 }
 
+TEST_F(Running, A_pause_before_the_state_is_known_pauses)
+{
+    ASSERT_FALSE(model().blocking());
+    run(model().togglePause());
+    EXPECT_TEXT(model().apiMessage(), "Blocking is paused for 5 minutes.");
+    EXPECT_FALSE(model().blocking()->enabled);
+}
+
+TEST_F(Running, A_pause_whose_state_cannot_be_read_changes_nothing_and_says_why)
+{
+    Mac::ctl(QStringLiteral("container stop"));
+    run(model().togglePause());
+    EXPECT_FALSE(model().blocking());
+    EXPECT_TEXT(model().apiMessage(), "Pi-hole did not answer on 127.0.0.1.");
+}
+
 TEST_F(Running, A_pause_that_pihole_does_not_hear_is_told)
 {
     Mac::ctl(QStringLiteral("container stop"));

@@ -115,6 +115,14 @@ TEST_F(Removal, The_old_dns_is_back_before_the_container_goes)
     EXPECT_GE(removed, restored);
 }
 
+TEST_F(Removal, The_set_up_begins_anew_at_its_first_step)
+{
+    model().go(7);
+    remove();
+    EXPECT_EQ(model().step(), 0);
+    EXPECT_EQ(model().visited(), QSet<int>{0});
+}
+
 TEST_F(Removal, The_next_start_shows_the_wizard_without_a_password)
 {
     remove();

@@ -1,5 +1,6 @@
 #include "exec/app_paths.h"
 #include "exec/keychain.h"
+#include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 #include "tests/flows/in_state.h"
 
@@ -107,6 +108,20 @@ TEST_F(Engine, A_taken_web_port_stops_the_start_and_names_the_holder)
     EXPECT_FALSE(model().startOp()->ended());
     EXPECT_FALSE(Keychain::load());
     EXPECT_TEXT(dockerVerbs().join(u' '), "");
+}
+
+TEST_F(Engine, A_port_that_is_taken_during_the_start_is_looked_at_again)
+{
+    Mac::ctl(QStringList{QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("late"),
+                         QStringLiteral("0.5"), QStringLiteral("--when"), QStringLiteral("pull *")});
+    model().setPasswordInput(kPassword);
+    run(model().startPihole());
+    ASSERT_TRUE(model().startOp()->running());
+    Mac::ctl(QStringLiteral("take-port 8080 tcp --as nginx"));
+    waitForOperation(model().startOp());
+    EXPECT_EQ(model().startOp()->failureText(), DockerCLI::kPortInUse);
+    const QList<PortReport> reports = model().portReports();
+    EXPECT_EQ(std::ranges::count(reports, PortProbe::InUse, &PortReport::probe), 1);
 }
 
 TEST_F(Engine, A_taken_port_53_is_found_before_the_start_where_it_may_be_tested)
