@@ -10,9 +10,8 @@ namespace {
 constexpr QLatin1StringView kNotRunning{"Docker is not running. Start Colima first (step 3)."};
 constexpr QLatin1StringView kDiskFull{"The Colima disk is full. Free some space (for example 'docker system prune') or "
                                       "recreate Colima with a bigger disk."};
-constexpr QLatin1StringView kNoInternet{
-    "Docker could not reach the internet to download Pi-hole. Check your connection "
-    "(and any VPN) and try again."};
+constexpr QLatin1StringView kNoInternet{"Docker could not reach the internet to download Pi-hole. Check your "
+                                        "connection (and any VPN) and try again."};
 constexpr QLatin1StringView kRefused{"Docker refused access (permission denied). Check that your user can use Colima's "
                                      "Docker socket."};
 constexpr QLatin1StringView kNoSuchVersion{"That Pi-hole version does not exist on Docker Hub."};
