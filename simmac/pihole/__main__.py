@@ -30,7 +30,8 @@ def _arguments() -> argparse.Namespace:
     parser.add_argument("--control", type=Path, help="unix socket over which it is directed")
     parser.add_argument("--name", help="name of the process as other tools see it")
     parser.add_argument("--give-up-rights", action="store_true", help="keep no capability after binding")
-    parser.add_argument("--boot", type=float, default=0, help="seconds until it answers")
+    parser.add_argument("--boot", type=float, default=0, help="seconds until DNS answers")
+    parser.add_argument("--web-boot", type=float, default=0, help="seconds until the web API answers")
     parser.add_argument("--settled", action="store_true", help="block from the first moment")
     parser.add_argument("--client", help="address that every client seems to have")
     parser.add_argument("--knobs", type=json.loads, default={}, help="JSON object of settings of the play")
@@ -38,8 +39,8 @@ def _arguments() -> argparse.Namespace:
 
 
 def _settings(arguments: argparse.Namespace) -> Settings:
-    return Settings(arguments.dns, arguments.web, arguments.data, arguments.boot, arguments.settled, arguments.client,
-                    os.environ.get("FTLCONF_webserver_api_password"),
+    return Settings(arguments.dns, arguments.web, arguments.data, arguments.boot, arguments.web_boot, arguments.settled,
+                    arguments.client, os.environ.get("FTLCONF_webserver_api_password"),
                     os.environ.get("FTLCONF_dns_upstreams", "1.1.1.1"), arguments.knobs)
 
 

@@ -45,6 +45,8 @@ class Control:
                 pihole.clock.advance(float(request["seconds"]))
             case "password":
                 pihole.set_password(request["value"])
+            case "end":
+                pihole.stop()
             case "restart":
                 await pihole.restart()
             case "reset":

@@ -1,10 +1,19 @@
 """DNS over UDP and TCP."""
 
 import asyncio
+import enum
 import socket
 import struct
 
 _TCP_IDLE_SECONDS = 10
+
+
+class Presence(enum.Enum):
+    """Whether somebody is behind the listening sockets."""
+
+    AWAY = enum.auto()      # what comes is lost
+    QUEUING = enum.auto()   # what comes waits
+    THERE = enum.auto()
 
 
 class _Datagrams(asyncio.DatagramProtocol):
@@ -18,6 +27,9 @@ class _Datagrams(asyncio.DatagramProtocol):
         self._transport = transport
 
     def datagram_received(self, data, address):
+        if self._server.presence is Presence.QUEUING:
+            self._server.waiting.append(lambda: self.datagram_received(data, address))
+            return
         if self._server.deaf("udp"):
             return
         reply = self._server.answer(data, address[0], True)
@@ -31,12 +43,13 @@ class _Datagrams(asyncio.DatagramProtocol):
 class DnsServer:
     """Listens on one address over both transports; each can be shut or made deaf by itself."""
 
-    def __init__(self, address: tuple[str, int], knobs, resolver, client: str | None, ready):
+    def __init__(self, address: tuple[str, int], knobs, resolver, client: str | None):
         self._address = address
         self._knobs = knobs
         self._resolver = resolver
         self._client = client
-        self._ready = ready
+        self.presence = Presence.AWAY
+        self.waiting = []   # questions that came a little early
         self._udp = None
         self._tcp = None
 
@@ -72,8 +85,16 @@ class DnsServer:
             else:
                 await self._open_tcp()
 
+    def serve(self) -> None:
+        """Answers from now on, and first what waits."""
+        self.presence = Presence.THERE
+        waiting, self.waiting = self.waiting, []
+        for answer in waiting:
+            answer()
+
     def deaf(self, transport: str) -> bool:
-        return self._knobs.silent or not self._ready() or getattr(self._knobs, transport) == "drop"
+        away = self.presence is Presence.AWAY
+        return away or self._knobs.silent or getattr(self._knobs, transport) == "drop"
 
     def answer(self, data: bytes, client: str, over_udp: bool) -> bytes | None:
         return self._resolver.answer(data, self._client or client, over_udp)
@@ -83,7 +104,7 @@ class DnsServer:
         try:
             while True:
                 data = await asyncio.wait_for(self._message(reader), _TCP_IDLE_SECONDS)
-                if not self._ready():
+                if self.presence is not Presence.THERE:
                     break
                 if self.deaf("tcp"):
                     continue

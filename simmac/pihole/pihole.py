@@ -10,7 +10,7 @@ from . import store as stores
 from .blocking import Blocking
 from .clock import Clock
 from .container_log import ContainerLog
-from .dns_server import DnsServer
+from .dns_server import DnsServer, Presence
 from .http import HttpServer
 from .knobs import Knobs
 from .login import Login
@@ -20,6 +20,7 @@ from .sessions import Sessions
 from .web import WebApi
 
 _IMPORT_ANSWER_SECONDS = 0.05
+_QUEUED_SHARE = 0.14   # of a start; an earlier question is lost
 
 
 @dataclass
@@ -29,7 +30,8 @@ class Settings:
     dns: tuple[str, int]
     web: tuple[str, int]
     data: Path
-    boot: float = 0.0
+    boot: float = 0.0       # seconds until DNS answers
+    web_boot: float = 0.0   # seconds until the web API answers
     settled: bool = False   # the block list is there from the first moment
     client: str | None = None
     password: str | None = None
@@ -42,7 +44,8 @@ class Pihole:
 
     def __init__(self, settings: Settings):
         self._settings = settings
-        self._ready = False
+        self._ended = False
+        self._web_ready = False
         self._forced_password = settings.password
         self.clock = Clock()
         self.knobs = Knobs(**settings.knobs)
@@ -55,8 +58,8 @@ class Pihole:
         self.gravity_at = time.time()
         self.resolver = Resolver(self.clock, self.knobs, self.blocking, self.log, self.print_log,
                                  f"{settings.upstream}#53")
-        self.dns = DnsServer(settings.dns, self.knobs, self.resolver, settings.client, lambda: self._ready)
-        self.web = HttpServer(settings.web, WebApi(self).handle, self.knobs, lambda: self._ready)
+        self.dns = DnsServer(settings.dns, self.knobs, self.resolver, settings.client)
+        self.web = HttpServer(settings.web, WebApi(self).handle, self.knobs, lambda: self._web_ready)
 
     async def start(self) -> None:
         """OSError when an address is taken."""
@@ -66,27 +69,50 @@ class Pihole:
         fresh = not self.store.settings_text()
         self.print_log.banner(self._choose_password(), fresh)
         self.sessions.load(self.store.take_sessions())
-        asyncio.get_running_loop().call_later(self._settings.boot, self._serve, self._settings.settled)
+        self._come_up(self._settings.boot, self._settings.web_boot, self._settings.settled)
 
     def stop(self) -> None:
         """A clean end: sessions are kept for the next start."""
-        self._ready = False
+        if self._ended:
+            return
+        self._ended = True
+        self._go_down()
         self.store.keep_sessions(self.sessions.dump())
         self.print_log.info("Shutting down...")
 
     async def restart(self) -> None:
         """The resolver ends and starts again; the process and its ports stay."""
         self.print_log.info("Restarting FTL")
-        self._ready = False
+        self._go_down()
         self.web.drop_connections()
+        self._come_up(self.knobs.restart, self.knobs.restart)
         await asyncio.sleep(self.knobs.restart)
         self._choose_password()
         self.log.clear()
-        self._serve()
+
+    def _go_down(self) -> None:
+        self._web_ready = False
+        self.dns.presence = Presence.AWAY
+
+    def _come_up(self, dns: float, web: float, settled: bool = False) -> None:
+        """Answers after that many seconds; what is asked shortly before DNS does waits in its queue."""
+        loop = asyncio.get_running_loop()
+        loop.call_later(dns * (1 - _QUEUED_SHARE), self._queue)
+        loop.call_later(dns, self._serve, settled)
+        loop.call_later(web, self._serve_web)
+
+    def _queue(self) -> None:
+        if not self._ended:
+            self.dns.presence = Presence.QUEUING
+
+    def _serve_web(self) -> None:
+        self._web_ready = not self._ended
 
     def _serve(self, settled: bool = False) -> None:
-        self._ready = True
+        if self._ended:
+            return
         self.resolver.started(settled)
+        self.dns.serve()
         self.print_log.info("FTL is running on 0.0.0.0 port 53, web server on port 80")
 
     def take_in(self, settings: str | None) -> None:
@@ -114,6 +140,7 @@ class Pihole:
         self.print_log.banner(self._choose_password(), True)
         self.log.clear()
         self._serve(True)
+        self._serve_web()
         self.web.drop_connections()
         await self.dns.follow_knobs()
 
