@@ -56,9 +56,11 @@ async def set_value(mac, args):
 
 
 @command("speed", "speed fast|real: whether tools take the time that they take on a Mac")
-def speed(mac, args):
+async def speed(mac, args):
     """How long tools take."""
     mac.speed = one_of(args, "fast", "real")
+    if mac.containers is not None:
+        await mac.containers.follow_speed()
 
 
 @command("arm64", "arm64 yes|no: Apple silicon or Intel")

@@ -50,7 +50,7 @@ class Mac:
 
     def scaled(self, seconds):
         """How long something really takes that takes this long on a Mac."""
-        return seconds * FAST_SCALE if self.speed == "fast" else seconds
+        return at_speed(self.speed, seconds)
 
     def path(self, absolute):
         """Where the daemon writes a file that stands at this path in the Mac."""
@@ -140,6 +140,11 @@ class Mac:
             await self.keyring.clear()
             if state in SET_UP:
                 await self.keyring.store(PASSWORD)
+
+
+def at_speed(speed, seconds):
+    """What this many seconds on a Mac become at that speed."""
+    return seconds * FAST_SCALE if speed == "fast" else seconds
 
 
 async def maybe(result):

@@ -2,6 +2,7 @@
 
 from daemon.control import Refused, command, on_off, one_of, seconds
 from daemon.containers.errors import DockerError
+from daemon.containers.times import Times
 
 _HEALTHS = ("starting", "healthy", "unhealthy", "none", "auto")
 
@@ -30,14 +31,15 @@ async def engine(mac, args):
         await colima.stop()
 
 
-@command("container", "container start|stop|rm|kill|crash | container health starting|healthy|unhealthy|none|auto")
+@command("container", "container start|stop|rm|kill|crash|freeze|thaw | "
+                      "container health starting|healthy|unhealthy|none|auto")
 async def container(mac, args):
     found = _container(mac)
     if args and args[0] == "health":
         word = one_of(args[1:], *_HEALTHS)
         found.told_health = None if word == "auto" else word
         return
-    verb = one_of(args, "start", "stop", "rm", "kill", "crash")
+    verb = one_of(args, "start", "stop", "rm", "kill", "crash", "freeze", "thaw")
     if verb == "start":
         try:
             await mac.containers.engine.start(found, at_once=True)
@@ -47,6 +49,8 @@ async def container(mac, args):
         await mac.containers.engine.remove(found)
     elif verb == "crash":
         await found.crash()
+    elif verb in ("freeze", "thaw"):
+        found.freeze(verb == "freeze")
     else:
         await found.stop(by_force=verb == "kill")
 
@@ -117,7 +121,8 @@ async def _ask(mac, **request):
 
 
 @command("pihole", "pihole block-mode zero|nxdomain | silent on|off | udp|tcp on|drop | web on|hang|drop | "
-                   "log-delay SECONDS|real | settle|login-seconds|restart-seconds SECONDS | "
+                   "log-delay SECONDS|real | times real|fast|auto | login-seconds SECONDS | "
+                   "boot|web|health|stop|restart|settle-seconds SECONDS | "
                    "question-limit|login-limit|seats|session-seconds N | advance SECONDS | password TEXT | restart | "
                    "state")
 async def pihole(mac, args):
@@ -126,6 +131,11 @@ async def pihole(mac, args):
     if len(args) != 2:
         raise Refused("Say what to set about Pi-hole and to what, for example: pihole silent on.")
     name, value = args
+    if name == "times":
+        return await mac.containers.set_pace(one_of([value], *Times.PACES))
+    time = name.removesuffix("-seconds")
+    if time in Times.OWN and (time != name or time == "settle"):
+        return await mac.containers.set_time(time, seconds(value))
     if name == "advance":
         return await _ask(mac, do="advance", seconds=seconds(value))
     if name == "password":
@@ -133,9 +143,8 @@ async def pihole(mac, args):
     value = "-1" if (name, value) == ("log-delay", "real") else value
     if name == "udp" and value == "closed":
         raise Refused("Say forwarder-drops-udp on.")
-    knob = {"restart-seconds": "restart"}.get(name, name.replace("-", "_"))
     try:
-        await mac.containers.set_knob(knob, value)
+        await mac.containers.set_knob(name.replace("-", "_"), value)
     except ValueError as error:
         raise Refused(str(error)) from error
     return None

@@ -8,10 +8,9 @@ import secrets
 import time
 
 from daemon.containers.errors import DockerError
+from daemon.containers.health import Health
 from daemon.containers.pihole_process import PiholeProcess
 
-_BOOT_SECONDS = 1.5
-_HEALTHY_SECONDS = 30
 _RESTART_SECONDS = 0.1
 _GATEWAY = "172.18.0.1"
 
@@ -32,7 +31,8 @@ class Container:
         self.comes_back = False      # was running when the engine stopped
         self.told_health = None      # a health that it was told to have
         self.lock = asyncio.Lock()   # one start or stop at a time
-        self._healthy_at = 0.0
+        self._health = None
+        self._frozen = False
         self._process = None
         self._watcher = None
         self.folder = f"{engine.folder}/containers/{self.id[:12]}"
@@ -60,13 +60,13 @@ class Container:
             return "unhealthy" if self.started else None
         if self.told_health:
             return None if self.told_health == "none" else self.told_health
-        return "healthy" if time.monotonic() >= self._healthy_at else "starting"
+        return self._health.word
 
     async def start(self, at_once=False):
         """Runs its process (the engine holds the lock); at_once: healthy and answering from the first moment."""
-        mac = self._engine.mac
+        times = self._engine.times
         self._process = PiholeProcess(self.folder)
-        boot = 0 if at_once else mac.scaled(_BOOT_SECONDS)
+        boot = 0 if at_once else times.of("boot" if os.listdir(self._data_folder()) else "first-boot")
         try:
             trouble = await self._process.start(self._arguments(boot, at_once), self._environment(), self.log_path)
         except asyncio.CancelledError:
@@ -78,7 +78,9 @@ class Container:
             return
         self.state, self.error, self.exit_code, self.comes_back = "running", "", 0, False
         self.started = time.time()
-        self._healthy_at = time.monotonic() + (0 if at_once else mac.scaled(_HEALTHY_SECONDS))
+        self._health, self._frozen = Health(times.of("health"), boot), False
+        if at_once:
+            self._health.found_healthy()
         self._watcher = asyncio.create_task(self._watch(self._process))
 
     @property
@@ -89,8 +91,10 @@ class Container:
     async def begin_anew(self, password):
         """The same process as if it had just been started; answers whether that worked."""
         os.truncate(self.log_path, 0)
-        reply = await self._process.ask({"do": "reset", "password": password})
-        self.told_health, self._healthy_at = None, 0.0
+        reply = await self._process.ask({"do": "reset", "password": password, "knobs": self._engine.times.knobs()})
+        self.told_health = None
+        self._health = Health(self._engine.times.of("health"), 0)
+        self._health.found_healthy()
         self.created = self.started = time.time()
         return reply["ok"]
 
@@ -101,22 +105,25 @@ class Container:
         published = {(port.container, port.protocol): port for port in self.spec.ports}
         dns = published.get((53, "tcp")) or published.get((53, "udp"))
         web = published.get((80, "tcp"))
-        knobs = dict(self._engine.knobs)
+        knobs = {**self._engine.knobs, **self._engine.times.knobs()}
         self._forwarder = self._engine.forwarder_name()
         self._udp_closed = (53, "udp") not in published or self._engine.drops_udp()
         if self._udp_closed:
             knobs["udp"] = "closed"
         if (53, "tcp") not in published:
             knobs["tcp"] = "closed"
-        arguments = ["--data", self._data_folder(), "--name", self._forwarder, "--boot", str(boot),
-                     "--client", _GATEWAY, "--knobs", json.dumps(knobs), "--give-up-rights"]
+        web_boot = boot and boot + self._engine.times.of("web")
+        arguments = ["--data", self._data_folder(), "--name", self._forwarder, "--boot", str(boot), "--web-boot",
+                     str(web_boot), "--client", _GATEWAY, "--knobs", json.dumps(knobs), "--give-up-rights"]
         arguments += ["--settled"] if settled else []
         arguments += ["--dns", f"{dns.address}:{dns.host}" if dns else "127.0.0.254:53"]
         return arguments + ["--web", f"{web.address}:{web.host}" if web else "127.0.0.254:80"]
 
     def _data_folder(self):
         name = next((name for name, folder in self.spec.volumes.items() if folder == "/etc/pihole"), None)
-        return self._engine.volume_folder(name) if name else f"{self.folder}/etc-pihole"
+        folder = self._engine.volume_folder(name) if name else f"{self.folder}/etc-pihole"
+        os.makedirs(folder, exist_ok=True)
+        return folder
 
     async def _watch(self, process):
         """Waits for an end that nobody asked for, and does what the restart policy says."""
@@ -130,15 +137,23 @@ class Container:
             except DockerError as error:
                 self.error = error.text
 
-    async def stop(self, by_force=False):
-        """Ends its process as `docker stop` or `docker kill` does; it stays ended."""
+    async def stop(self, by_force=False, seconds=0.0):
+        """Ends its process as `docker stop` or `docker kill` does; it stays ended. DNS and web end at once, the rest
+        takes its seconds."""
         async with self.lock:
             if self._watcher:
                 self._watcher.cancel()
                 with contextlib.suppress(asyncio.CancelledError):
                     await self._watcher
                 self._watcher = None
-            if self.running:
+            if not self.running:
+                return
+            try:
+                if seconds:
+                    await self.ask({"do": "end"})
+                    await asyncio.sleep(seconds)
+            finally:
+                by_force = by_force or self._frozen
                 await self._process.end(by_force)
                 self.state, self.ended = "exited", time.time()
                 self.exit_code = 137 if by_force else 0
@@ -148,16 +163,25 @@ class Container:
         if self.running:
             await self._process.end(by_force=True)
 
+    def freeze(self, on):
+        """Its process stands still, or goes on; what was sent to it meanwhile lies in its queues until then."""
+        if self.running and on != self._frozen:
+            self._frozen = on
+            self._process.freeze(on)
+            (self._health.freeze if on else self._health.thaw)()
+
     async def renew(self):
         """A new process in the same container, as when the ports are forwarded anew."""
         if self.running:
-            health, started, healthy_at = self.told_health, self.started, self._healthy_at
+            told, started, health = self.told_health, self.started, self._health
             await self.stop()
             await self._engine.start(self, at_once=True)
-            self.told_health, self.started, self._healthy_at = health, started, healthy_at
+            self.told_health, self.started, self._health = told, started, health
 
     async def ask(self, request):
         """Directs the stand-in Pi-hole in it."""
         if not self.running:
             return {"ok": False, "error": "The container is not running."}
+        if self._frozen:
+            return {"ok": False, "error": "Pi-hole is frozen."}
         return await self._process.ask(request)

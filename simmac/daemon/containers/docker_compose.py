@@ -10,7 +10,6 @@ from daemon.containers.docker_pull import fetch_for_compose
 VERSION = "2.40.0"
 _CREATE_SECONDS = 0.2
 _START_SECONDS = 0.5
-_STOP_SECONDS = 3.0
 
 
 async def compose(call, argv):
@@ -114,8 +113,7 @@ async def _make(call, engine, spec, old):
     word, done = ("Recreate", "Recreated") if old else ("Creating", "Created")
     await call.err(f" Container {spec.name}  {word}\n")
     if old:
-        await call.pause(_STOP_SECONDS if old.running else 0)
-        await old.stop()
+        await old.stop(seconds=engine.times.of("stop"))
         await engine.remove(old)
     await call.pause(_CREATE_SECONDS)
     container = engine.create(spec)

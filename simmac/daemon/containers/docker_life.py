@@ -4,7 +4,6 @@ from daemon.containers import errors
 from daemon.containers.docker_parts import engine_of, need_words, options_of, worded
 
 _START_SECONDS = 0.5
-_STOP_SECONDS = 3.0
 _REMOVE_SECONDS = 0.3
 
 
@@ -41,10 +40,7 @@ async def stop(call, args):
     need_words("stop", options)
 
     async def action(engine, name):
-        container = engine.find(name)
-        if container.running:
-            await call.pause(_STOP_SECONDS)
-        await container.stop()
+        await engine.find(name).stop(seconds=engine.times.of("stop"))
     return await _each(call, options.words, action)
 
 
@@ -54,9 +50,7 @@ async def restart(call, args):
 
     async def action(engine, name):
         container = engine.find(name)
-        if container.running:
-            await call.pause(_STOP_SECONDS)
-        await container.stop()
+        await container.stop(seconds=engine.times.of("stop"))
         await call.pause(_START_SECONDS)
         await engine.start(container)
     return await _each(call, options.words, action)

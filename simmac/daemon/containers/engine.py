@@ -8,6 +8,7 @@ import time
 from daemon.containers import errors
 from daemon.containers.container import Container
 from daemon.containers.registry import Registry, REPOSITORY
+from daemon.containers.times import Times
 
 SERVER_VERSION = "28.4.0"
 
@@ -37,6 +38,7 @@ class Engine:
         self.disk_full = False
         self.refuses_user = False
         self.udp_dropped = False     # what the ssh forwarder does to UDP
+        self.times = Times(mac)
         self.knobs = {}              # settings of the stand-in Pi-hole
 
     # -- whether it can be reached -----------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 import asyncio
 import json
 import os
+import signal
 import sys
 from pathlib import Path
 
@@ -59,6 +60,10 @@ class PiholeProcess:
     async def wait(self):
         """Waits for its end; answers with its status, negative for a signal."""
         return await self._process.wait()
+
+    def freeze(self, on):
+        """Stops the process where it is, or lets it go on."""
+        self._process.send_signal(signal.SIGSTOP if on else signal.SIGCONT)
 
     async def end(self, by_force=False):
         """Ends it: cleanly, or as with kill -9."""

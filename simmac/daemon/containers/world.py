@@ -91,6 +91,22 @@ class Containers:
         if self.pihole:
             await self.pihole.ask({"do": "set", "name": name, "value": self.engine.knobs[name]})
 
+    async def set_pace(self, pace):
+        """Whether Pi-hole's container takes its true times, whatever the Mac's speed is."""
+        self.engine.times.pace = pace
+        await self.follow_speed()
+
+    async def set_time(self, name, seconds):
+        """Sets one of its times."""
+        self.engine.times.set(name, seconds)
+        await self.follow_speed()
+
+    async def follow_speed(self):
+        """Tells the running Pi-hole how long things take now."""
+        for name, value in self.engine.times.knobs().items():
+            if self.pihole:
+                await self.pihole.ask({"do": "set", "name": name, "value": value})
+
     def describe(self):
         """The whole as plain data."""
         containers = [{"name": each.name, "image": each.spec.image, "state": each.state, "health": each.health,
