@@ -4,6 +4,7 @@ NAMES = {
     "example.com": ["93.184.215.14"],
     "www.example.com": ["93.184.215.14"],
     "pi-hole.net": ["198.51.100.20"],
+    "registry.example": ["198.51.100.10"],
     "www.apple.com": ["198.51.100.30"],
     "captive.apple.com": ["198.51.100.31"],
     "www.wikipedia.org": ["198.51.100.40"],

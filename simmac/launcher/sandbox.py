@@ -9,7 +9,8 @@ from launcher.problem import Problem
 
 NAMESPACES = ["--unshare-user", "--unshare-net", "--unshare-pid", "--unshare-ipc", "--unshare-uts",
               "--uid", "0", "--gid", "0", "--die-with-parent"]
-DAEMON_RIGHTS = ("CAP_NET_ADMIN", "CAP_NET_BIND_SERVICE", "CAP_SETPCAP")
+# The last one is for the user namespace of Colima's machine.
+DAEMON_RIGHTS = ("CAP_NET_ADMIN", "CAP_NET_BIND_SERVICE", "CAP_SETPCAP", "CAP_SETFCAP")
 SIMMAC = os.path.dirname(os.path.dirname(os.path.realpath(__file__)))
 REPOSITORY = os.path.dirname(SIMMAC)
 FONT_CACHE = "/var/cache/fontconfig"

@@ -1,30 +1,80 @@
-"""Colima's virtual machine."""
+"""Colima: its settings, and the virtual machine that it starts."""
 
-VERSION = "0.9.1"
+from daemon.machine.forwarder import Forwarder
+from daemon.machine.machine import Machine
+
+NEWEST = "0.8"
+FIRST_FORWARDER = "grpc"
+VERSIONS = {"0.10": "0.10.3", "0.8": "0.8.4"}
 FORWARDERS = ("ssh", "grpc", "none")
 
 
 class Colima:
     """Runs or not, with its sizes and its port forwarder; a stop keeps them."""
 
-    def __init__(self):
+    def __init__(self, mac):
+        self.machine = Machine(mac)
+        self.forwarder = Forwarder(self.machine)
+        self.engine = None
+        self.release = NEWEST
+        self._restore()
+
+    def _restore(self):
         self.created = False
         self.running = False
         self.by_service = False            # started by Homebrew's login service
         self.cpu, self.memory, self.disk = 2, 2, 100
-        self.forwarder = "ssh"
+        self.saved_forwarder = FIRST_FORWARDER
         self.knows_forwarder = True        # has the option --port-forwarder
         self.failure = None                # what the next starts fail with
-        self.engine = None
+
+    @property
+    def version(self):
+        return VERSIONS[self.release]
 
     async def start(self, at_once=False):
-        self.created = self.running = True
+        """Boots the machine, sets up its DNS, and lets Docker bring back its containers."""
+        await self.boot()
         await self.engine.machine_starts(at_once)
+        await self.forwarder.follow()
+
+    async def boot(self):
+        """The machine with its DNS, before Docker."""
+        self.machine.has_dnsmasq = self.release != "0.8"
+        await self.machine.start()
+        self.forwarder.kind = self.saved_forwarder
+        self.created = self.running = True
 
     async def stop(self):
+        """Ends Docker's containers, and the machine."""
         await self.engine.machine_stops()
+        await self.machine.stop()
         self.running = self.by_service = False
+        await self.forwarder.follow()
 
-    def forget(self):
+    async def forget(self):
         """As if it had never been started."""
-        self.__init__()
+        await self.machine.forget()
+        self._restore()
+        await self.forwarder.follow()
+
+    async def enter(self, created, running, set_up):
+        """As it is at the start of a state: new, or as an earlier set-up of Pi-hole left it."""
+        self._restore()
+        self.release = NEWEST
+        self.created, self.running = created, running
+        self.saved_forwarder = self.forwarder.kind = "grpc" if set_up else FIRST_FORWARDER
+        await self.machine.enter(running, set_up, self.release != "0.8")
+
+    async def become(self, release):
+        """As if that release of Colima had made the machine."""
+        await self.engine.machine_stops()
+        await self.machine.forget()
+        self.release = release
+        if self.running:
+            await self.start(at_once=True)
+
+    async def use_forwarder(self, kind):
+        """As if it had been started with this forwarder."""
+        self.saved_forwarder = self.forwarder.kind = kind
+        await self.forwarder.follow()

@@ -13,6 +13,7 @@ from daemon.containers.pihole_process import PiholeProcess
 
 _RESTART_SECONDS = 0.1
 _GATEWAY = "172.18.0.1"
+_PROXY = "docker-proxy"    # what holds a published port in the machine
 
 
 class Container:
@@ -65,7 +66,7 @@ class Container:
     async def start(self, at_once=False):
         """Runs its process (the engine holds the lock); at_once: healthy and answering from the first moment."""
         times = self._engine.times
-        self._process = PiholeProcess(self.folder)
+        self._process = PiholeProcess(self.folder, self._engine.machine)
         boot = 0 if at_once else times.of("boot" if os.listdir(self._data_folder()) else "first-boot")
         try:
             trouble = await self._process.start(self._arguments(boot, at_once), self._environment(), self.log_path)
@@ -82,11 +83,6 @@ class Container:
         if at_once:
             self._health.found_healthy()
         self._watcher = asyncio.create_task(self._watch(self._process))
-
-    @property
-    def plain(self):
-        """Whether its ports are forwarded as they are when a state begins."""
-        return self._forwarder == "ssh" and not self._udp_closed
 
     async def begin_anew(self, password):
         """The same process as if it had just been started; answers whether that worked."""
@@ -106,14 +102,12 @@ class Container:
         dns = published.get((53, "tcp")) or published.get((53, "udp"))
         web = published.get((80, "tcp"))
         knobs = {**self._engine.knobs, **self._engine.times.knobs()}
-        self._forwarder = self._engine.forwarder_name()
-        self._udp_closed = (53, "udp") not in published or self._engine.drops_udp()
-        if self._udp_closed:
+        if (53, "udp") not in published:
             knobs["udp"] = "closed"
         if (53, "tcp") not in published:
             knobs["tcp"] = "closed"
         web_boot = boot and boot + self._engine.times.of("web")
-        arguments = ["--data", self._data_folder(), "--name", self._forwarder, "--boot", str(boot), "--web-boot",
+        arguments = ["--data", self._data_folder(), "--name", _PROXY, "--boot", str(boot), "--web-boot",
                      str(web_boot), "--client", _GATEWAY, "--knobs", json.dumps(knobs), "--give-up-rights"]
         arguments += ["--settled"] if settled else []
         arguments += ["--dns", f"{dns.address}:{dns.host}" if dns else "127.0.0.254:53"]
@@ -130,6 +124,7 @@ class Container:
         status = await process.wait()
         self.state, self.ended = "exited", time.time()
         self.exit_code = 128 - status if status < 0 else status
+        await self._engine.ports_changed()
         if self.spec.restart in ("always", "unless-stopped") or self.spec.restart.startswith("on-failure"):
             await asyncio.sleep(_RESTART_SECONDS)
             try:
@@ -157,6 +152,7 @@ class Container:
                 await self._process.end(by_force)
                 self.state, self.ended = "exited", time.time()
                 self.exit_code = 137 if by_force else 0
+        await self._engine.ports_changed()
 
     async def crash(self):
         """Its process dies by kill -9, without anybody having asked Docker."""
@@ -169,14 +165,6 @@ class Container:
             self._frozen = on
             self._process.freeze(on)
             (self._health.freeze if on else self._health.thaw)()
-
-    async def renew(self):
-        """A new process in the same container, as when the ports are forwarded anew."""
-        if self.running:
-            told, started, health = self.told_health, self.started, self._health
-            await self.stop()
-            await self._engine.start(self, at_once=True)
-            self.told_health, self.started, self._health = told, started, health
 
     async def ask(self, request):
         """Directs the stand-in Pi-hole in it."""

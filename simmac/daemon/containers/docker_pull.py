@@ -25,7 +25,7 @@ async def fetch(call, repository, tag, say):
     """Pulls an image, telling about it as the client does without a terminal."""
     engine = engine_of(call)
     await call.pause(_FINDS_OUT)
-    engine.check_image(repository, tag)
+    await engine.check_image(repository, tag)
     new = tag not in engine.images
     await say(f"{tag}: Pulling from {repository}\n")
     if new:
@@ -62,7 +62,7 @@ async def fetch_for_compose(call, service, repository, tag):
     await call.err(f" {service} Pulling \n")
     await call.pause(_FINDS_OUT)
     try:
-        engine.check_image(repository, tag)
+        await engine.check_image(repository, tag)
         if tag not in engine.images:
             await _layers(call, engine, tag, lambda layer, word: call.err(f" {layer} {word} \n"))
             engine.images.add(tag)

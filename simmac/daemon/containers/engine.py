@@ -2,13 +2,13 @@
 
 import os
 import shutil
-import socket
 import time
 
 from daemon.containers import errors
 from daemon.containers.container import Container
 from daemon.containers.registry import Registry, REPOSITORY
 from daemon.containers.times import Times
+from daemon.machine import listeners
 
 SERVER_VERSION = "28.4.0"
 
@@ -37,7 +37,6 @@ class Engine:
         self.networks = set()
         self.disk_full = False
         self.refuses_user = False
-        self.udp_dropped = False     # what the ssh forwarder does to UDP
         self.times = Times(mac)
         self.knobs = {}              # settings of the stand-in Pi-hole
 
@@ -50,18 +49,20 @@ class Engine:
         if self.refuses_user:
             raise errors.no_permission(errors.SOCKET)
 
-    def drops_udp(self):
-        return self.udp_dropped and self._colima.forwarder == "ssh"
+    @property
+    def machine(self):
+        """The machine in which the containers run and their ports are published."""
+        return self._colima.machine
 
-    def forwarder_name(self):
-        """The process that holds the published ports on this Mac."""
-        return "ssh" if self._colima.forwarder == "ssh" else "limactl"
+    async def ports_changed(self):
+        """Lets the Mac follow what containers now publish."""
+        await self._colima.forwarder.follow()
 
     # -- images ------------------------------------------------------------------------------------------------------
 
-    def check_image(self, repository, tag):
+    async def check_image(self, repository, tag):
         """DockerError when the image cannot be pulled."""
-        if not self.mac.network.reaches_internet():
+        if not self.mac.network.reaches_internet() or not await self.machine.resolves(errors.REGISTRY):
             raise errors.no_internet()
         if repository != REPOSITORY:
             raise errors.no_repository(repository)
@@ -120,15 +121,14 @@ class Engine:
                 self._check_port(container, port)
             container.told_health = None
             await container.start(at_once)
+        await self.ports_changed()
 
     def _check_port(self, container, port):
         for other in self.containers.values():
             if other.running and any((each.host, each.protocol) == (port.host, port.protocol)
                                      for each in other.spec.ports):
                 raise errors.port_allocated(container, port.address, port.host)
-        if port.protocol == "udp" and self.drops_udp():
-            return
-        if not _is_free(port):
+        if listeners.holds(self.machine.listening(), port.protocol, port.address, port.host):
             raise errors.port_in_use(container, port.address, port.host, port.protocol)
 
     async def remove(self, container):
@@ -166,15 +166,3 @@ class Engine:
         if not kept:
             shutil.rmtree(self.folder, ignore_errors=True)
         self.__init__(self.mac, self._colima)
-
-
-def _is_free(port):
-    kind = socket.SOCK_DGRAM if port.protocol == "udp" else socket.SOCK_STREAM
-    with socket.socket(socket.AF_INET6 if ":" in port.address else socket.AF_INET, kind) as probe:
-        if kind == socket.SOCK_STREAM:
-            probe.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
-        try:
-            probe.bind((port.address, port.host))
-        except OSError:
-            return False
-    return True

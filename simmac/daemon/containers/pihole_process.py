@@ -1,4 +1,4 @@
-"""The process behind a running container: one stand-in Pi-hole."""
+"""The process behind a running container: one stand-in Pi-hole in the network of Colima's machine."""
 
 import asyncio
 import json
@@ -14,8 +14,9 @@ _START_SECONDS = 10
 class PiholeProcess:
     """Starts a stand-in Pi-hole, directs it over its control socket, and ends it."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, machine):
         self._folder = Path(folder)
+        self._machine = machine
         self._control = self._folder / "control.sock"
         self._process = None
         self._channel = None
@@ -30,7 +31,8 @@ class PiholeProcess:
         self._control.unlink(missing_ok=True)
         with open(log_path, "ab") as log:
             self._process = await asyncio.create_subprocess_exec(
-                sys.executable, "-S", "-m", "pihole", "--control", str(self._control), *arguments,
+                *self._machine.inside([sys.executable, "-S", "-m", "pihole", "--control", str(self._control),
+                                       *arguments]),
                 cwd=_SIMMAC, env={"PYTHONPATH": _SIMMAC, "PATH": os.environ.get("PATH", ""), **environment},
                 stdin=asyncio.subprocess.DEVNULL, stdout=log, stderr=asyncio.subprocess.STDOUT)
         return await self._listening()

@@ -24,7 +24,7 @@ class Containers:
     def __init__(self, mac):
         self.mac = mac
         self.homebrew = Homebrew(mac)
-        self.colima = Colima()
+        self.colima = Colima(mac)
         self.engine = (RealEngine if mac.real_engine else Engine)(mac, self.colima)
         self.colima.engine = self.engine
         self.compose = False       # whether docker has the compose plug-in
@@ -37,24 +37,20 @@ class Containers:
         self.engine.check_state(state)
         kept = await self._reusable() if state in _PIHOLE_RUNS else None
         await self.engine.clear(kept)
-        self.colima.forget()
-        self.colima.engine = self.engine
+        fresh = state in ("bare", "homebrew")
+        await self.colima.enter(not fresh, not fresh and state not in ("stopped", "dead-engine"), state in SET_UP)
         self.compose = self.old_docker = False
-        self.homebrew.reset(state != "bare", () if state in ("bare", "homebrew") else ("lima", "colima", "docker"))
-        if state in ("bare", "homebrew"):
-            return
-        self.colima.created = True
-        self.colima.running = state != "stopped"
-        await self.engine.machine_is_there(self.colima.running)
+        self.homebrew.reset(state != "bare", () if fresh else ("lima", "colima", "docker"))
+        if not fresh:
+            await self.engine.machine_is_there(self.colima.running)
         if state in SET_UP:
             await self._install_pihole(kept, running=not state.startswith("dead"))
-        if state == "dead-engine":
-            await self.colima.stop()
+        await self.colima.forwarder.follow()
 
     async def _reusable(self):
         """The running Pi-hole, as if it had just been started, if it is the one that a state begins with."""
         found = self.pihole
-        plain = found and found.running and found.spec == pihole_spec() and found.plain
+        plain = found and found.running and found.spec == pihole_spec()
         if not plain or len(self.engine.containers) > 1:
             return None
         return found if await found.begin_anew(PASSWORD) else None
@@ -112,7 +108,7 @@ class Containers:
         containers = [{"name": each.name, "image": each.spec.image, "state": each.state, "health": each.health,
                        "pid": each.pid, "error": each.error} for each in self.engine.containers.values()]
         return {"homebrew": self.homebrew.installed, "colima": "running" if self.colima.running else "stopped",
-                "forwarder": self.colima.forwarder, "service": self.homebrew.colima_service, "compose": self.compose,
+                "forwarder": self.colima.saved_forwarder, "machine": self.colima.machine.describe(), "service": self.homebrew.colima_service, "compose": self.compose,
                 "images": sorted(self.engine.images), "volumes": sorted(self.engine.volumes),
                 "containers": containers}
 
