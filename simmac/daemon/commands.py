@@ -185,10 +185,11 @@ def _fault(tool, kind, values, options):
                  whole_number(at, 1) if at else None)
 
 
-@command("take-port", "take-port PORT tcp|udp [--as NAME] [--on ADDRESS]: another program holds the port")
+@command("take-port", "take-port PORT tcp|udp [--as NAME] [--on ADDRESS] [--in-machine]: another program holds "
+                      "the port of the Mac, or of Colima's machine")
 async def take_port(mac, args):
     """Lets a real process of that name hold the port."""
-    name, address, words = "mDNSResponder", "127.0.0.1", list(args)
+    name, address, (words, machine) = "mDNSResponder", "127.0.0.1", _where(mac, args)
     for option in ("--as", "--on"):
         if option in words[:-1]:
             place = words.index(option)
@@ -196,17 +197,31 @@ async def take_port(mac, args):
             del words[place:place + 2]
             name, address = (value, address) if option == "--as" else (name, value)
     port, protocol = _port(words)
-    problem = await mac.ports.take(port, protocol, name, address)
+    problem = await mac.ports.take(port, protocol, name, address, machine)
     if problem:
         raise Refused(problem)
+    if machine:
+        await mac.containers.colima.forwarder.follow()
 
 
-@command("free-port", "free-port PORT tcp|udp")
+@command("free-port", "free-port PORT tcp|udp [--in-machine]")
 async def free_port(mac, args):
     """Frees what take-port took."""
-    port, protocol = _port(args)
-    if not await mac.ports.free(port, protocol):
+    words, machine = _where(mac, args)
+    port, protocol = _port(words)
+    if not await mac.ports.free(port, protocol, machine is not None):
         raise Refused(f"{protocol} port {port} was not taken.")
+    if machine:
+        await mac.containers.colima.forwarder.follow()
+
+
+def _where(mac, args):
+    """The words without the place, and Colima's machine when that is the place."""
+    if "--in-machine" not in args:
+        return list(args), None
+    if not mac.containers.colima.running:
+        raise Refused("Colima's machine is off.")
+    return [word for word in args if word != "--in-machine"], mac.containers.colima.machine
 
 
 def _port(words):

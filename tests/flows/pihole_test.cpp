@@ -132,7 +132,7 @@ TEST_F(Running, A_page_and_a_dns_that_stay_away_are_asked_three_times)
 
 TEST_F(Running, Udp_that_does_not_arrive_is_found_explained_and_mended)
 {
-    Mac::ctl(QStringLiteral("forwarder-drops-udp on"));
+    Mac::ctl(QStringLiteral("forwarder ssh"));
     run(model().runPiholeTests(false));
     EXPECT_EQ(rowText(model(), 0), "ok: Running and healthy.");
     EXPECT_EQ(rowText(model(), 2),
@@ -163,7 +163,7 @@ TEST_F(Running, Udp_that_does_not_arrive_is_found_explained_and_mended)
 
 TEST_F(Running, A_colima_without_the_option_is_told_apart)
 {
-    Mac::ctl(QStringLiteral("forwarder-drops-udp on"));
+    Mac::ctl(QStringLiteral("forwarder ssh"));
     Mac::ctl(QStringLiteral("port-forwarder-option off"));
     run(model().runPiholeTests(false));
     EXPECT_TRUE(model().udpProblem());

@@ -117,7 +117,7 @@ TEST_F(Engine, A_port_that_is_taken_during_the_start_is_looked_at_again)
     model().setPasswordInput(kPassword);
     run(model().startPihole());
     ASSERT_TRUE(model().startOp()->running());
-    Mac::ctl(QStringLiteral("take-port 8080 tcp --as nginx"));
+    Mac::ctl(QStringLiteral("take-port 8080 tcp --as nginx --in-machine"));
     waitForOperation(model().startOp());
     EXPECT_EQ(model().startOp()->failureText(), DockerCLI::kPortInUse);
     const QList<PortReport> reports = model().portReports();
@@ -137,7 +137,7 @@ TEST_F(Engine, A_taken_port_53_is_found_before_the_start_where_it_may_be_tested)
 
 TEST_F(Engine, A_taken_port_53_that_may_not_be_tested_is_dockers_to_find)
 {
-    Mac::ctl(QStringLiteral("take-port 53 tcp --as unbound"));
+    Mac::ctl(QStringLiteral("take-port 53 tcp --as unbound --in-machine"));
     model().setPasswordInput(kPassword);
     run(model().startPihole());
     waitForOperation(model().startOp());

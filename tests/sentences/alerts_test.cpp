@@ -55,7 +55,7 @@ TEST_F(Alerts, Before_colima_no_longer_starts_at_login)
 TEST_F(Alerts, Before_colima_restarts_for_udp)
 {
     begin("running");
-    mac("forwarder-drops-udp on");
+    mac("forwarder ssh");
     openStep(4);
     pressButton("Test");
     pressButton("Restart Colima with UDP forwarding for me");

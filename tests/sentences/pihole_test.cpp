@@ -58,7 +58,7 @@ TEST_F(PiholeTests, Say_how_container_page_and_dns_do)
         {"engine", {}, {"No container named 'pihole' yet. Press Start Pi-hole."}},
         {"stopped", {}, {"Docker is not running."}},
         {"running",
-         {"forwarder-drops-udp on"},
+         {"forwarder ssh"},
          {"No answer over UDP, but TCP works. UDP port 53 is probably not reaching the Mac."}},
         {"running",
          {"fault dig fail 9"},
@@ -99,7 +99,7 @@ TEST_F(PiholeTests, Tell_how_they_ended_on_the_dashboard_and_at_the_end)
 TEST_F(PiholeTests, Offer_the_fix_for_udp_and_tell_its_steps)
 {
     begin("running");
-    mac("forwarder-drops-udp on");
+    mac("forwarder ssh");
     openStep(4);
     pressButton("Test");
     EXPECT_TRUE(appear(
@@ -119,7 +119,7 @@ TEST_F(PiholeTests, Offer_the_fix_for_udp_and_tell_its_steps)
 TEST_F(PiholeTests, Leave_the_fix_to_the_user_where_colima_does_not_know_it)
 {
     expect({"running",
-            {"forwarder-drops-udp on", "port-forwarder-option off"},
+            {"forwarder ssh", "port-forwarder-option off"},
             {"This Colima version does not show a --port-forwarder option, so use the manual steps above."}},
            4);
 }

@@ -32,7 +32,7 @@ TEST_F(Start, Says_why_it_did_not_succeed)
          "The Colima disk is full. Free some space (for example 'docker system prune') or recreate Colima with a "
          "bigger "
          "disk."},
-        {"engine", "take-port 53 tcp --as unbound",
+        {"engine", "take-port 53 tcp --as unbound --in-machine",
          "A port that Pi-hole needs is already in use. Pick another web port (8081 to 8090) or stop whatever uses port "
          "53."},
         {"engine", "internet off",

@@ -98,21 +98,47 @@ class ForwarderTest(ContainerCase):
     def asked(self, name):
         return self.mac.run("/usr/bin/dig", "@127.0.0.1", name).out
 
-    def test_Ssh_forwarder_loses_udp_when_told_and_grpc_does_not(self):
+    def test_Ssh_forwarder_carries_tcp_only_and_grpc_both(self):
         self.assertEqual(self.udp_and_tcp(), [True, True])
-        self.mac.ctl("forwarder-drops-udp", "on")
+        self.mac.ctl("forwarder", "ssh")
         self.assertEqual(self.udp_and_tcp(), [False, True])
         self.colima("stop")
         self.assertEqual(self.udp_and_tcp(), [False, False])
         self.colima("start", *SIZES, "--port-forwarder", "grpc")
         self.assertTrue(eventually(lambda: self.udp_and_tcp() == [True, True]))
-        self.assertRegex(self.mac.run("/usr/sbin/lsof", "-nP", "-iUDP:53").out, r"\nlimactl +\d+ ")
 
-    def test_Quirk_can_be_switched_off_while_pihole_runs(self):
-        self.mac.ctl("forwarder-drops-udp", "on")
-        self.mac.ctl("forwarder-drops-udp", "off")
+    def holders(self, selection):
+        return self.mac.run("/usr/sbin/lsof", "-nP", "-Fc", selection).out
+
+    def test_Lsof_names_the_process_of_the_forwarder(self):
+        for selection in ("-iTCP@127.0.0.1:53", "-iUDP@127.0.0.1:53", "-iTCP:8080"):
+            self.assertIn("\nclimactl\n", self.holders(selection))
+        self.mac.ctl("forwarder", "ssh")
+        self.assertIn("\nclimactl\n", self.holders("-iTCP:53"))
+        self.assertEqual(self.holders("-iUDP:53"), "")
+        self.assertIn("\ncssh\n", self.holders("-iTCP:8080"))
+
+    def test_Port_that_is_taken_on_the_mac_is_not_forwarded(self):
+        self.docker("stop", "pihole")
+        self.mac.ctl("take-port", "8080", "tcp", "--as", "nginx")
+        self.assertEqual(self.docker("start", "pihole").status, 0)
+        self.assertIn("\ncnginx\n", self.holders("-iTCP:8080"))
         self.assertEqual(self.udp_and_tcp(), [True, True])
-        self.assertEqual(self.container_state(), "running|healthy\n")
+
+    def test_Large_bodies_pass_both_ways_unharmed(self):
+        script = ("import socket, threading, hashlib, os\n"
+                  "data = os.urandom(3_000_000)\n"
+                  "c = socket.create_connection(('127.0.0.1', 7777))\n"
+                  "threading.Thread(target=lambda: (c.sendall(data), c.shutdown(socket.SHUT_WR))).start()\n"
+                  "back = b''\n"
+                  "while piece := c.recv(65536): back += piece\n"
+                  "print(back == data)\n")
+        echo = ("python3 -c 'import socket, threading\n"
+                "s = socket.create_server((\"127.0.0.1\", 7777)); print(flush=True); c, _ = s.accept()\n"
+                "while piece := c.recv(65536): c.sendall(piece)' > /tmp/echo & "
+                "until [ -s /tmp/echo ]; do sleep 0.02; done")
+        self.colima("ssh", "--", "sh", "-c", echo)
+        self.assertEqual(self.mac.run("/usr/bin/python3", "-c", script).out, "True\n")
 
     def test_Container_comes_back_with_colima_unless_it_was_stopped(self):
         self.colima("stop")

@@ -88,7 +88,7 @@ class ProjectTest(ComposeCase):
 
     def test_Taken_port_is_an_error_in_dockers_words(self):
         self.docker("rm", "-f", "pihole")
-        self.mac.ctl("take-port", "53", "udp")
+        self.mac.ctl("take-port", "53", "udp", "--in-machine")
         self.assertSays(self.compose("up", "-d"), 1,
                         "failed to bind host port 127.0.0.1:53/udp: address already in use")
         self.assertEqual(self.container_state().split("|")[0], "created")

@@ -27,7 +27,7 @@ class DirectedTest(ContainerCase):
 
     def test_Start_from_outside_meets_a_taken_port(self):
         self.mac.ctl("container", "stop")
-        self.mac.ctl("take-port", "53", "tcp", "--as", "dnsmasq")
+        self.mac.ctl("take-port", "53", "tcp", "--as", "named", "--in-machine")
         self.assertIn("address already in use", self.refusal("container", "start"))
 
     def refusal(self, *words):

@@ -93,10 +93,6 @@ class RunningTest(ContainerCase):
         for command in ("stop", "restart", "kill", "logs"):
             self.assertEnds(self.docker(command, "pihole"), 1, "", NO_CONTAINER)
 
-    def test_Lsof_names_the_forwarder_as_holder(self):
-        for protocol in ("TCP", "UDP"):
-            self.assertRegex(self.mac.run("/usr/sbin/lsof", "-nP", f"-i{protocol}@127.0.0.1:53").out, r"\nssh +\d+ ")
-
     def test_Password_of_the_env_file_opens_the_web_api(self):
         def log_in(password):
             body = json.dumps({"password": password})
@@ -211,12 +207,12 @@ class EngineTest(ContainerCase):
                                      r'already in use by container "[0-9a-f]{64}"\.')
 
     def test_Taken_port_leaves_the_container_created(self):
-        self.mac.ctl("take-port", "8081", "tcp")
+        self.mac.ctl("take-port", "8081", "tcp", "--in-machine")
         result = self.docker("run", "-d", "--name", "pihole", "-p", "127.0.0.1:8081:80", "pihole/pihole:2026.09.0")
         self.assertSays(result, 125, "driver failed programming external connectivity on endpoint pihole (")
         self.assertIn("address already in use", result.err)
         self.assertEqual(self.container_state(), "created|none\n")
-        self.mac.ctl("free-port", "8081", "tcp")
+        self.mac.ctl("free-port", "8081", "tcp", "--in-machine")
         self.assertEqual(self.docker("start", "pihole").status, 0)
         other = self.docker("run", "-d", "--name", "two", "-p", "127.0.0.1:8081:80", "pihole/pihole:2026.09.0")
         self.assertSays(other, 125, "Bind for 127.0.0.1:8081 failed: port is already allocated")
@@ -275,7 +271,7 @@ class OldReleaseTest(ContainerCase):
 
     def test_Its_proxy_names_the_taken_port(self):
         self.docker("pull", "pihole/pihole:2026.09.0")
-        self.mac.ctl("take-port", "8081", "tcp")
+        self.mac.ctl("take-port", "8081", "tcp", "--in-machine")
         result = self.docker("run", "-d", "--name", "pihole", "-p", "127.0.0.1:8081:80", "pihole/pihole:2026.09.0")
         self.assertRegex(result.err, r"^docker: Error response from daemon: driver failed programming external "
                                      r"connectivity on endpoint pihole \([0-9a-f]{64}\): Error starting userland proxy: "

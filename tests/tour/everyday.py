@@ -102,7 +102,7 @@ def stopped(stage):
     stage.use("Stop")
     stage.sees("Pi-hole is stopped", "Queries: -")
     stage.picture("gray-stopped")
-    ctl("take-port", "8080", "tcp", "--as", "nginx")
+    ctl("take-port", "8080", "tcp", "--as", "nginx", "--in-machine")
     stage.use("Start")
     stage.sees_start("A port that Pi-hole needs")
     stage.picture("start-failed")

@@ -147,7 +147,7 @@ def start_with_port_taken(stage):
 
 def udp_does_not_arrive(stage):
     """DNS over UDP that does not arrive is recognised and repaired."""
-    stage.begin("engine", "forwarder-drops-udp on")
+    stage.begin("engine", "forwarder ssh")
     stage.step(4)
     stage.use("Start Pi-hole")
     stage.sees("UDP port 53 is probably not reaching your Mac", "Restart Colima with UDP forwarding for me")
@@ -163,7 +163,7 @@ def udp_does_not_arrive(stage):
 
 def udp_by_hand(stage):
     """A Colima without the option leaves the steps to the user."""
-    stage.begin("engine", "forwarder-drops-udp on", "port-forwarder-option off")
+    stage.begin("engine", "forwarder ssh", "port-forwarder-option off")
     stage.step(4)
     stage.use("Start Pi-hole")
     stage.sees("This Colima version does not show a --port-forwarder option, so use the manual steps above.")

@@ -1,6 +1,7 @@
 """The control commands for Homebrew, Colima, Docker and Pi-hole."""
 
 from daemon.control import Refused, command, on_off, one_of, seconds
+from daemon.containers.colima import FORWARDERS, VERSIONS
 from daemon.containers.errors import DockerError
 from daemon.containers.times import Times
 
@@ -63,6 +64,26 @@ def colima(mac, args):
     mac.containers.colima.failure = None if text == "off" else text
 
 
+@command("colima-release", f"colima-release {'|'.join(VERSIONS)}: before 0.9 its machine had no dnsmasq")
+async def colima_release(mac, args):
+    await mac.containers.colima.become(one_of(args, *VERSIONS))
+
+
+@command("machine", "machine room|no-room: whether its dnsmasq leaves the loopback alone | machine COMMAND...: "
+                    "runs it in there")
+async def machine(mac, args):
+    colima = mac.containers.colima
+    if args in (["room"], ["no-room"]):
+        await colima.machine.make_room(args == ["room"])
+        await colima.forwarder.follow()
+        return None
+    if not colima.running or not args:
+        raise Refused("Colima's machine is off, or there is nothing to do.")
+    status, output = await colima.machine.run(args)
+    await colima.forwarder.follow()
+    return {"status": status, "output": output}
+
+
 @command("compose", "compose on|off: whether docker has the compose plug-in")
 def compose(mac, args):
     mac.containers.compose = on_off(args)
@@ -73,12 +94,9 @@ def docker_release(mac, args):
     mac.containers.old_docker = one_of(args, "new", "old") == "old"
 
 
-@command("forwarder-drops-udp", "forwarder-drops-udp on|off: the ssh port forwarder does not carry UDP")
-async def forwarder_drops_udp(mac, args):
-    found = _played(mac)
-    found.udp_dropped = on_off(args)
-    for each in list(found.containers.values()):
-        await each.renew()
+@command("forwarder", f"forwarder {'|'.join(FORWARDERS)}: as if Colima had been started with it; ssh carries TCP only")
+async def forwarder(mac, args):
+    await mac.containers.colima.use_forwarder(one_of(args, *FORWARDERS))
 
 
 @command("port-forwarder-option", "port-forwarder-option on|off: whether colima knows --port-forwarder")
@@ -142,7 +160,7 @@ async def pihole(mac, args):
         return await _ask(mac, do="password", value=value)
     value = "-1" if (name, value) == ("log-delay", "real") else value
     if name == "udp" and value == "closed":
-        raise Refused("Say forwarder-drops-udp on.")
+        raise Refused("Say forwarder ssh.")
     try:
         await mac.containers.set_knob(name.replace("-", "_"), value)
     except ValueError as error:

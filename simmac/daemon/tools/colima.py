@@ -1,9 +1,11 @@
 """Colima: the virtual machine that holds Docker. Without a terminal it prints logfmt on standard error."""
 
+import asyncio
+import shlex
 import time
 
 from daemon.containers import options
-from daemon.containers.colima import FORWARDERS, VERSION
+from daemon.containers.colima import FORWARDERS
 from daemon.tools import tool
 
 _START_FLAGS = """\
@@ -108,7 +110,7 @@ async def _boot(call, machine, given):
     machine.cpu = int(given.value("--cpu", machine.cpu))
     machine.memory = float(given.value("--memory", machine.memory))
     machine.disk = int(given.value("--disk", machine.disk))
-    machine.forwarder = given.value("--port-forwarder", machine.forwarder)
+    machine.saved_forwarder = given.value("--port-forwarder", machine.saved_forwarder)
     await machine.start()
     await _say(call, "done")
 
@@ -172,7 +174,7 @@ async def _list(call, _):
 
 
 async def _version(call, _):
-    await call.out(f"colima version {VERSION}\ngit commit: 0cbf719f5409ce04b9f0607b681c005d2ff7d94d\n")
+    await call.out(f"colima version {call.mac.containers.colima.version}\ngit commit: 0cbf719f5409ce04b9f0607b681c005d2ff7d94d\n")
     return 0
 
 
@@ -180,12 +182,39 @@ async def _delete(call, args):
     containers = call.mac.containers
     if not {"-f", "--force"} & set(args):
         raise Fatal("are you sure you want to delete colima and all settings? Say so with --force")
-    await containers.engine.clear()
-    containers.colima.forget()
-    containers.colima.engine = containers.engine
     await _say(call, "deleting colima")
+    if "--data" in args:
+        await containers.engine.clear()
+    else:   # images, volumes and containers lie on a disk of their own
+        await containers.engine.machine_stops()
+    await containers.colima.forget()
     await _say(call, "done")
     return 0
+
+
+async def _ssh(call, args):
+    """Runs a command in the machine, in a login shell as Lima does; its failure becomes colima's own."""
+    colima = call.mac.containers.colima
+    words = args[1:] if args[:1] == ["--"] else args
+    if not colima.running:
+        raise Fatal("colima not running")
+    process = await colima.machine.begin(["bash", "--login", "-c", shlex.join(words)], stdout=asyncio.subprocess.PIPE,
+                                         stderr=asyncio.subprocess.PIPE)
+    try:
+        await asyncio.gather(_pass_on(process.stdout, call.out), _pass_on(process.stderr, call.err))
+        status = await process.wait()
+    finally:
+        if process.returncode is None:
+            process.kill()
+        await colima.forwarder.follow()
+    if status != 0:
+        raise Fatal(f"exit status {status}")
+    return 0
+
+
+async def _pass_on(stream, write):
+    while data := await stream.read(65536):
+        await write(data)
 
 
 async def _help(call, _):
@@ -195,4 +224,4 @@ async def _help(call, _):
 
 
 _COMMANDS = {"start": _start, "stop": _stop, "restart": _restart, "status": _status, "list": _list, "ls": _list,
-             "version": _version, "--version": _version, "delete": _delete, "help": _help, "--help": _help}
+             "version": _version, "--version": _version, "delete": _delete, "ssh": _ssh, "help": _help, "--help": _help}
