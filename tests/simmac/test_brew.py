@@ -66,7 +66,7 @@ class LockTest(ContainerCase):
                   "timeout 0.5 /opt/homebrew/bin/brew install colima > /dev/null 2>&1; echo third $?")
         result = self.mac.shell(script)
         self.assertEqual(result.out, "second 1\nthird 124\n")
-        self.assertIn("Error: Another active Homebrew process is already in progress.\n", result.err)
+        self.assertIn("Error: A `brew install colima` process has already locked /opt/homebrew/Cellar/colima.\n", result.err)
 
     def test_Install_takes_seconds_and_shows_progress_on_the_way(self):
         result = self.brew("install", "docker", limit=4)
@@ -98,18 +98,27 @@ class ServiceTest(ContainerCase):
         self.assertFalse(self.docker_works())
         self.assertEnds(self.brew("services", "stop", "colima"), 0, "", "Warning: Service `colima` is not started.\n")
 
-    def test_Machine_that_was_started_by_hand_outlives_the_service(self):
+    def test_Machine_that_was_started_by_hand_outlives_a_service_that_found_it_running(self):
         self.colima("start")
         self.brew("services", "start", "colima")
         self.brew("services", "stop", "colima")
         self.assertTrue(self.docker_works())
+
+    def test_Service_that_found_colima_running_starts_it_after_a_stop(self):
+        self.colima("start")
+        self.brew("services", "start", "colima")
         self.colima("stop")
+        self.assertTrue(eventually(self.docker_works))
+
+    def test_Service_waits_for_a_signal_and_not_for_the_machine(self):
         self.brew("services", "start", "colima")
         self.assertTrue(eventually(self.docker_works))
         self.colima("stop")
-        self.colima("start")
-        self.brew("services", "stop", "colima")
+        self.assertFalse(eventually(self.docker_works, 0.5))
+        self.colima("start", "--port-forwarder", "grpc")
         self.assertTrue(self.docker_works())
+        self.brew("services", "stop", "colima")
+        self.assertFalse(self.docker_works())
 
     def test_Services_of_other_formulae_are_refused(self):
         self.assertSays(self.brew("services", "start", "docker"), 1, "has not implemented")

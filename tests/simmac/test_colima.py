@@ -36,7 +36,7 @@ class StartTest(ContainerCase):
     def test_Stop_stops_and_a_second_stop_is_no_error(self):
         self.colima("start")
         self.assertSays(self.colima("stop"), 0, 'msg="stopping colima"')
-        self.assertSays(self.colima("stop"), 0, 'msg="colima is not running"')
+        self.assertSays(self.colima("stop"), 0, 'msg="not running" context=vm')
         self.assertSays(self.colima("status"), 1, 'level=fatal msg="colima is not running"')
 
     def test_Status_and_version(self):
@@ -53,7 +53,7 @@ class StartTest(ContainerCase):
 
     def test_Wrong_arguments_are_fatal(self):
         self.assertSays(self.colima("start", "--cpu", "two"), 1, 'invalid argument \\"two\\" for \\"--cpu\\" flag')
-        self.assertSays(self.colima("start", "--port-forwarder", "tcp"), 1, "must be one of ssh, grpc, none")
+        self.assertSays(self.colima("start", "--port-forwarder", "tcp"), 1, "error in config: invalid port forwarder: 'tcp'")
         self.assertSays(self.colima("nonsense"), 1, 'unknown command \\"nonsense\\" for \\"colima\\"')
         self.assertEqual(self.mac.ctl("status")["containers"]["colima"], "stopped")
 
@@ -68,6 +68,29 @@ class StartTest(ContainerCase):
         self.assertSays(self.colima("start"), 1, "dependency check failed for docker: docker not found")
 
 
+class ContextTest(ContainerCase):
+    state = "engine"
+
+    def test_Running_colima_does_not_take_dockers_context_back_and_a_start_does(self):
+        self.mac.ctl("docker-context", "desktop-linux")
+        self.assertSays(self.docker("ps"), 1, "unix:///Users/ada/.docker/run/docker.sock. Is the docker daemon running?")
+        self.assertSays(self.colima("start"), 0, 'level=warning msg="already running, ignoring"')
+        self.assertEqual(self.docker("ps").status, 1)
+        self.colima("stop")
+        self.colima("start")
+        self.assertEqual(self.docker("ps").status, 0)
+
+
+class ForegroundTest(ContainerCase):
+    state = "stopped"
+
+    def test_Start_in_the_foreground_waits_for_a_signal_and_then_stops_the_machine(self):
+        result = self.colima("start", "-f", limit=2)
+        self.assertEqual(result.status, -15)
+        self.assertIn("keeping Colima in the foreground, press ctrl+c to exit...", result.err)
+        self.assertTrue(eventually(lambda: self.colima("status").status == 1))
+
+
 class FirstStartTest(ContainerCase):
     state = "homebrew"
 
@@ -76,12 +99,13 @@ class FirstStartTest(ContainerCase):
         result = self.colima("start", *SIZES)
         self.assertSays(result, 0, 'msg="creating and starting ..." context=vm')
         self.assertRegex(result.err, r"level=warning msg=.*level=fatal")
-        self.assertIn(b"\r> 25.0%\r> 50.0%", result.raw_err)
+        self.assertIn('msg="downloading disk image ..." context=vm', result.err)
+        self.assertNotIn(b"\r", result.raw_err)
 
     def test_First_start_needs_the_internet_and_later_ones_do_not(self):
         self.brew("install", "colima", "docker")
         self.mac.ctl("internet", "off")
-        self.assertSays(self.colima("start"), 1, "error downloading disk image")
+        self.assertSays(self.colima("start"), 1, "DNS lookup failed for host 'github.com'")
         self.mac.ctl("internet", "on")
         self.colima("start")
         self.colima("stop")

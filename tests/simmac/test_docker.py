@@ -93,6 +93,13 @@ class RunningTest(ContainerCase):
         for command in ("stop", "restart", "kill", "logs"):
             self.assertEnds(self.docker(command, "pihole"), 1, "", NO_CONTAINER)
 
+    def test_Containers_are_found_by_the_port_that_they_publish(self):
+        def found(*places):
+            filters = [word for place in places for word in ("--filter", f"publish={place}")]
+            return self.docker("ps", *filters, "--format", "{{.Names}}").out
+        self.assertEqual([found("53"), found("53/udp"), found("54", "8080"), found("54", "8080/udp"), found()],
+                         ["pihole\n", "pihole\n", "pihole\n", "", "pihole\n"])
+
     def test_Password_of_the_env_file_opens_the_web_api(self):
         def log_in(password):
             body = json.dumps({"password": password})

@@ -1,5 +1,6 @@
 """Colima: its settings, and the virtual machine that it starts."""
 
+from daemon.containers.errors import CONTEXT
 from daemon.machine.forwarder import Forwarder
 from daemon.machine.machine import Machine
 
@@ -22,7 +23,6 @@ class Colima:
     def _restore(self):
         self.created = False
         self.running = False
-        self.by_service = False            # started by Homebrew's login service
         self.cpu, self.memory, self.disk = 2, 2, 100
         self.saved_forwarder = FIRST_FORWARDER
         self.knows_forwarder = True        # has the option --port-forwarder
@@ -35,6 +35,7 @@ class Colima:
     async def start(self, at_once=False):
         """Boots the machine, sets up its DNS, and lets Docker bring back its containers."""
         await self.boot()
+        self.engine.context = CONTEXT
         await self.engine.machine_starts(at_once)
         await self.forwarder.follow()
 
@@ -49,7 +50,7 @@ class Colima:
         """Ends Docker's containers, and the machine."""
         await self.engine.machine_stops()
         await self.machine.stop()
-        self.running = self.by_service = False
+        self.running = False
         await self.forwarder.follow()
 
     async def forget(self):

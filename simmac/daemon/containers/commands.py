@@ -2,7 +2,7 @@
 
 from daemon.control import Refused, command, on_off, one_of, seconds
 from daemon.containers.colima import FORWARDERS, VERSIONS
-from daemon.containers.errors import DockerError
+from daemon.containers.errors import CONTEXT, DockerError
 from daemon.containers.times import Times
 
 _HEALTHS = ("starting", "healthy", "unhealthy", "none", "auto")
@@ -124,6 +124,11 @@ def registry(mac, args):
 @command("disk-full", "disk-full on|off: whether Colima's disk has no room for an image")
 def disk_full(mac, args):
     _played(mac).disk_full = on_off(args)
+
+
+@command("docker-context", f"docker-context {CONTEXT}|desktop-linux: the one that docker uses; a start of Colima takes its own")
+def docker_context(mac, args):
+    _played(mac).context = one_of(args, CONTEXT, "desktop-linux")
 
 
 @command("docker-permission", "docker-permission on|off: whether the user may use Docker's socket")

@@ -37,6 +37,7 @@ class Engine:
         self.networks = set()
         self.disk_full = False
         self.refuses_user = False
+        self.context = errors.CONTEXT    # the one that docker uses
         self.times = Times(mac)
         self.knobs = {}              # settings of the stand-in Pi-hole
 
@@ -44,6 +45,8 @@ class Engine:
 
     def reach(self):
         """DockerError when the client gets no connection."""
+        if self.context != errors.CONTEXT:
+            raise errors.engine_down(errors.OTHER_SOCKET)
         if not self._colima.running:
             raise errors.engine_down(errors.SOCKET if self._colima.created else errors.DEFAULT_SOCKET)
         if self.refuses_user:

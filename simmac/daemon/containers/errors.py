@@ -2,6 +2,8 @@
 
 SOCKET = "/Users/ada/.colima/default/docker.sock"
 DEFAULT_SOCKET = "/var/run/docker.sock"
+OTHER_SOCKET = "/Users/ada/.docker/run/docker.sock"   # that of the context "desktop-linux"
+CONTEXT = "colima"
 REGISTRY = "registry.example"
 
 

@@ -7,6 +7,7 @@ from daemon.tools import tool
 
 _BOTTLES = "https://bottles.example"
 _SERVICE_LABEL = "homebrew.mxcl.colima"
+_LAUNCHD_PAUSE = 10
 _DEPENDENCIES = {"colima": ("lima",)}
 
 
@@ -35,7 +36,8 @@ async def brew(call):
 async def _locked(call, work, formulae):
     homebrew = call.mac.containers.homebrew
     if homebrew.locked:
-        await call.err("Error: Another active Homebrew process is already in progress.\n"
+        await call.err(f"Error: A `brew {' '.join(call.argv)}` process has already locked "
+                       f"/opt/homebrew/Cellar/{formulae[0]}.\n"
                        "Please wait for it to finish or terminate it to continue.\n")
         return 1
     homebrew.locked = True
@@ -108,7 +110,7 @@ async def _caveats(call, names):
                        "  brew services start colima\nOr, if you don't want/need a background service you can just "
                        "run:\n  /opt/homebrew/opt/colima/bin/colima start -f\n")
     if not call.env.get("HOMEBREW_NO_ENV_HINTS"):
-        await call.out("Hide these hints with HOMEBREW_NO_ENV_HINTS (see `man brew`).\n")
+        await call.out("Hide these hints with `HOMEBREW_NO_ENV_HINTS=1` (see `man brew`).\n")
 
 
 async def _uninstall(call, homebrew, formulae):
@@ -150,7 +152,7 @@ async def _services(call, args):
                        else f"Error: Formula `{args[1]}` is not installed.\n")
         return 1
     if args[1] != "colima":
-        await call.err(f"Error: Formula `{args[1]}` has not implemented #plist, #service or installed a locatable "
+        await call.err(f"Error: Formula `{args[1]}` has not implemented #plist, #service or provided a locatable "
                        "service file.\n")
         return 1
     if args[0] == "restart":
@@ -165,18 +167,23 @@ async def _start_service(call, homebrew):
         return 0
     await call.pause(1)
     homebrew.colima_service = True
-    homebrew.launch = asyncio.create_task(_colima_by_service(call.mac))
+    homebrew.service = asyncio.create_task(_service_process(call.mac))
     await call.out(f"==> Successfully started `colima` (label: {_SERVICE_LABEL})\n")
     return 0
 
 
-async def _colima_by_service(mac):
-    """launchd starts Colima in the background; it is up a while after brew has ended."""
-    machine = mac.containers.colima
+async def _service_process(mac):
+    """`colima start -f` below launchd: it starts Colima, which takes a while, and then waits for a signal only.
+
+    Where Colima runs already it ends at once and well, and is started again after launchd's pause.
+    """
+    colima = mac.containers.colima
+    while colima.running:
+        await asyncio.sleep(mac.scaled(_LAUNCHD_PAUSE))
     await asyncio.sleep(mac.scaled(18))
-    if mac.containers.homebrew.colima_service and not machine.running and not machine.failure:
-        machine.by_service = True
-        await machine.start()
+    if not colima.failure:
+        await colima.start()
+        mac.containers.homebrew.service_waits = True
 
 
 async def _stop_service(call, homebrew):
@@ -186,8 +193,7 @@ async def _stop_service(call, homebrew):
     await call.out("Stopping `colima`... (might take a while)\n")
     await call.pause(5)
     homebrew.colima_service = False
-    homebrew.stop_launch()
-    if call.mac.containers.colima.by_service:
+    if homebrew.end_service() and call.mac.containers.colima.running:
         await call.mac.containers.colima.stop()
     await call.out(f"==> Successfully stopped `colima` (label: {_SERVICE_LABEL})\n")
     return 0

@@ -38,6 +38,10 @@ Global Flags:
 """
 
 
+_IMAGE = ("https://github.com/abiosoft/colima-core/releases/download/v0.10.4/"
+          "ubuntu-24.04-minimal-cloudimg-arm64-docker.raw.gz")
+
+
 class Fatal(Exception):
     """Ends colima: its last line, and status 1."""
 
@@ -76,8 +80,7 @@ def _read(args, machine):
             raise Fatal(f'invalid argument "{text}" for "{name}" flag: strconv.ParseInt: parsing "{text}": invalid '
                         "syntax")
     if given.value("--port-forwarder", "ssh") not in FORWARDERS:
-        raise Fatal(f"invalid port forwarder: '{given.value('--port-forwarder')}', must be one of "
-                    f"{', '.join(FORWARDERS)}")
+        raise Fatal(f"error in config: invalid port forwarder: '{given.value('--port-forwarder')}'")
     return given
 
 
@@ -93,7 +96,19 @@ async def _start(call, args):
     if not call.mac.has_tool("docker"):
         raise Fatal("dependency check failed for docker: docker not found, run 'brew install docker' to install")
     await _boot(call, machine, given)
+    if "--foreground" in given.switches:
+        await _wait_for_signal(call, machine)
     return 0
+
+
+async def _wait_for_signal(call, machine):
+    """Nothing but a signal ends it, also when somebody else stops the machine."""
+    await _say(call, "keeping Colima in the foreground, press ctrl+c to exit...")
+    try:
+        await asyncio.Event().wait()
+    finally:
+        if machine.running:
+            await machine.stop()
 
 
 async def _boot(call, machine, given):
@@ -121,13 +136,13 @@ async def _prepare(call, machine):
         await _say(call, "starting ...", context="vm")
         return
     await _say(call, "creating and starting ...", context="vm")
+    await _say(call, "downloading disk image ...", context="vm")
     if not call.mac.network.reaches_internet():
-        raise Fatal("error starting vm: error downloading disk image: exit status 6")
-    for percent in (0, 25, 50, 75, 100):
-        await call.err(f"\r> {percent}.0%" + ("\n" if percent == 100 else ""))
-        await call.pause(1)
-    await _say(call, 'unable to enable Rosetta: time="2026-11-21T09:00:00Z" level=fatal msg="exit status 1"', "warning",
-               "vm")
+        raise Fatal("error starting vm: error at 'creating and starting': error getting qcow image: error during image "
+                    f"download: error resolving download URL '{_IMAGE}': resolve redirect failed for '{_IMAGE}': DNS lookup failed for host "
+                    "'github.com'. Check your network connection or DNS settings")
+    await call.pause(5)   # without a terminal nothing tells how far it is
+    await _say(call, 'unable to enable rosetta: time="2026-11-21T09:00:00Z" level=fatal msg="exit status 1"', "warning")
 
 
 async def _stop(call, args):
@@ -136,10 +151,11 @@ async def _stop(call, args):
         options.read(args, switches=("-f|--force",))
     except options.BadOption as bad:
         raise Fatal(str(bad)) from bad
-    if not machine.running:
-        await _say(call, "colima is not running")
-        return 0
     await _say(call, "stopping colima")
+    if not machine.running:
+        await _say(call, "not running", context="vm")
+        await _say(call, "done")
+        return 0
     await _say(call, "stopping ...", context="docker")
     await call.pause(3)
     await _say(call, "stopping ...", context="vm")
@@ -159,7 +175,8 @@ async def _status(call, _):
         raise Fatal("colima is not running")
     await _say(call, "colima is running using macOS Virtualization.Framework")
     for line in ("arch: aarch64", "runtime: docker", "mountType: virtiofs",
-                 "socket: unix:///Users/ada/.colima/default/docker.sock"):
+                 "docker socket: unix:///Users/ada/.colima/default/docker.sock",
+                 "containerd socket: unix:///Users/ada/.colima/default/containerd.sock"):
         await _say(call, line)
     return 0
 

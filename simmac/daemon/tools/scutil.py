@@ -25,7 +25,8 @@ def report(network):
     parts = ["DNS configuration", *_default_resolvers(network), *_multicast_resolvers()]
     scoped = [_scoped(number, network, service)
               for number, service in enumerate(filter(network.is_up, network.services), 1)]
-    parts += ["DNS configuration (for scoped queries)", *scoped]
+    if scoped:
+        parts += ["DNS configuration (for scoped queries)", *scoped]
     if network.vpn and network.primary():
         parts += ["DNS configuration (for service-specific queries)", _service_specific(network)]
     return "\n\n".join(parts) + "\n"
