@@ -125,9 +125,8 @@ def _stamp(seconds):
 async def ps(call, args):
     options = options_of("ps", args, switches=("-a|--all", "-q|--quiet", "--no-trunc"),
                          values=("-f|--filter", "--format"))
-    wanted = [text.partition("=")[2] for text in options.all("--filter") if text.startswith("name=")]
     shown = [each for each in engine_of(call).containers.values()
-             if (each.running or "--all" in options.switches) and all(name in each.name for name in wanted)]
+             if (each.running or "--all" in options.switches) and _passes(each, options.all("--filter"))]
     if "--quiet" in options.switches:
         await call.out("".join(f"{each.id[:12]}\n" for each in shown))
         return 0
@@ -142,6 +141,15 @@ async def ps(call, args):
              for each in shown]
     await call.out(_table(rows))
     return 0
+
+
+def _passes(container, filters):
+    """Filters of one kind are alternatives, as in `docker ps`; only those by name and by published port are played."""
+    names = [text.removeprefix("name=") for text in filters if text.startswith("name=")]
+    places = [text.removeprefix("publish=") for text in filters if text.startswith("publish=")]
+    published = {f"{port.host}/{port.protocol}" for port in container.spec.ports}
+    return (not names or any(name in container.name for name in names)) and \
+        (not places or any((place if "/" in place else f"{place}/tcp") in published for place in places))
 
 
 async def images(call, args):

@@ -12,7 +12,7 @@ ADDRESS = "192.168.5.1"    # of the machine's eth0
 GATEWAY = "192.168.5.2"    # of the Mac, as the machine sees it
 CONTAINERS = "172.16.0.0/12"
 ROOM = "02-corvane.conf"
-ROOM_TEXT = "except-interface=lo\n"
+ROOM_TEXT = "# Leaves 127.0.0.1 to Pi-hole. Written by Corvane.\nexcept-interface=lo\n"
 FILES = f"{os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))}/machine"
 _PATH = f"{FILES}:/run/host/usr/sbin:/run/host/usr/bin:/usr/sbin:/usr/bin"
 _CARD = "vm0"              # the Mac's end of the wire
