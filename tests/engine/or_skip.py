@@ -47,7 +47,8 @@ def _probe():
             try:
                 if not place.stdout.readline():
                     raise Unable("this system does not allow a network namespace")
-                engine.start(place.pid)
+                with open(f"/proc/{place.pid}/ns/net", "rb") as network:
+                    engine.start(network.fileno())
                 _try_container(engine)
             except RuntimeError as error:
                 raise Unable(str(error)) from error

@@ -1,7 +1,7 @@
-"""A Docker engine of our own, with a registry beside it, in the network of whoever starts it.
+"""A Docker engine of our own, with a registry beside it, in the network of a simulated Mac's machine.
 
 It lives in a folder with two sockets: docker.sock is the engine's own; over control.sock a simulated Mac starts, stops
-and empties it. All its processes end with this one.
+and empties it; with the start comes the network, as an open file. All its processes end with this one.
 """
 
 import contextlib
@@ -12,7 +12,6 @@ import shutil
 import signal
 import socket
 import socketserver
-import struct
 import subprocess
 import sys
 import tempfile
@@ -27,11 +26,12 @@ from launcher.folders import lock  # noqa: E402
 
 TAGS = ("2026.09.0", "2026.10.0")
 REGISTRY = "127.0.0.1:5000"
-NAME_SERVER = "192.168.1.1"   # the router of a simulated Mac
+NAME_SERVER = "192.168.5.1"   # the dnsmasq of a simulated Mac's machine
 CONTROL_GROUPS = "/sys/fs/cgroup"
 SEARCHED = "/usr/sbin:/usr/bin:/sbin:/bin"
 PREFIX = "corvane-engine-"
 START_SECONDS = 30
+LONGEST_REQUEST = 4096
 IN_ITS_NAMESPACE = """\
 mount --bind "$1/resolv.conf" /etc/resolv.conf &&
 if [ -n "$2" ]; then mkdir -p "$1/data" && mount -t tmpfs -o size="$2" none "$1/data"; fi &&
@@ -86,12 +86,12 @@ class RealEngine:
         self._server.engine = self
         threading.Thread(target=self._server.serve_forever, kwargs={"poll_interval": 0.05}, daemon=True).start()
 
-    def start(self, process):
-        """Starts the engine in the network of this process; RuntimeError with its last words when it does not come."""
+    def start(self, network):
+        """Starts the engine in this network, an open file; RuntimeError with its last words when it does not come."""
         if self._engine:
             return
         if self._network is None:
-            self._network = os.open(f"/proc/{process}/ns/net", os.O_RDONLY)
+            self._network = os.dup(network)
             self._registry = self._launch("registry", ["docker-registry", "serve", f"{self.folder}/registry.json"])
         self._engine = self._launch("engine", [
             "unshare", "--mount", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-c",
@@ -181,14 +181,17 @@ class _Handler(socketserver.StreamRequestHandler):
     """Carries out one line of JSON, {"do": "start" | "stop" | "clear"}, and answers with one."""
 
     def handle(self):
-        process = struct.unpack("3i", self.request.getsockopt(socket.SOL_SOCKET, socket.SO_PEERCRED, 12))[0]
+        line, descriptors, _, _ = socket.recv_fds(self.request, LONGEST_REQUEST, 1)
         engine = self.server.engine
-        actions = {"start": lambda: engine.start(process), "stop": engine.stop, "clear": engine.clear}
+        actions = {"start": lambda: engine.start(*descriptors), "stop": engine.stop, "clear": engine.clear}
         try:
-            actions[json.loads(self.rfile.readline())["do"]]()
+            actions[json.loads(line)["do"]]()
             answer = {"ok": True}
         except Exception as error:   # whatever it is, whoever asked must hear of it
             answer = {"ok": False, "error": str(error)}
+        finally:
+            for descriptor in descriptors:
+                os.close(descriptor)
         self.wfile.write(json.dumps(answer).encode() + b"\n")
 
 

@@ -4,6 +4,7 @@ import asyncio
 import hashlib
 import json
 import os
+import socket
 
 from daemon.containers.engine import Engine
 from daemon.control import Refused
@@ -12,13 +13,16 @@ from daemon.states import SET_UP
 _FOLDER = "/run/engine"
 _CLIENT = "/run/host/usr/bin/docker"
 _HOME = "/Users/ada"
+_LOOKS = 0.05       # seconds between two looks at what it publishes
+_LONGEST = 2**16
 _SOCKET = f"{_HOME}/.colima/default/docker.sock"
 
 
 class RealEngine(Engine):
-    """Runs while Colima runs. What it holds is not known here; Docker's client asks it directly."""
+    """Runs in the machine's network while Colima runs. What it holds is not known here; the client asks it directly."""
 
     client = _CLIENT
+    _following = None    # the task that lets the Mac follow its ports
 
     def check_state(self, state):
         if state in SET_UP:
@@ -31,14 +35,31 @@ class RealEngine(Engine):
 
     async def machine_starts(self, at_once=False):
         self._tell_client()
-        await self._tell("start")
+        network = os.open(self.machine.network_file(), os.O_RDONLY)
+        try:
+            await self._tell("start", network)
+        finally:
+            os.close(network)
         self._show_socket()
+        self._following = asyncio.create_task(self._follow_ports())
+
+    async def _follow_ports(self):
+        while True:
+            await self.ports_changed()
+            await asyncio.sleep(_LOOKS)
+
+    def _stop_following(self):
+        if self._following:
+            self._following.cancel()
+            self._following = None
 
     async def machine_stops(self):
+        self._stop_following()
         self._hide_socket()
         await self._tell("stop")
 
     async def clear(self, kept=None):
+        self._stop_following()
         await self._tell("clear")
         await super().clear(kept)
 
@@ -67,11 +88,13 @@ class RealEngine(Engine):
             os.unlink(path)
 
     @staticmethod
-    async def _tell(what):
+    async def _tell(what, *descriptors):
         """Asks whoever looks after the engine to do something, and waits until it is done."""
-        reader, writer = await asyncio.open_unix_connection(f"{_FOLDER}/control.sock")
-        writer.write(json.dumps({"do": what}).encode() + b"\n")
-        answer = json.loads(await reader.readline() or b'{"error": "the engine has gone"}')
-        writer.close()
+        loop = asyncio.get_running_loop()
+        with socket.socket(socket.AF_UNIX) as channel:
+            channel.setblocking(False)
+            await loop.sock_connect(channel, f"{_FOLDER}/control.sock")
+            socket.send_fds(channel, [json.dumps({"do": what}).encode() + b"\n"], descriptors)
+            answer = json.loads(await loop.sock_recv(channel, _LONGEST) or b'{"error": "the engine has gone"}')
         if not answer.get("ok"):
             raise Refused(f"The real engine could not {what}: {answer['error']}.")
