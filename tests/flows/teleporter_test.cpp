@@ -20,6 +20,7 @@ protected:
         : FlowTest(QStringLiteral("running"))
     {
         Mac::ctl(QStringLiteral("pihole login-limit 100")); // every import ends the session
+        Mac::ctl(QStringLiteral("pihole restart-seconds 0.5")); // long enough to be seen
     }
 
     static QString home(const char *name) { return QDir::home().filePath(QString::fromUtf8(name)); }
