@@ -15,5 +15,10 @@ class Clock:
     def elapsed(self) -> float:
         return time.monotonic() + self._offset
 
+    @property
+    def advanced(self) -> float:
+        """By how much it was moved forward."""
+        return self._offset
+
     def advance(self, seconds: float) -> None:
         self._offset += seconds

@@ -7,6 +7,11 @@ FEED_ADDRESS = "203.0.113.10"
 AD_ADDRESS = "203.0.113.66"
 AD_ADDRESS_V6 = "2001:db8::66"
 
+# What an upstream answers that blocks names itself.
+BLOCK_PAGE = "146.112.61.104"
+BLOCKED_UPSTREAM = {"extip.example.org": "EXTERNAL_BLOCKED_IP", "extnull.example.org": "EXTERNAL_BLOCKED_NULL",
+                    "extnxra.example.org": "EXTERNAL_BLOCKED_NXRA", "extede.example.org": "EXTERNAL_BLOCKED_EDE15"}
+
 TTL_SECONDS = 300
 
 INTERNET = {
@@ -14,6 +19,18 @@ INTERNET = {
     "www.example.com": {"A": ["93.184.215.14"]},
     "example.org": {"A": ["93.184.215.15"]},
     "www.example.org": {"A": ["93.184.215.15"]},
+    # Names that lead to blocked ones, and names that the upstream itself blocks.
+    "metrics.example.org": {"CNAME": ["stats.g.doubleclick.net"]},
+    "deep.example.org": {"CNAME": ["mid.example.org"]},
+    "mid.example.org": {"CNAME": ["stats.g.doubleclick.net"]},
+    "cdn.example.org": {"CNAME": ["tracker7.example.net"]},
+    "alias.example.org": {"CNAME": ["bad.example.net"]},
+    "tracker7.example.net": {"A": [AD_ADDRESS], "AAAA": [AD_ADDRESS_V6]},
+    "bad.example.net": {"A": [AD_ADDRESS], "AAAA": [AD_ADDRESS_V6]},
+    "sub.tracking.example.net": {"A": [AD_ADDRESS], "AAAA": [AD_ADDRESS_V6]},
+    "chrome.cloudflare-dns.com": {"A": [AD_ADDRESS], "AAAA": [AD_ADDRESS_V6]},
+    "extip.example.org": {"A": [BLOCK_PAGE]},
+    "extnull.example.org": {"A": ["0.0.0.0"], "AAAA": ["::"]},
     "example.net": {"A": ["93.184.215.16"], "AAAA": ["2001:db8::16"]},
     "odd.example.net": {"TXT": ["status: NXDOMAIN", "flags: qr"]},
     "large.example.net": {"TXT": ["x" * 250] * 8},
@@ -59,8 +76,8 @@ www.google-analytics.com www.googleadservices.com www.googletagmanager.com yield
 BLOCKED = frozenset(_BLOCKED_TEXT.split())
 
 
-def is_blocked(name: str) -> bool:
-    """Whether the block list holds the name or a domain above it."""
+def _is_advertising(name: str) -> bool:
+    """Whether the name or a domain above it belongs to an advertiser."""
     labels = name.split(".")
     return any(".".join(labels[i:]) in BLOCKED for i in range(len(labels) - 1))
 
@@ -69,6 +86,6 @@ def records(name: str) -> dict | None:
     """What the internet knows about a name: record type to values; None when the name does not exist."""
     if name in INTERNET:
         return INTERNET[name]
-    if is_blocked(name):
+    if name in SPECIAL or _is_advertising(name):
         return {"A": [AD_ADDRESS], "AAAA": [AD_ADDRESS_V6]}
     return None

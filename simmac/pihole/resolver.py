@@ -1,49 +1,31 @@
-"""Decides what a DNS question is answered with."""
+"""Takes a DNS message and gives back its answer."""
 
+import ipaddress
 import struct
 import time
-from dataclasses import dataclass, field
 
-from . import names, wire
-
-_LOCAL = {"localhost": {"A": ["127.0.0.1"], "AAAA": ["::1"]}, "pi.hole": {"A": ["0.0.0.0"]},
-          "1.0.0.127.in-addr.arpa": {"PTR": ["localhost"]}}
-_NULL_ANSWERS = {"A": "0.0.0.0", "AAAA": "::"}
-_REPLY_NAMES = {"A": "IP", "AAAA": "IP", "PTR": "DOMAIN"}
-
-
-@dataclass
-class Verdict:
-    """What is sent and what is written into the log about it."""
-
-    status: str
-    reply: str
-    rcode: int = wire.NOERROR
-    values: list = field(default_factory=list)
-    ttl: int = names.TTL_SECONDS
-    authority: str = ""
-    upstream: str | None = None
+from . import wire
+from .verdicts import Verdict, Verdicts
 
 
 class Resolver:
-    """Answers from the block list, the local names, a cache, and the played internet."""
+    """Reads questions, limits each client, and writes what was decided into answer and log."""
 
-    def __init__(self, clock, knobs, blocking, log, print_log, upstream: str):
+    def __init__(self, clock, knobs, verdicts: Verdicts, log, print_log, ask_name):
         self._clock = clock
         self._knobs = knobs
-        self._blocking = blocking
+        self._verdicts = verdicts
         self._log = log
         self._print = print_log
-        self._upstream = upstream
-        self._cached_until: dict[tuple, float] = {}
+        self._ask_name = ask_name   # a function: looks an address's name up
         self._windows: dict[str, list] = {}
-        self._settled_at = 0.0
+        self._known = set()         # clients whose names were looked up
 
     def started(self, settled: bool) -> None:
-        """Begins anew, with an empty cache; unless it is settled, the block list takes a moment to be there."""
-        self._cached_until.clear()
+        """Begins anew."""
         self._windows.clear()
-        self._settled_at = 0.0 if settled else self._clock.elapsed() + self._knobs.settle
+        self._known.clear()
+        self._verdicts.started(settled)
 
     def answer(self, data: bytes, client: str, over_udp: bool) -> bytes | None:
         """The reply to a message; None when it deserves none."""
@@ -57,56 +39,36 @@ class Resolver:
             return wire.error_reply(data, wire.FORMERR)
         limit = question.udp_size if over_udp else 65535
         if self._too_many(client):
-            return wire.reply(question, wire.REFUSED, [], limit=limit)
-        return self._send(question, client, limit)
+            return wire.reply(question, wire.REFUSED, [], opt=wire.opt_record() if question.edns else b"", limit=limit)
+        return self._send(question, question.subnet or client, over_udp, limit)
 
-    def _send(self, question: wire.Question, client: str, limit: int) -> bytes:
+    def ask_itself(self, name: str, kind: str) -> None:
+        """A question of Pi-hole's own, which stands in the log like any other."""
+        self._note(self._verdicts.decide(name, kind), name, kind, 0.0001, "127.0.0.1")
+
+    def _send(self, question: wire.Question, client: str, over_udp: bool, limit: int) -> bytes | None:
         began = time.perf_counter()
         name = question.name.lower()
-        verdict = self._decide(name, question.type)
-        answers = [wire.answer_record(question.type, value, verdict.ttl) for value in verdict.values]
+        verdict = self._verdicts.decide(name, question.type, past_cache=question.subnet is not None)
+        answers, last = [], ""
+        for owner, target in zip(verdict.chain, verdict.chain[1:]):
+            answers.append(wire.answer_record("CNAME", target, verdict.ttl, last and owner))
+            last = target
+        answers += [wire.answer_record(question.type, value, verdict.ttl, last) for value in verdict.values]
         authority = [wire.soa_record(verdict.authority)] if verdict.authority else []
-        message = wire.reply(question, verdict.rcode, answers, authority, limit)
-        self._log.add(question.type, verdict.status, name, verdict.upstream, verdict.reply,
-                      time.perf_counter() - began, client)
-        self._tell(name, question.type, client, verdict)
-        return message
+        self._note(verdict, name, question.type, time.perf_counter() - began, client)
+        if verdict.unanswered:
+            return None
+        return wire.reply(question, verdict.rcode, answers, authority, _opt(question, verdict, over_udp), verdict.own,
+                          limit)
 
-    def _decide(self, name: str, kind: str) -> Verdict:
-        if name in names.SPECIAL:
-            return Verdict("SPECIAL_DOMAIN", "NXDOMAIN", wire.NXDOMAIN)
-        if name in _LOCAL:
-            return self._from_records("CACHE", _LOCAL[name], kind, name)
-        settled = self._clock.elapsed() >= self._settled_at
-        if settled and self._blocking.enabled and names.is_blocked(name):
-            return self._blocked(kind)
-        return self._from_internet(name, kind)
-
-    def _blocked(self, kind: str) -> Verdict:
-        if self._knobs.block_mode == "nxdomain":
-            return Verdict("GRAVITY", "NXDOMAIN", wire.NXDOMAIN, ttl=2)
-        if kind in _NULL_ANSWERS:
-            return Verdict("GRAVITY", "IP", values=[_NULL_ANSWERS[kind]], ttl=2)
-        return Verdict("GRAVITY", "NODATA")
-
-    def _from_internet(self, name: str, kind: str) -> Verdict:
-        now = self._clock.elapsed()
-        if self._cached_until.get((name, kind), 0) > now:
-            return self._from_records("CACHE", names.records(name), kind, name)
-        if not self._knobs.internet:
-            return Verdict("FORWARDED", "SERVFAIL", wire.SERVFAIL, upstream=self._upstream)
-        self._cached_until[name, kind] = now + names.TTL_SECONDS
-        return self._from_records("FORWARDED", names.records(name), kind, name)
-
-    def _from_records(self, status: str, records: dict | None, kind: str, name: str) -> Verdict:
-        upstream = self._upstream if status == "FORWARDED" else None
-        if records is None:
-            return Verdict(status, "NXDOMAIN", wire.NXDOMAIN, authority=name.rpartition(".")[2], upstream=upstream)
-        values = records.get(kind, [])
-        if not values:
-            zone = ".".join(name.split(".")[-2:])
-            return Verdict(status, "NODATA", authority=zone, upstream=upstream)
-        return Verdict(status, _REPLY_NAMES.get(kind, "OTHER"), values=values, upstream=upstream)
+    def _note(self, verdict: Verdict, name: str, kind: str, seconds: float, client: str) -> None:
+        if not verdict.counted:
+            return
+        self._log.add(kind, verdict, name, seconds, client)
+        if client not in self._known and client != "127.0.0.1":
+            self._known.add(client)
+            self._ask_name(ipaddress.ip_address(client).reverse_pointer)
 
     def _too_many(self, client: str) -> bool:
         now = self._clock.elapsed()
@@ -116,13 +78,14 @@ class Resolver:
         window[1] += 1
         if window[1] == self._knobs.question_limit + 1:
             left = round(60 - (now - window[0]))
-            self._print.warning(f"RATE_LIMIT: Client {client} has been rate-limited for at least {left} seconds")
+            self._print.info(f"Rate-limiting {client} for at least {left} second" + "s" * (left != 1))
         return window[1] > self._knobs.question_limit
 
-    def _tell(self, name: str, kind: str, client: str, verdict: Verdict) -> None:
-        shown = verdict.values[0] if verdict.values else verdict.reply
-        outcome = {"GRAVITY": f"gravity blocked {name} is {shown}",
-                   "SPECIAL_DOMAIN": f"special domain {name} is {shown}",
-                   "CACHE": f"cached {name} is {shown}"}.get(verdict.status, f"reply {name} is {shown}")
-        line = f"query[{kind}] {name} from {client}: {outcome}"
-        self._print.dns("".join(letter if letter.isprintable() else "?" for letter in line))
+
+def _opt(question: wire.Question, verdict: Verdict, over_udp: bool) -> bytes:
+    """None in what the upstream says about names that are not there; extended errors of blocked names only over TCP."""
+    negative = verdict.status == "FORWARDED" and not verdict.values
+    if not question.edns or negative:
+        return b""
+    hidden = over_udp and verdict.error is not None and verdict.error[0] == wire.BLOCKED
+    return wire.opt_record(None if hidden else verdict.error)

@@ -9,6 +9,8 @@ TYPES = {"A": 1, "NS": 2, "CNAME": 5, "SOA": 6, "PTR": 12, "MX": 15, "TXT": 16, 
 TYPE_NAMES = {number: name for name, number in TYPES.items()}
 NOERROR, FORMERR, SERVFAIL, NXDOMAIN, NOTIMP, REFUSED = range(6)
 _OPT = 41
+_CLIENT_SUBNET, _EXTENDED_ERROR = 8, 15
+BLOCKED, STALE_ANSWER = 15, 3   # codes of extended errors
 
 
 class Malformed(Exception):
@@ -26,6 +28,7 @@ class Question:
     type_number: int
     edns: bool
     udp_size: int
+    subnet: str | None = None   # the client that the asker names, when it names exactly one
 
     @property
     def type(self) -> str:
@@ -51,12 +54,27 @@ def _read_name(data: bytes, at: int) -> tuple[str, int]:
     return name, at
 
 
-def _edns_size(data: bytes, at: int, counts: tuple) -> tuple[bool, int]:
+def _read_edns(data: bytes, at: int, counts: tuple) -> tuple[bool, int, bytes]:
+    """Whether there is an OPT record, the size that it allows, and its options."""
     answers, authorities, additional = counts
     if answers or authorities or not additional or len(data) < at + 11 or data[at] != 0:
-        return False, 512
-    kind, size = struct.unpack("!HH", data[at + 1:at + 5])
-    return (True, max(size, 512)) if kind == _OPT else (False, 512)
+        return False, 512, b""
+    kind, size, _, length = struct.unpack("!HHIH", data[at + 1:at + 11])
+    return (True, max(size, 512), data[at + 11:at + 11 + length]) if kind == _OPT else (False, 512, b"")
+
+
+def _single_client(options: bytes) -> str | None:
+    """The address of a client subnet option that stands for one client alone, and not for this machine."""
+    while len(options) >= 4:
+        code, length = struct.unpack("!HH", options[:4])
+        value, options = options[4:4 + length], options[4 + length:]
+        if code == _CLIENT_SUBNET and len(value) == length and value[:3] in (b"\0\1\x20", b"\0\2\x80"):
+            try:
+                address = ipaddress.ip_address(value[4:])
+            except ValueError:
+                return None
+            return None if address.is_loopback else str(address)
+    return None
 
 
 def read_question(data: bytes) -> Question:
@@ -68,8 +86,8 @@ def read_question(data: bytes) -> Question:
     if at + 4 > len(data):
         raise Malformed("question cut short")
     type_number, _ = struct.unpack("!HH", data[at:at + 4])
-    edns, size = _edns_size(data, at + 4, tuple(counts))
-    return Question(message_id, flags, data[12:at + 4], name, type_number, edns, size)
+    edns, size, options = _read_edns(data, at + 4, tuple(counts))
+    return Question(message_id, flags, data[12:at + 4], name, type_number, edns, size, _single_client(options))
 
 
 def pack_name(name: str) -> bytes:
@@ -89,9 +107,9 @@ def _record(owner: bytes, kind: int, ttl: int, value: bytes) -> bytes:
     return owner + struct.pack("!HHIH", kind, 1, ttl, len(value)) + value
 
 
-def answer_record(kind: str, value: str, ttl: int) -> bytes:
-    """A record of the name that was asked for."""
-    return _record(b"\xc0\x0c", TYPES[kind], ttl, _pack_value(kind, value))
+def answer_record(kind: str, value: str, ttl: int, owner: str = "") -> bytes:
+    """A record of that owner, or of the name that was asked for."""
+    return _record(pack_name(owner) if owner else b"\xc0\x0c", TYPES[kind], ttl, _pack_value(kind, value))
 
 
 def soa_record(zone: str) -> bytes:
@@ -100,28 +118,34 @@ def soa_record(zone: str) -> bytes:
     return _record(pack_name(zone), TYPES["SOA"], 900, value)
 
 
-def _header(message_id: int, query_flags: int, rcode: int, truncated: bool, counts: tuple) -> bytes:
-    flags = 0x8080 | (query_flags & 0x7900) | (0x0200 if truncated else 0) | rcode
-    return struct.pack("!6H", message_id, flags, *counts)
+_AUTHORITATIVE, _TRUNCATED = 0x0400, 0x0200
 
 
-def _opt(question: Question) -> bytes:
-    return b"\0" + struct.pack("!HHIH", _OPT, 1232, 0, 0) if question.edns else b""
+def _header(message_id: int, query_flags: int, rcode: int, flags: int, counts: tuple) -> bytes:
+    return struct.pack("!6H", message_id, 0x8080 | (query_flags & 0x7900) | flags | rcode, *counts)
 
 
-def reply(question: Question, rcode: int, answers: list, authority: list = (), limit: int = 65535) -> bytes:
-    """The answer to a question, cut to its header with the TC bit when it is longer than the limit."""
-    opt = _opt(question)
+def opt_record(error: tuple[int, str] | None = None) -> bytes:
+    """The record of an answer to a question with EDNS: with an extended error, its code and text, when there is one."""
+    told = struct.pack("!H", error[0]) + error[1].encode() if error else b""
+    option = struct.pack("!HH", _EXTENDED_ERROR, len(told)) + told if error else b""
+    return b"\0" + struct.pack("!HHIH", _OPT, 1232, 0, len(option)) + option
+
+
+def reply(question: Question, rcode: int, answers: list, authority: list = (), opt: bytes = b"",
+          own: bool = False, limit: int = 65535) -> bytes:
+    """The answer to a question, an own one or not, cut to its header with the TC bit when it exceeds the limit."""
+    flags = _AUTHORITATIVE if own else 0
     counts = (1, len(answers), len(authority), 1 if opt else 0)
     body = question.raw + b"".join(answers) + b"".join(authority) + opt
-    message = _header(question.message_id, question.flags, rcode, False, counts) + body
+    message = _header(question.message_id, question.flags, rcode, flags, counts) + body
     if len(message) <= limit:
         return message
     counts = (1, 0, 0, 1 if opt else 0)
-    return _header(question.message_id, question.flags, rcode, True, counts) + question.raw + opt
+    return _header(question.message_id, question.flags, rcode, flags | _TRUNCATED, counts) + question.raw + opt
 
 
 def error_reply(data: bytes, rcode: int) -> bytes:
     """The answer to a message whose question could not be read."""
     message_id, flags = struct.unpack("!HH", data[:4])
-    return _header(message_id, flags, rcode, False, (0, 0, 0, 0))
+    return _header(message_id, flags, rcode, 0, (0, 0, 0, 0))
