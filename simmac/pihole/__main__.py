@@ -34,14 +34,16 @@ def _arguments() -> argparse.Namespace:
     parser.add_argument("--web-boot", type=float, default=0, help="seconds until the web API answers")
     parser.add_argument("--settled", action="store_true", help="block from the first moment")
     parser.add_argument("--client", help="address that every client seems to have")
+    parser.add_argument("--address", default="172.17.0.2", help="address that pi.hole has")
+    parser.add_argument("--marked-log", action="store_true", help="mark lines of standard error, in standard output")
     parser.add_argument("--knobs", type=json.loads, default={}, help="JSON object of settings of the play")
     return parser.parse_args()
 
 
 def _settings(arguments: argparse.Namespace) -> Settings:
     return Settings(arguments.dns, arguments.web, arguments.data, arguments.boot, arguments.web_boot, arguments.settled,
-                    arguments.client, os.environ.get("FTLCONF_webserver_api_password"),
-                    os.environ.get("FTLCONF_dns_upstreams", "1.1.1.1"), arguments.knobs)
+                    arguments.client, arguments.address, os.environ.get("FTLCONF_webserver_api_password"),
+                    os.environ.get("FTLCONF_dns_upstreams", "1.1.1.1"), arguments.marked_log, arguments.knobs)
 
 
 async def _run(arguments: argparse.Namespace) -> None:
@@ -58,6 +60,7 @@ async def _run(arguments: argparse.Namespace) -> None:
         await Control(pihole, arguments.control).open()
     await ended.wait()
     pihole.stop()
+    await pihole.over()
 
 
 def main() -> int:

@@ -4,6 +4,10 @@ import asyncio
 import json
 from pathlib import Path
 
+from .gravity import BlockList
+from .list_server import Source
+from .names import BLOCKED
+
 
 class Control:
     """Carries out one request per line and answers each with one line."""
@@ -32,17 +36,49 @@ class Control:
         except (ValueError, KeyError, TypeError, OSError) as error:
             return {"ok": False, "error": str(error)}
 
+    def _set_gravity(self, word: str) -> None:
+        """The lists as they can be found: as good as new, empty, missing from the beginning, or damaged."""
+        pihole = self._pihole
+        if word not in ("good", "empty", "missing", "damaged"):
+            raise ValueError(f"Lists are good, empty, missing or damaged, not {word}.")
+        if word == "damaged":
+            pihole.gravity.damage()
+            return
+        pihole.gravity.forget()
+        if word != "missing":
+            pihole.gravity.furnish(pihole.clock.now(), BLOCKED if word == "good" else ())
+        pihole.save_rules()
+
+    def _add_list(self, request: dict) -> None:
+        """Subscribes to one more list, or switches it; the next run fetches it."""
+        pihole, moment = self._pihole, int(self._pihole.clock.now())
+        lists = pihole.gravity.database.lists
+        known = next((each for each in lists if each.address == request["address"]), None)
+        if not known:
+            known = BlockList(pihole.gravity.database.next_id(lists), request["address"], request.get("comment"), True,
+                              moment, moment)
+            lists.append(known)
+        known.enabled = request.get("enabled", True)
+        pihole.rules_changed()
+
     async def _carry_out(self, request: dict) -> dict | None:
         pihole = self._pihole
         match request["do"]:
             case "state":
-                return {"knobs": pihole.knobs.as_dict(), "questions": pihole.log.counters()["total"],
+                return {"knobs": pihole.knobs.as_dict(), "questions": len(pihole.log.all()),
                         "blocking": pihole.blocking.enabled}
             case "set":
                 pihole.knobs.set(request["name"], request["value"])
                 await pihole.dns.follow_knobs()
             case "advance":
                 pihole.clock.advance(float(request["seconds"]))
+            case "gravity":
+                self._set_gravity(request["word"])
+            case "source":
+                source = {name: request[name] for name in ("names", "abp", "trouble", "seconds", "dated") if name in request}
+                pihole.list_server.sources[request["address"]] = Source(**source)
+            case "list":
+                self._add_list(request)
             case "password":
                 pihole.set_password(request["value"])
             case "end":

@@ -10,7 +10,7 @@ IDLE_SECONDS = 5
 _MOST_BODY = 64 << 20
 _MOST_HEADERS = 64
 
-REASONS = {200: "OK", 204: "No Content", 302: "Found", 308: "Permanent Redirect", 400: "Bad Request",
+REASONS = {200: "OK", 201: "Created", 204: "No Content", 302: "Found", 308: "Permanent Redirect", 400: "Bad Request",
            401: "Unauthorized", 403: "Forbidden", 404: "Not Found", 413: "Payload Too Large",
            429: "Too Many Requests", 500: "Internal Server Error"}
 
@@ -58,13 +58,17 @@ class Response:
     first: list = field(default_factory=list)
     cached: bool = False
     close: bool = False
+    pieces: object = None    # an asynchronous generator of texts: the body comes in chunks
+    stray: object = None     # a function: what it gives follows the last chunk, outside of HTTP
 
     def head(self) -> bytes:
         lines = [*self.first, *([("Cache-Control", "max-age=3600")] if self.cached else _NO_CACHE), *_SECURITY,
                  *self.headers]
         if self.content_type:
             lines.append(("Content-Type", self.content_type))
-        if not self.close:
+        if self.pieces:
+            lines.append(("Transfer-Encoding", "chunked"))
+        elif not self.close:
             lines.append(("Content-Length", str(len(self.body))))
         lines.append(("Date", email.utils.formatdate(usegmt=True)))
         lines.append(("Connection", "close" if self.close else "keep-alive"))
@@ -176,6 +180,14 @@ class HttpServer:
             self._writers.discard(writer)
             writer.close()
 
+    @staticmethod
+    async def _send_pieces(response: Response, writer) -> None:
+        async for piece in response.pieces:
+            data = piece.encode()
+            writer.write(f"{len(data):X}\r\n".encode() + data + b"\r\n")
+            await writer.drain()
+        writer.write(b"0\r\n\r\n" + (response.stray() if response.stray else b""))
+
     async def _exchange(self, reader, writer) -> bool:
         remote = writer.get_extra_info("peername")[0]
         request = await asyncio.wait_for(read_request(reader, remote), IDLE_SECONDS)
@@ -187,5 +199,7 @@ class HttpServer:
             return False
         response = await self._handler(request)
         writer.write(response.head() + (b"" if request.method == "HEAD" else response.body))
+        if response.pieces:
+            await self._send_pieces(response, writer)
         await writer.drain()
         return not response.close and (request.header("Connection") or "").lower() != "close"

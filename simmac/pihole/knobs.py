@@ -7,7 +7,7 @@ from dataclasses import asdict, dataclass, fields
 class Knobs:
     """Settings of the play itself; none of them exists in a real Pi-hole's configuration."""
 
-    block_mode: str = "zero"        # zero | nxdomain
+    block_mode: str = "zero"        # zero | nxdomain | nodata | ip | ip-nodata-aaaa
     udp: str = "on"                 # on | drop (arrives, no answer) | closed (nobody listens)
     tcp: str = "on"                 # on | drop | closed
     silent: bool = False            # neither DNS nor web answer
@@ -21,6 +21,14 @@ class Knobs:
     question_limit: int = 1000      # DNS questions of one client within 60 seconds
     session_seconds: int = 1800     # validity of a session
     seats: int = 16                 # sessions at one time
+    upstream: str = "on"            # on | silent (what it is asked is lost on the way)
+    privacy: int = 0                # level 0 to 3: what the query log may hold
+    effect: float = 0.08            # seconds until a changed rule works
+    own_questions: float = 1.0      # seconds until Pi-hole asks for the names of its clients; below 0 never
+    portal: bool = False            # a network's log-in page answers instead of the servers of lists
+    totp: int = 0                   # the token that a login needs beside the password; 0: none
+    versions: bool = True           # whether it knows its own versions
+    pace: float = 1.0               # how long a list run takes, against a real one
 
     def set(self, name: str, value) -> None:
         """Sets one by name, keeping its type; ValueError says what is wrong."""
@@ -33,7 +41,8 @@ class Knobs:
         return asdict(self)
 
 
-_CHOICES = {"block_mode": ("zero", "nxdomain"), "udp": ("on", "drop", "closed"),
+_CHOICES = {"block_mode": ("zero", "nxdomain", "nodata", "ip", "ip-nodata-aaaa"), "upstream": ("on", "silent"),
+            "privacy": (0, 1, 2, 3), "udp": ("on", "drop", "closed"),
             "tcp": ("on", "drop", "closed"), "web": ("on", "hang", "drop")}
 
 
@@ -44,9 +53,10 @@ def _typed(name, kind, value):
         if str(value).lower() in ("false", "off", "no", "0"):
             return False
         raise ValueError(f"{name} is on or off, not {value}.")
-    if name in _CHOICES and value not in _CHOICES[name]:
-        raise ValueError(f"{name} is one of {', '.join(_CHOICES[name])}, not {value}.")
     try:
-        return kind(value)
+        typed = kind(value)
     except (TypeError, ValueError) as error:
         raise ValueError(f"{name} is a number, not {value}.") from error
+    if name in _CHOICES and typed not in _CHOICES[name]:
+        raise ValueError(f"{name} is one of {', '.join(map(str, _CHOICES[name]))}, not {value}.")
+    return typed

@@ -35,15 +35,22 @@ class Asker:
         return self.free or self.session is not None
 
 
-def json_body(request: Request) -> dict:
+def json_body(request: Request, kind=dict):
+    """The body's object, or array; an empty one when it is something else. BadBody when it is no JSON."""
     if not request.body:
         raise BadBody("No request body data")
     text = request.body.decode(errors="replace")
     try:
         value = json.loads(text)
     except json.JSONDecodeError as error:
-        raise BadBody("Invalid request body data (no valid JSON), error at hint", text[error.pos:]) from error
-    return value if isinstance(value, dict) else {}
+        raise BadBody("Invalid request body data (no valid JSON), error at hint", text[_where(error):]) from error
+    return value if isinstance(value, kind) else kind()
+
+
+def _where(error: json.JSONDecodeError) -> int:
+    """Where Pi-hole's own reader stops: behind the character at which a text should have begun."""
+    late = error.msg.startswith(("Expecting property name", "Unterminated string"))
+    return error.pos + 1 if late else error.pos
 
 
 def _body_sid(request: Request) -> str | None:
@@ -68,6 +75,7 @@ class Login:
         self._sessions = sessions
         self._second = 0
         self._attempts = 0
+        self._used_token = 0
         self.password_hash = ""
 
     def identify(self, request: Request, cookie_alone: bool = False) -> Asker:
@@ -105,7 +113,21 @@ class Login:
             await asyncio.sleep(_RATE_LIMIT_SECONDS)
             return error(429, "rate_limiting", "Rate-limiting login attempts", None, took)
         await asyncio.sleep(self._knobs.login_seconds)
-        return self._checked(request, asker, store.matches(password, self.password_hash), took)
+        correct = store.matches(password, self.password_hash)
+        if correct and self._knobs.totp and (refusal := self._second_factor(json_body(request), took)):
+            return refusal
+        return self._checked(request, asker, correct, took)
+
+    def _second_factor(self, body: dict, took) -> Response | None:
+        """What is answered when the token is missing, wrong or was used before."""
+        if "totp" not in body:
+            return error(400, "bad_request", "No 2FA token found in JSON payload", None, took)
+        if body["totp"] != self._knobs.totp:
+            return error(401, "unauthorized", "Invalid 2FA token", None, took)
+        if self._used_token == self._knobs.totp:
+            return error(401, "unauthorized", "Reused 2FA token", "wait for new token", took)
+        self._used_token = self._knobs.totp
+        return None
 
     def _checked(self, request: Request, asker: Asker, correct: bool, took) -> Response:
         if correct and asker.session is None:
@@ -147,9 +169,9 @@ class Login:
 
     def _state(self, asker: Asker, valid: str, invalid: str, free: str) -> dict:
         if asker.session and not asker.free:
-            return {"session": {"valid": True, "totp": False, "sid": asker.session.sid, "csrf": asker.session.csrf,
+            return {"session": {"valid": True, "totp": self._knobs.totp > 0, "sid": asker.session.sid, "csrf": asker.session.csrf,
                                 "validity": self._knobs.session_seconds, "message": valid}}
-        return {"session": {"valid": asker.free, "totp": False, "sid": None, "validity": -1,
+        return {"session": {"valid": asker.free, "totp": self._knobs.totp > 0, "sid": None, "validity": -1,
                             "message": free if asker.free else invalid}}
 
 

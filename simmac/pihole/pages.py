@@ -45,7 +45,7 @@ def answer(path: str, host: str | None) -> Response:
     if path == "/admin/":
         return _redirect(302, "/admin/login", False)
     if path == "/admin/login":
-        return Response(200, _LOGIN.encode(), _HTML, headers=ALLOW)
+        return Response(200, _LOGIN.encode(), _HTML, headers=ALLOW, close=True)
     if path == "/":
         return _error(403, "403", 'Nothing to see here. The dashboard is at <a href="/admin/">/admin</a>.')
     return _error(404, "404", 'There is no such page. The dashboard is at <a href="/admin/">/admin</a>.')

@@ -1,4 +1,4 @@
-"""What outlives a restart: the settings file, and the sessions of a clean end."""
+"""What outlives a restart: the settings file, lists and rules, what was asked, and the sessions of a clean end."""
 
 import base64
 import hashlib
@@ -38,7 +38,6 @@ class Store:
         self._folder = folder
         self._folder.mkdir(parents=True, exist_ok=True)
         self._settings = folder / "pihole.toml"
-        self._sessions = folder / "sessions.json"
 
     def settings_text(self) -> str:
         return self._settings.read_text() if self._settings.exists() else ""
@@ -64,17 +63,28 @@ class Store:
             "    max_sessions = 16\n"
             f'    pwhash = "{password_hash}"\n')
 
-    def keep_sessions(self, sessions: dict) -> None:
-        self._sessions.write_text(json.dumps(sessions))
+    def keep(self, name: str, value) -> None:
+        """Keeps a value for the next start: whole or, when the process dies meanwhile, as it was."""
+        path = self._folder / f"{name}.json"
+        fresh = path.with_suffix(".new")
+        fresh.write_text(json.dumps(value))
+        fresh.replace(path)
 
-    def take_sessions(self) -> dict:
-        """The sessions of the last clean end; they are taken out, so that they come back once only."""
+    def kept(self, name: str):
+        """What was kept, or None."""
         try:
-            stored = json.loads(self._sessions.read_text())
-            self._sessions.unlink()
-            return stored
+            return json.loads((self._folder / f"{name}.json").read_text())
         except (OSError, ValueError):
-            return {}
+            return None
+
+    def take(self, name: str):
+        """What was kept; it is taken out, so that it comes back once only."""
+        value = self.kept(name)
+        self.forget(name)
+        return value
+
+    def forget(self, name: str) -> None:
+        (self._folder / f"{name}.json").unlink(missing_ok=True)
 
 
 def parse_settings(text: str) -> tuple[str | None, bool]:
