@@ -143,9 +143,10 @@ async def _ask(mac, **request):
     return {name: value for name, value in reply.items() if name != "ok"} or None
 
 
-@command("pihole", "pihole block-mode zero|nxdomain | silent on|off | udp|tcp on|drop | web on|hang|drop | "
+@command("pihole", "pihole block-mode zero|nxdomain|nodata|ip|ip-nodata-aaaa | silent on|off | udp|tcp on|drop | web on|hang|drop | "
                    "log-delay SECONDS|real | times real|fast|auto | login-seconds SECONDS | "
-                   "boot|web|health|stop|restart|settle-seconds SECONDS | "
+                   "boot|web|health|stop|restart|settle|effect|own-questions|pace|patience-seconds SECONDS | "
+                   "upstream on|silent | privacy 0|1|2|3 | gravity good|empty|missing|damaged | portal on|off | totp N | "
                    "question-limit|login-limit|seats|session-seconds N | advance SECONDS | password TEXT | restart | "
                    "state")
 async def pihole(mac, args):
@@ -161,6 +162,8 @@ async def pihole(mac, args):
         return await mac.containers.set_time(time, seconds(value))
     if name == "advance":
         return await _ask(mac, do="advance", seconds=seconds(value))
+    if name == "gravity":
+        return await _ask(mac, do="gravity", word=value)
     if name == "password":
         return await _ask(mac, do="password", value=value)
     value = "-1" if (name, value) == ("log-delay", "real") else value

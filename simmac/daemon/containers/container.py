@@ -12,8 +12,8 @@ from daemon.containers.health import Health
 from daemon.containers.pihole_process import PiholeProcess
 
 _RESTART_SECONDS = 0.1
-_GATEWAY = "172.18.0.1"
 _PROXY = "docker-proxy"    # what holds a published port in the machine
+_NETWORK, _PROJECT_NETWORK = "172.17.0", "172.18.0"   # in which a container is, alone or as part of a project
 
 
 class Container:
@@ -67,7 +67,8 @@ class Container:
         """Runs its process (the engine holds the lock); at_once: healthy and answering from the first moment."""
         times = self._engine.times
         self._process = PiholeProcess(self.folder, self._engine.machine)
-        boot = 0 if at_once else times.of("boot" if os.listdir(self._data_folder()) else "first-boot")
+        fresh = not os.listdir(self._data_folder())
+        boot = 0 if at_once else times.of(self._boot_kind() if fresh else "boot")
         try:
             trouble = await self._process.start(self._arguments(boot, at_once), self._environment(), self.log_path)
         except asyncio.CancelledError:
@@ -83,6 +84,10 @@ class Container:
         if at_once:
             self._health.found_healthy()
         self._watcher = asyncio.create_task(self._watch(self._process))
+
+    def _boot_kind(self):
+        """Which of the times a first start takes."""
+        return "first-boot" if self._engine.mac.network.reaches_internet() else "lonely-boot"
 
     async def begin_anew(self, password):
         """The same process as if it had just been started; answers whether that worked."""
@@ -107,8 +112,10 @@ class Container:
         if (53, "tcp") not in published:
             knobs["tcp"] = "closed"
         web_boot = boot and boot + self._engine.times.of("web")
+        network = _PROJECT_NETWORK if self.spec.project else _NETWORK
         arguments = ["--data", self._data_folder(), "--name", _PROXY, "--boot", str(boot), "--web-boot",
-                     str(web_boot), "--client", _GATEWAY, "--knobs", json.dumps(knobs), "--give-up-rights"]
+                     str(web_boot), "--client", f"{network}.1", "--address", f"{network}.2", "--knobs",
+                     json.dumps(knobs), "--give-up-rights", "--marked-log"]
         arguments += ["--settled"] if settled else []
         arguments += ["--dns", f"{dns.address}:{dns.host}" if dns else "127.0.0.254:53"]
         return arguments + ["--web", f"{web.address}:{web.host}" if web else "127.0.0.254:80"]
@@ -149,7 +156,7 @@ class Container:
                     await asyncio.sleep(seconds)
             finally:
                 by_force = by_force or self._frozen
-                await self._process.end(by_force)
+                by_force = await self._process.end(by_force, self._engine.times.of("patience"))
                 self.state, self.ended = "exited", time.time()
                 self.exit_code = 137 if by_force else 0
         await self._engine.ports_changed()

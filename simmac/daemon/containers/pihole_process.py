@@ -9,6 +9,7 @@ from pathlib import Path
 
 _SIMMAC = str(Path(__file__).resolve().parents[2])
 _START_SECONDS = 10
+_SHORTEST_PATIENCE = 2.0   # however fast the Mac is, a clean end takes its time
 
 
 class PiholeProcess:
@@ -67,11 +68,17 @@ class PiholeProcess:
         """Stops the process where it is, or lets it go on."""
         self._process.send_signal(signal.SIGSTOP if on else signal.SIGCONT)
 
-    async def end(self, by_force=False):
-        """Ends it: cleanly, or as with kill -9."""
+    async def end(self, by_force=False, patience=10.0):
+        """Ends it: cleanly, or as with kill -9, also when it does not end in time; answers whether it was by force."""
         if self._process is None or self._process.returncode is not None:
-            return
+            return by_force
         (self._process.kill if by_force else self._process.terminate)()
-        await self._process.wait()
+        try:
+            await asyncio.wait_for(self._process.wait(), None if by_force else max(patience, _SHORTEST_PATIENCE))
+        except asyncio.TimeoutError:
+            self._process.kill()
+            by_force = True
+            await self._process.wait()
         if self._channel:
             self._channel[1].close()
+        return by_force
