@@ -126,7 +126,9 @@ TEST_F(RealEngine, The_log_is_read_and_followed)
     model().setFollowing(true);
     waitFor([this] { return model().followOp()->lineCount() > 5; }, "lines are followed");
     EXPECT_TRUE(answers(true));
-    waitFor([this] { return model().logText().contains(QStringLiteral("query[A] example.com")); }, "the question");
+    run(model().pauseBlocking());
+    waitFor([this] { return model().logText().contains(QStringLiteral("Blocking status is disabled")); }, "the pause");
+    EXPECT_FALSE(model().logText().contains(QStringLiteral("example.com"))) << "no question stands in it";
     model().setFollowing(false);
     waitFor([this] { return !model().followOp()->running(); }, "the follower ended");
 

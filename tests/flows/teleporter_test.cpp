@@ -19,7 +19,7 @@ protected:
     Backups()
         : FlowTest(QStringLiteral("running"))
     {
-        Mac::ctl(QStringLiteral("pihole login-limit 100")); // every import ends the session
+        Mac::ctl(QStringLiteral("pihole login-limit 100"));     // every import ends the session
         Mac::ctl(QStringLiteral("pihole restart-seconds 0.5")); // long enough to be seen
     }
 

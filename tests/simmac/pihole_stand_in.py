@@ -32,7 +32,7 @@ class StandIn:
         self.dns_port, self.web_port = free_port(), free_port()
         self._folder = tempfile.TemporaryDirectory(prefix="pihole-")
         self.folder = Path(self._folder.name)
-        self.knobs = {"login_seconds": 0, "login_limit": 1000, **knobs}
+        self.knobs = {"login_seconds": 0, "login_limit": 1000, "own_questions": -1, **knobs}
         self.start(password)
 
     def start(self, password):
@@ -99,4 +99,4 @@ class StandIn:
                                name, kind], capture_output=True, text=True).stdout.strip()
 
     def printed(self):
-        return (self.folder / "log").read_text()
+        return (self.folder / "log").read_bytes().decode()

@@ -114,15 +114,29 @@ class LogTest(ContainerCase):
     def test_Tail_gives_the_newest_lines(self):
         whole = self.docker("logs", "pihole").out
         self.assertIn("Starting pihole-FTL", whole)
-        self.assertEqual(self.docker("logs", "--tail", "2", "pihole").out, "".join(whole.splitlines(True)[-2:]))
+        self.assertEqual(self.docker("logs", "--tail", "2", "pihole").out,
+                         "".join(line + "\n" for line in whole.split("\n")[-3:-1]))
         self.assertEqual(self.docker("logs", "--tail", "0", "pihole").out, "")
         self.assertEqual(self.docker("logs", "--tail", "x", "pihole").out, whole)
 
-    def test_Followed_log_shows_what_happens_now(self):
+    def test_Followed_log_shows_what_happens_now_but_no_question(self):
         script = ("/opt/homebrew/bin/docker logs --tail 0 --follow pihole > /tmp/followed & follower=$!; sleep 0.2; "
-                  "dig @127.0.0.1 +short doubleclick.net > /dev/null; sleep 0.2; kill $follower; wait $follower; "
-                  "cat /tmp/followed")
-        self.assertIn("gravity blocked doubleclick.net is 0.0.0.0", self.mac.shell(script).out)
+                  "dig @127.0.0.1 +short doubleclick.net > /dev/null; sleep 0.2; "
+                  "/opt/homebrew/bin/docker restart pihole > /dev/null; wait $follower; cat /tmp/followed")
+        followed = self.mac.shell(script).out
+        self.assertIn("[i] Container stop requested...", followed)
+        self.assertNotIn("doubleclick", followed)
+
+    def test_Standard_error_comes_apart_and_in_its_place(self):
+        result = self.docker("logs", "pihole")
+        self.assertIn("chown: cannot access", result.err)
+        self.assertNotIn("chown", result.out)
+        both = self.mac.shell("/opt/homebrew/bin/docker logs pihole 2>&1").out
+        self.assertRegex(both, r"pre-start checks\nchown: [^\n]*\n  \[i\] Setting capabilities")
+
+    def test_Lines_keep_their_control_characters(self):
+        self.assertIn(b"  [i] Building tree...\r\x1b[K  [\xe2\x9c\x93] Building tree\n",
+                      self.docker("logs", "pihole").raw_out)
 
     def test_Following_ends_with_the_container(self):
         script = ("/opt/homebrew/bin/docker logs --follow pihole > /dev/null & follower=$!; sleep 0.2; "

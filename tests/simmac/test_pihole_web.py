@@ -15,7 +15,7 @@ class WebCase(unittest.TestCase):
         cls.addClassCleanup(cls.pihole.close)
 
     def setUp(self):
-        self.pihole.ask(do="reset", password="test-password", knobs={"login_seconds": 0, "login_limit": 1000})
+        self.pihole.ask(do="reset", password="test-password", knobs={"login_seconds": 0, "login_limit": 1000, "own_questions": -1})
         self.port = self.pihole.web_port
         self.sid, self.csrf = log_in(self.port)
 
@@ -140,10 +140,10 @@ class QueryTest(WebCase):
 
 class ImportTest(WebCase):
     def upload(self, archive):
-        body = (b'--b\r\nContent-Disposition: form-data; name="file"; filename="x.zip"\r\n'
-                b"Content-Type: application/zip\r\n\r\n" + archive + b"\r\n--b--\r\n")
+        body = (b'--border\r\nContent-Disposition: form-data; name="file"; filename="x.zip"\r\n'
+                b"Content-Type: application/zip\r\n\r\n" + archive + b"\r\n--border--\r\n")
         return exchange(self.port, "POST", "/api/teleporter", [("X-FTL-SID", self.sid), (
-            "Content-Type", "multipart/form-data; boundary=b")], body)
+            "Content-Type", "multipart/form-data; boundary=border")], body)
 
     def test_Import_takes_the_resolver_away_for_a_moment(self):
         self.pihole.set("restart", 1.5)
