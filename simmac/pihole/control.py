@@ -2,11 +2,14 @@
 
 import asyncio
 import json
+from dataclasses import fields
 from pathlib import Path
 
 from .gravity import BlockList
 from .list_server import Source
 from .names import BLOCKED
+
+_SOURCE_PARTS = [part.name for part in fields(Source)]
 
 
 class Control:
@@ -74,9 +77,11 @@ class Control:
                 pihole.clock.advance(float(request["seconds"]))
             case "gravity":
                 self._set_gravity(request["word"])
-            case "source":
-                source = {name: request[name] for name in ("names", "abp", "trouble", "seconds", "dated") if name in request}
-                pihole.list_server.sources[request["address"]] = Source(**source)
+            case "source" | "only-source" as which:
+                if which == "only-source":
+                    pihole.list_server.sources.clear()
+                given = {name: request[name] for name in _SOURCE_PARTS if name in request}
+                pihole.list_server.sources[request["address"]] = Source(**given)
             case "list":
                 self._add_list(request)
             case "password":

@@ -82,7 +82,8 @@ class Database:
         return exact or self._rule("allow", "regex", name)
 
     def _rule(self, type_: str, kind: str, name: str) -> Rule | None:
-        return next((each for each in self.rules if (each.type, each.kind) == (type_, kind) and each.matches(name)), None)
+        wanted = (each for each in self.rules if (each.type, each.kind) == (type_, kind))
+        return next((each for each in wanted if each.matches(name)), None)
 
     def denying(self, name: str) -> tuple[str, int, Rule | None] | None:
         """Why a name that nobody allows is blocked: status, the log's number of what blocks it, and the rule."""

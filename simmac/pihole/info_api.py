@@ -34,7 +34,8 @@ class InfoApi:
         self._statistics = statistics
 
     def routes(self):
-        return [("GET", "/api/info/version", self._versions), ("GET", "/api/info/ftl", self._ftl), ("GET", "/api/info/system", lambda turn: turn.good({"system": _SYSTEM})),
+        return [("GET", "/api/info/version", self._versions), ("GET", "/api/info/ftl", self._ftl),
+                ("GET", "/api/info/system", lambda turn: turn.good({"system": _SYSTEM})),
                 ("GET", "/api/info/database", self._database), ("GET", "/api/padd", self._padd),
                 ("GET", "/api/info/messages", lambda turn: turn.good({"messages": self._messages()})),
                 ("GET", "/api/info/messages/count", lambda turn: turn.good({"count": len(self._messages())})),

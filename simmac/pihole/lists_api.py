@@ -34,7 +34,7 @@ class ListsApi:
     def _lists(self, turn):
         if not self._gravity.readable:
             return turn.no_database()
-        return turn.good({"lists": [
+        return turn.with_status(200, {"lists": [
             {"address": each.address, "comment": each.comment, "groups": [0], "enabled": each.enabled, "id": each.id,
              "date_added": each.date_added, "date_modified": each.date_modified, "type": "block", **_content(each)}
             for each in self._gravity.database.lists]})

@@ -35,7 +35,7 @@ class RulesApi:
     def _get(self, turn, type_=None, kind=None, name=None):
         if not self._gravity.readable:
             return turn.no_database()
-        return turn.good({"domains": self._rows(type_, kind, name and unquote(name))})
+        return turn.with_status(200, {"domains": self._rows(type_, kind, name and unquote(name))})
 
     def _rows(self, type_, kind, name) -> list[dict]:
         return [_row(rule) for rule in self._gravity.database.rules

@@ -72,7 +72,7 @@ class WebApi:
         try:
             return handler(turn, *parts)
         except BadBody as bad:
-            return turn.refuse(bad.message, bad.hint, headers=())
+            return turn.refuse(bad.message, bad.hint)
 
     @staticmethod
     def _info_login(_) -> dict:
