@@ -28,7 +28,8 @@ def free_port():
 class StandIn:
     """Starts, directs and ends one stand-in; its settings folder outlives a restart."""
 
-    def __init__(self, password="test-password", **knobs):
+    def __init__(self, password="test-password", client=None, **knobs):
+        self.client = client   # the address that everybody seems to have
         self.dns_port, self.web_port = free_port(), free_port()
         self._folder = tempfile.TemporaryDirectory(prefix="pihole-")
         self.folder = Path(self._folder.name)
@@ -44,7 +45,7 @@ class StandIn:
         self.process = subprocess.Popen(
             [sys.executable, "-S", "-m", "pihole", "--dns", f"127.0.0.1:{self.dns_port}", "--web",
              f"127.0.0.1:{self.web_port}", "--data", str(self.folder / "data"), "--control", str(control), "--knobs",
-             json.dumps(self.knobs), "--settled"],
+             json.dumps(self.knobs), "--settled", *(["--client", self.client] if self.client else [])],
             env={"PYTHONPATH": str(SIMMAC), "PATH": os.environ["PATH"], **variables}, stdout=self.log,
             stderr=subprocess.STDOUT)
         self._channel = self._connect(control)
@@ -72,6 +73,12 @@ class StandIn:
     def restart(self, password="test-password", by_force=False):
         self.end(by_force)
         self.start(password)
+
+    def freeze(self, seconds):
+        """Lets the process stand still for that long."""
+        self.process.send_signal(signal.SIGSTOP)
+        time.sleep(seconds)
+        self.process.send_signal(signal.SIGCONT)
 
     def close(self):
         self.end()

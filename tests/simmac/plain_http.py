@@ -52,9 +52,26 @@ class Connection:
         length = next((int(value) for name, value in headers if name == "Content-Length"), None)
         if method == "HEAD":
             body = b""
+        elif ("Transfer-Encoding", "chunked") in headers:
+            body = self._chunks()
         else:
             body = self._file.read() if length is None else self._file.read(length)
         return Answer(line, headers, body)
+
+    def _chunks(self):
+        body = b""
+        while size := int(self._file.readline(), 16):
+            body += self._file.read(size)
+            self._file.readline()
+        self._file.readline()
+        return body
+
+    def stray(self, end=b"}"):
+        """What follows an answer without a head, up to its end."""
+        text = b""
+        while not text.endswith(end):
+            text += self._file.read(1)
+        return text
 
 
 def exchange(port, method, target, headers=(), body=b"", timeout=5):

@@ -10,7 +10,8 @@ from plain_http import Answer, exchange
 
 FOLDER = Path(__file__).resolve().parents[1] / "data" / "pihole-api"
 _MOVING_HEADERS = {"Date", "Content-Length"}
-_MOVING_MEMBERS = {"took", "csrf", "sid", "time", "login_at", "last_active", "valid_until", "last_update"}
+_MOVING_MEMBERS = {"took", "csrf", "sid", "time", "login_at", "last_active", "valid_until", "last_update",
+                   "date_added", "date_modified", "date_updated", "timestamp"}
 _BOUNDARY = re.compile(r"boundary=(\S+)")
 
 
@@ -74,7 +75,7 @@ def names():
 
 def load(name):
     """Reads a recording; its answer is missing where only a status was kept."""
-    text = (FOLDER / f"{name}.txt").read_text()
+    text = (FOLDER / f"{name}.txt").read_bytes().decode()   # line ends as they are
     command = next(line for line in text.splitlines() if line.startswith("$ curl"))
     request, _, reply = text.partition("--- request as sent\n")[2].partition("--- answer\n")
     lines = [line for line in request.splitlines() if line]
@@ -89,7 +90,7 @@ def _answer(text):
     head, _, body = text.partition("\n\n")
     if not head.startswith("HTTP/"):
         return None
-    lines = head.splitlines()
+    lines = head.split("\n")
     headers = [(line.partition(":")[0], line.partition(":")[2].strip()) for line in lines[1:]]
     return Answer(lines[0], headers, body.partition("[[status")[0].strip().encode())
 
@@ -105,7 +106,7 @@ def still(answer, sids=()):
 
 
 def _still_text(value):
-    value = re.sub(r"sid=[A-Za-z0-9+/=]{23};", "sid=SID;", value)
+    value = re.sub(r"sid=([A-Za-z0-9+/=]{23}|<sid>);", "sid=SID;", value)
     return re.sub(r'filename="[^"]*"', 'filename="NAME"', value)
 
 
