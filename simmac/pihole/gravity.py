@@ -5,6 +5,7 @@ import re
 from dataclasses import asdict, dataclass, field
 
 DEFAULT_LIST = "https://raw.githubusercontent.com/StevenBlack/hosts/master/hosts"
+FAILED = 4        # the status of a list that never came
 NEVER_READ = -2   # the number of blocked names when there is no database
 
 
@@ -116,10 +117,11 @@ class Gravity:
         self.kept: Database | None = None       # a backup of the last good one
 
     def furnish(self, now: float, blocked) -> None:
-        """As after a first start: the one list that Pi-hole brings."""
+        """As after a first start: the one list that Pi-hole brings, which came when it has names."""
         moment = int(now)
+        updated, status = (moment, 1) if blocked else (0, FAILED)
         self.database = Database([BlockList(1, DEFAULT_LIST, "Migrated from /etc/pihole/adlists.list", True, moment,
-                                            moment, moment, 1, 0, sorted(blocked))])
+                                            moment, updated, status, 0, sorted(blocked))])
         self.last_update = moment
         self.open()
 

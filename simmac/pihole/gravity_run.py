@@ -4,7 +4,7 @@ import asyncio
 import time
 
 from .container_log import OVER
-from .gravity import BlockList, Database, DEFAULT_LIST
+from .gravity import BlockList, Database, DEFAULT_LIST, FAILED
 from .list_server import PAGE, WORDS
 
 _SECONDS = 0.6          # of a run besides what servers take
@@ -98,7 +98,7 @@ class Run:
         local = entry.address.startswith("file://")
         self._say(f"  [i] Target: {entry.address}\n")
         self._say("  [i] Status: Pending...")
-        source = self._parts.server.fetch(entry.address, self._parts.knobs.portal)
+        source = self._parts.server.fetch(entry.address, self._parts.knobs.list_server)
         await self._pause(source.seconds)
         if local:
             self._say(f"{OVER}  [i] Using local file {entry.address.removeprefix('file://')}\n")
@@ -129,7 +129,7 @@ def _take_in(entry: BlockList, source, now: int) -> str:
 
 def _use_copy(entry: BlockList) -> str:
     if not entry.date_updated:
-        entry.status = 4
+        entry.status = FAILED
         return f"  {BAD} List download failed: no cached list available\n"
     entry.status = 3
     return f"  {BAD} List download failed: using previously cached list\n" + _parsed(entry)
@@ -158,8 +158,9 @@ def first_run_text(database: Database | None) -> str:
                 + "." * _DNS_SECONDS + f"   {BAD} No DNS resolution available. Please contact support.\n")
     text = over("DNS resolution is available") + "\n  [i] Neutrino emissions detected...\n\n"
     for each in database.lists:
-        text += (f"  [i] Target: {each.address}\n  [i] Status: Pending..." + over("Status: Retrieval successful")
-                 + _parsed(each) + "\n")
+        text += f"  [i] Target: {each.address}\n  [i] Status: Pending..."
+        text += (over("Status: Connection Refused", BAD) + _use_copy(each) if each.status == FAILED
+                 else over("Status: Retrieval successful") + _parsed(each)) + "\n"
     return text + _summary(database) + f"\n  {GOOD} Done.\n"
 
 

@@ -30,8 +30,8 @@ class ListServer:
     def reset(self) -> None:
         self.sources = {DEFAULT_LIST: Source(sorted(names.BLOCKED), dated=True)}
 
-    def fetch(self, address: str, portal: bool) -> Source:
-        """What comes from there; a log-in page answers for all but local files."""
-        if portal and not address.startswith("file:"):
-            return Source(trouble="page")
+    def fetch(self, address: str, fate: str) -> Source:
+        """What comes from there; a fate other than "good" meets all but local files."""
+        if fate != "good" and not address.startswith("file:"):
+            return Source(trouble=fate)
         return self.sources.get(address) or Source(trouble="refused")

@@ -41,6 +41,7 @@ INTERNET = {
     "pi-hole.net": {"A": ["198.51.100.23"]},
     "brew.sh": {"A": ["198.51.100.24"]},
     "github.com": {"A": ["203.0.113.9"]},
+    "registry.example": {"A": ["198.51.100.10"]},
     FEED_HOST: {"A": [FEED_ADDRESS]},
     "one.one.one.one": {"A": ["1.1.1.1", "1.0.0.1"]},
 }

@@ -202,7 +202,7 @@ class Pihole:
             return ""
         self.gravity.forget()
         if self.knobs.internet:
-            self.gravity.furnish(self.clock.now(), names.BLOCKED)
+            self.gravity.furnish(self.clock.now(), names.BLOCKED if self.knobs.list_server == "good" else ())
         else:
             self.gravity.size = 0
             self._call_later(_UNREAD_SECONDS * self.knobs.pace, self._notice_no_lists)

@@ -1,9 +1,10 @@
 """The control commands for the engine and the container."""
 
+import json
 import unittest
 
-from container_tools import STATE, ContainerCase
-from the_mac import Problem
+from container_tools import STATE, ContainerCase, run_arguments
+from the_mac import Problem, eventually
 
 
 class DirectedTest(ContainerCase):
@@ -42,9 +43,37 @@ class DirectedTest(ContainerCase):
         self.mac.ctl("engine", "start")
         self.assertEqual((self.container_state(), self.answer()), ("running|healthy\n", "93.184.215.14\n"))
 
+    def summary(self):
+        """What Pi-hole tells about its lists."""
+        script = """\
+            base=http://127.0.0.1:8080/api
+            sid=$(curl -s -d '{"password":"correct-horse-9"}' $base/auth | sed 's/.*"sid":"\\([^"]*\\)".*/\\1/')
+            curl -s -H "X-FTL-SID: $sid" $base/stats/summary"""
+        return json.loads(self.mac.shell(script).out)["gravity"]["domains_being_blocked"]
+
+    def test_Lists_are_taken_away_and_given_back(self):
+        self.mac.ctl("pihole", "login-limit", "100")
+        good = self.summary()
+        self.assertGreater(good, 100)
+        for word, size in (("empty", 0), ("missing", -2), ("good", good)):
+            self.mac.ctl("pihole", "gravity", word)
+            self.assertEqual(self.summary(), size)
+        self.mac.ctl("pihole", "gravity", "damaged")
+        self.assertEqual((self.summary(), self.answer("doubleclick.net")), (good, "203.0.113.66\n"))
+
+    def test_First_start_takes_what_the_list_server_gives(self):
+        self.mac.ctl("pihole", "list-server", "refused")
+        self.docker("rm", "-f", "pihole")
+        self.docker("volume", "rm", "pihole_etc")
+        self.docker(*run_arguments())
+        self.assertTrue(eventually(lambda: self.answer() == "93.184.215.14\n"))
+        self.assertTrue(eventually(lambda: self.summary() == 0))
+        self.assertIn("no cached list available", self.docker("logs", "pihole").out)
+
     def test_Wrong_words_are_refused(self):
         for words in (("engine",), ("engine", "begin"), ("container",), ("container", "health", "ill"),
-                      ("compose", "maybe"), ("registry", "add"), ("colima", "fail"), ("internet", "slow")):
+                      ("compose", "maybe"), ("registry", "add"), ("colima", "fail"), ("internet", "slow"), ("pihole", "gravity", "bad"), ("pihole", "privacy", "4"),
+                      ("pihole", "list-server", "slow"), ("pihole", "boot-seconds", "soon"), ("pihole", "times", "slow")):
             self.assertRefused(*words)
 
 

@@ -156,14 +156,14 @@ class RunTest(DailyCase):
         self.assertEqual((self.summary(), self.pihole.short("doubleclick.net")), (before, "0.0.0.0"))
 
     def test_Login_page_replaces_good_lists_by_nothing(self):
-        self.pihole.set("portal", "on")
+        self.pihole.set("list_server", "page")
         self.assertIn("ignored 3 non-domain entries)\n      Sample of non-domain entries:\n", self.run_lists())
         lists = get(self.pihole.web_port, "/api/lists", self.sid).json["lists"]
         self.assertEqual([(each["status"], each["number"], each["invalid_domains"]) for each in lists],
                          [(2, 21, 0), (1, 0, 3), (1, 0, 3)])
         blocked, answer = self.summary()["domains_being_blocked"], self.pihole.short("ads.flurry.com")
         self.assertEqual((blocked, answer), (21, "203.0.113.66"))
-        self.pihole.set("portal", "off")
+        self.pihole.set("list_server", "good")
         self.run_lists()
         self.assertEqual((self.summary()["domains_being_blocked"], self.pihole.short("ads.flurry.com")), (25, "0.0.0.0"))
 

@@ -146,7 +146,8 @@ async def _ask(mac, **request):
 @command("pihole", "pihole block-mode zero|nxdomain|nodata|ip|ip-nodata-aaaa | silent on|off | udp|tcp on|drop | web on|hang|drop | "
                    "log-delay SECONDS|real | times real|fast|auto | login-seconds SECONDS | "
                    "boot|web|health|stop|restart|settle|effect|own-questions|pace|patience-seconds SECONDS | "
-                   "upstream on|silent | privacy 0|1|2|3 | gravity good|empty|missing|damaged | portal on|off | totp N | "
+                   "upstream on|silent | privacy 0|1|2|3 | gravity good|empty|missing|damaged | "
+                   "list-server good|not-found|refused|error|empty|page | totp N | "
                    "question-limit|login-limit|seats|session-seconds N | advance SECONDS | password TEXT | restart | "
                    "state")
 async def pihole(mac, args):
