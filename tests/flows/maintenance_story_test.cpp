@@ -20,6 +20,7 @@ protected:
     {
         Mac::ctl(QStringLiteral("pihole login-limit 1000"));
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
+        Mac::ctl(QStringLiteral("pihole restart-seconds 0.5")); // long enough to be seen
         model().setWizardFinished(true);
     }
 
