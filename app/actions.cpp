@@ -66,9 +66,10 @@ QCoro::Task<> AppModel::togglePause()
         co_await resumeBlocking();
 }
 
-QCoro::Task<> AppModel::startPiholeNow()
+QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
 {
     if (maintains() || busy().contains(kContainerKey)) co_return;
+    setStartPlace(from);
     const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
     setStartMessage({});
@@ -116,13 +117,14 @@ QCoro::Task<> AppModel::finishStart()
     co_await refreshStatus(true);
 }
 
-QCoro::Task<> AppModel::stopPihole() { return control(QStringLiteral("stop")); }
+QCoro::Task<> AppModel::stopPihole(Place::Name from) { return control(QStringLiteral("stop"), from); }
 
-QCoro::Task<> AppModel::restartPihole() { return control(QStringLiteral("restart")); }
+QCoro::Task<> AppModel::restartPihole() { return control(QStringLiteral("restart"), Place::Dashboard); }
 
-QCoro::Task<> AppModel::control(QString verb)
+QCoro::Task<> AppModel::control(QString verb, Place::Name from)
 {
     if (busy().contains(kContainerKey)) co_return;
+    setStartPlace(from);
     const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
     setStartMessage({});
@@ -136,9 +138,9 @@ QCoro::Task<> AppModel::control(QString verb)
 QCoro::Task<> AppModel::toggleStartStop()
 {
     if (containerState().isRunning())
-        co_await stopPihole();
+        co_await stopPihole(Place::Menu);
     else
-        co_await startPiholeNow();
+        co_await startPiholeNow(Place::Menu);
 }
 
 } // namespace corvane

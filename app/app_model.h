@@ -6,6 +6,7 @@
 #include "app/dialogs.h"
 #include "app/launch.h"
 #include "app/menu_icon.h"
+#include "app/place.h"
 #include "app/published.h"
 #include "app/settings_store.h"
 #include "app/test_outcome.h"
@@ -73,6 +74,8 @@ class AppModel : public QObject {
     CORVANE_PUBLISHED(AppModel, QString, passwordInput, setPasswordInput, QString())
     CORVANE_PUBLISHED(AppModel, QString, adminPassword, setAdminPassword, QString())
     CORVANE_PUBLISHED(AppModel, QString, startMessage, setStartMessage, QString())
+    /// Where Pi-hole was last started, stopped or restarted from.
+    CORVANE_PUBLISHED(AppModel, corvane::Place::Name, startPlace, setStartPlace, Place::SetUp)
     CORVANE_PUBLISHED(AppModel, CheckRows, piholeChecks, setPiholeChecks, CheckRows())
     CORVANE_PUBLISHED(AppModel, bool, udpProblem, setUdpProblem, false)
     CORVANE_PUBLISHED(AppModel, bool, tcpWorks, setTcpWorks, false)
@@ -84,6 +87,8 @@ class AppModel : public QObject {
     CORVANE_PUBLISHED(AppModel, QSet<QString>, selectedServices, setSelectedServices, QSet<QString>())
     CORVANE_PUBLISHED(AppModel, bool, piholeOnly, setPiholeOnly, false)
     CORVANE_PUBLISHED(AppModel, QString, dnsMessage, setDnsMessage, QString())
+    /// Where the DNS servers were last changed or restored from.
+    CORVANE_PUBLISHED(AppModel, corvane::Place::Name, dnsPlace, setDnsPlace, Place::SetUp)
     CORVANE_PUBLISHED(AppModel, std::optional<ResolverReport>, resolverReport, setResolverReport, std::nullopt)
     CORVANE_PUBLISHED(AppModel, QString, systemTestDetail, setSystemTestDetail, QString())
 
@@ -156,10 +161,11 @@ public:
     [[nodiscard]] QCoro::Task<> togglePause();
     /// The title of the operation that brings Colima up.
     static constexpr QLatin1StringView kStartingColima{"Starting Colima"};
-    [[nodiscard]] QCoro::Task<> startPiholeNow();
+    [[nodiscard]] QCoro::Task<> startPiholeNow(Place::Name from = Place::Dashboard);
     [[nodiscard]] QCoro::Task<> finishStart();
-    [[nodiscard]] QCoro::Task<> stopPihole();
+    [[nodiscard]] QCoro::Task<> stopPihole(Place::Name from = Place::Dashboard);
     [[nodiscard]] QCoro::Task<> restartPihole();
+    /// What the menu offers.
     [[nodiscard]] QCoro::Task<> toggleStartStop();
 
     // The container's log: logs.cpp
@@ -200,7 +206,7 @@ public:
     [[nodiscard]] QCoro::Task<> loadServices();
     [[nodiscard]] QCoro::Task<> applyDNS();
     [[nodiscard]] QCoro::Task<> runSystemTest();
-    [[nodiscard]] QCoro::Task<> restoreOldSettings();
+    [[nodiscard]] QCoro::Task<> restoreOldSettings(Place::Name from = Place::SetUp);
 
     // Browsers: browser_test.cpp
 
@@ -239,7 +245,7 @@ private:
     void bindDerivedFields();
     void recordOutcome(const QString &test, bool passed, const QString &summary);
     [[nodiscard]] QCoro::Task<> poll();
-    [[nodiscard]] QCoro::Task<> control(QString verb);
+    [[nodiscard]] QCoro::Task<> control(QString verb, Place::Name from);
     void follow();
     void onFollowerEnded();
 

@@ -96,6 +96,7 @@ QCoro::Task<> AppModel::applyDNS()
 {
     if (changesDns()) co_return;
     const QPointer<AppModel> alive(this);
+    setDnsPlace(Place::SetUp);
     setDnsMessage({});
     if (!answering()) {
         setDnsMessage(
@@ -177,7 +178,7 @@ QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found
     co_return {};
 }
 
-QCoro::Task<> AppModel::restoreOldSettings()
+QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
 {
     if (changesDns()) co_return;
     const QPointer<AppModel> alive(this);
@@ -186,6 +187,7 @@ QCoro::Task<> AppModel::restoreOldSettings()
     if (!alive || !accepted || changesDns()) co_return;
 
     const BusyKey mark(this, QStringLiteral("restoredns"));
+    setDnsPlace(from);
     setDnsMessage({});
     const std::optional<QString> failure = co_await DNSConfigurator::restore();
     if (!alive) co_return;

@@ -2,6 +2,7 @@
 #include "app/app_model.h"
 #include "app/busy_key.h"
 #include "app/file_work.h"
+#include "app/operation_title.h"
 #include "checks/port_checker.h"
 #include "exec/keychain.h"
 #include "runtime/colima_manager.h"
@@ -67,8 +68,7 @@ void AppModel::applyAutostart(bool enable)
     if (m_installOp.running()) return;
     const CommandSteps steps = ColimaManager::autostartSteps(enable, dockerWorks());
     if (steps.isEmpty()) return;
-    const QString title =
-        enable ? QStringLiteral("Turning on Colima at login") : QStringLiteral("Turning off Colima at login");
+    const QString title = enable ? OperationTitle::kTurningColimaOn : OperationTitle::kTurningColimaOff;
     m_installOp.start(title, steps, [this](bool) { launch(waitForDocker()); });
 }
 
@@ -133,6 +133,7 @@ QCoro::Task<> AppModel::startPihole()
     const auto done = qScopeGuard([alive] {
         if (alive) alive->m_preparingStart = false;
     });
+    setStartPlace(Place::SetUp);
     setStartMessage({});
     const QString password = passwordInput();
     if (const auto problem = AdminPassword::problem(password)) {
