@@ -20,7 +20,9 @@ constexpr int kLogLength = 300;
 
 QCoro::Task<> AppModel::scanBrowsers()
 {
-    if (!browserReadAllowed()) co_return;
+    const QString key = QStringLiteral("browsers");
+    if (!browserReadAllowed() || busy().contains(key)) co_return;
+    const BusyKey mark(this, key);
     const QPointer<AppModel> alive(this);
     const std::function<QList<BrowserInfo>()> scan = [installed = BrowserInspector::installedBundles(m_workspace)] {
         return BrowserInspector::scan(installed);

@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/busy_key.h"
 #include "app/file_work.h"
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
@@ -23,7 +24,9 @@ QString AppModel::logText() const { return m_showsFollowedLog ? m_followOp.lines
 
 QCoro::Task<> AppModel::loadLogs()
 {
-    if (following()) co_return;
+    const QString key = QStringLiteral("logs");
+    if (following() || busy().contains(key)) co_return;
+    const BusyKey mark(this, key);
     const QPointer<AppModel> alive(this);
     const QString text = co_await PiholeController::logs(kLoadedLines);
     if (!alive || following()) co_return;

@@ -1,5 +1,7 @@
 #include "app/app_model.h"
+#include "app/busy_key.h"
 #include "app/file_work.h"
+#include "app/operation_title.h"
 #include "app/release_feed.h"
 #include "app/version_tag.h"
 #include "checks/port_checker.h"
@@ -42,6 +44,9 @@ bool AppModel::maintains() const { return m_updating || m_removing || operationR
 
 QCoro::Task<> AppModel::checkForUpdates()
 {
+    const QString key = QStringLiteral("updates");
+    if (busy().contains(key)) co_return;
+    const BusyKey mark(this, key);
     const QPointer<AppModel> alive(this);
     setUpdateMessage(
         QStringLiteral("Asking %1 for the newest version. Nothing about you is sent...").arg(m_releaseFeed.host()));
@@ -175,7 +180,7 @@ QCoro::Task<> AppModel::changeWebPort(int port)
         setNotice(QStringLiteral("docker was not found."));
         co_return;
     }
-    m_maintOp.start(QStringLiteral("Recreating Pi-hole on port %1").arg(port), steps,
+    m_maintOp.start(QString(OperationTitle::kMovingPort).arg(port), steps,
                     [this](bool succeeded) { finishPortChange(succeeded); });
 }
 
