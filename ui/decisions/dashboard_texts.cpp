@@ -1,10 +1,22 @@
 #include "ui/decisions/dashboard_texts.h"
 
+#include <iomanip>
+#include <sstream>
+
 namespace corvane {
 
 namespace {
 
 const QString kNothing = QStringLiteral("-");
+
+/// As printf rounds, which of two equally near numbers takes the even one. QString takes the larger.
+QString oneDecimal(double number)
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::fixed << std::setprecision(1) << number;
+    return QString::fromStdString(text.str());
+}
 
 } // namespace
 
@@ -20,7 +32,7 @@ QString blockedText(const std::optional<PiholeSummary> &summary)
 
 QString blockedPercentText(const std::optional<PiholeSummary> &summary)
 {
-    return summary ? QString::number(summary->percentBlocked, 'f', 1) + u'%' : kNothing;
+    return summary ? oneDecimal(summary->percentBlocked) + u'%' : kNothing;
 }
 
 QString blockingText(const std::optional<PiholeBlocking> &blocking)
@@ -37,6 +49,11 @@ QString pauseLabel(const std::optional<PiholeBlocking> &blocking)
 {
     const bool off = blocking && !blocking->enabled;
     return off ? QStringLiteral("Resume blocking") : QStringLiteral("Pause blocking 5 minutes");
+}
+
+QString logTrouble(const QString &apiMessage)
+{
+    return apiMessage.startsWith(QLatin1String("Could not save the log")) ? apiMessage : QString();
 }
 
 QString startStopLabel(const ContainerState &container)

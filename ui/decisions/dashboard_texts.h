@@ -17,6 +17,9 @@ namespace corvane {
 /// The button that pauses blocking, or ends the pause.
 [[nodiscard]] QString pauseLabel(const std::optional<PiholeBlocking> &blocking);
 
+/// What the API's message says about saving the log; empty when it says something else.
+[[nodiscard]] QString logTrouble(const QString &apiMessage);
+
 /// The menu's item that starts or stops Pi-hole.
 [[nodiscard]] QString startStopLabel(const ContainerState &container);
 

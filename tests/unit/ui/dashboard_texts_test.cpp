@@ -17,7 +17,17 @@ TEST(DashboardTexts, The_percentage_has_one_digit_after_the_point)
 {
     EXPECT_EQ(blockedPercentText(PiholeSummary{100, 12, 12.345}), QStringLiteral("12.3%"));
     EXPECT_EQ(blockedPercentText(PiholeSummary{0, 0, 0}), QStringLiteral("0.0%"));
+    EXPECT_EQ(blockedPercentText(PiholeSummary{1600, 100, 6.25}), QStringLiteral("6.2%"));
+    EXPECT_EQ(blockedPercentText(PiholeSummary{1600, 108, 6.75}), QStringLiteral("6.8%"));
     EXPECT_EQ(queriesText(PiholeSummary{1234567, 0, 0}), QStringLiteral("1234567"));
+}
+
+TEST(DashboardTexts, Only_a_log_that_was_not_saved_is_told_of_beside_the_log)
+{
+    const QString trouble = QStringLiteral("Could not save the log: No space left on device");
+    EXPECT_EQ(logTrouble(trouble), trouble);
+    EXPECT_EQ(logTrouble(QStringLiteral("Blocking is paused for 5 minutes.")), QString());
+    EXPECT_EQ(logTrouble({}), QString());
 }
 
 struct Pause {
