@@ -21,16 +21,19 @@ RowLayout {
         text: root.label
         Layout.fillWidth: true
     }
-    StateIcon {
-        objectName: root.objectName + "Result"
-        visible: root.tested && !root.busy
-        badge: root.badge
-    }
     TestButton {
         objectName: root.objectName
         title: qsTr("Test")
         label: qsTr("Test: %1").arg(root.subject)
         busy: root.busy
+        leads: true
         onPressed: root.pressed()
+
+        StateIcon {
+            objectName: root.objectName + "Result"
+            anchors.centerIn: parent
+            visible: root.tested && !root.busy
+            badge: root.badge
+        }
     }
 }
