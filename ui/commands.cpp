@@ -1,22 +1,31 @@
 #include "ui/commands.h"
 
 #include "app/launch.h"
+#include "runtime/docker_cli.h"
+#include "ui/decisions/places.h"
+#include "ui/decisions/rows.h"
+
+#include <QPointer>
 
 namespace corvane {
 
 Commands::Commands(AppModel &app, Workspace &workspace)
     : m_app(app)
     , m_workspace(workspace)
-{}
+{
+    connect(app.maintOp(), &OperationRunner::endedChanged, this, [this] {
+        if (m_app.maintOp()->ended() && movesPort(m_app.maintOp()->title())) checkPortsAgain();
+    });
+}
 
 void Commands::openDashboard() { m_app.openDashboard(); }
 void Commands::togglePause() { launch(m_app.togglePause()); }
-void Commands::startPiholeNow() { launch(m_app.startPiholeNow()); }
+void Commands::startPiholeNow(Place::Name from) { launch(m_app.startPiholeNow(from)); }
 void Commands::stopPihole() { launch(m_app.stopPihole()); }
 void Commands::restartPihole() { launch(m_app.restartPihole()); }
 void Commands::toggleStartStop() { launch(m_app.toggleStartStop()); }
 void Commands::runAllTests() { launch(m_app.runAllTests()); }
-void Commands::restoreOldSettings() { launch(m_app.restoreOldSettings()); }
+void Commands::restoreOldSettings(Place::Name from) { launch(m_app.restoreOldSettings(from)); }
 void Commands::hideBanner() { m_app.setBannerDismissed(true); }
 void Commands::dismissNotice() { m_app.setNotice({}); }
 void Commands::toggleWizard() { m_app.setShowWizard(!m_app.showWizard()); }
@@ -50,14 +59,29 @@ void Commands::browsersAppeared()
 }
 
 void Commands::runSystemChecks() { launch(m_app.runSystemChecks()); }
-void Commands::changeWebPort(int port) { launch(m_app.changeWebPort(port)); }
+void Commands::changeWebPort(int port) { launch(takeWebPort(port)); }
 
-void Commands::changeWebPortAndCheck(int port)
+QCoro::Task<> Commands::takeWebPort(int port)
 {
-    // It speaks of a panel that goes away.
+    const QPointer<Commands> alive(this);
+    const int before = m_app.webPort();
+    co_await m_app.changeWebPort(port);
+    if (!alive) co_return;
+    // What a start said of the old port holds no more, unless it met another one too.
+    if (m_app.webPort() != before && !dnsPortTaken(m_app.portReports())) forgetTakenPort();
+    checkPortsAgain();
+}
+
+void Commands::forgetTakenPort()
+{
     if (m_app.startMessage() == AppModel::kPortTaken) m_app.setStartMessage({});
-    changeWebPort(port);
-    runSystemChecks();
+    if (m_app.startOp()->failureSummary() == DockerCLI::kPortInUse) m_app.startOp()->reset();
+}
+
+/// What was found when this Mac was checked speaks of the port that was in force then.
+void Commands::checkPortsAgain()
+{
+    if (!m_app.systemChecks().isEmpty() || !m_app.portReports().isEmpty()) runSystemChecks();
 }
 
 void Commands::openHomebrew() { m_workspace.open(QUrl(QStringLiteral("https://brew.sh"))); }
@@ -84,7 +108,13 @@ void Commands::select(const QString &service, bool on)
 }
 
 void Commands::applyDNS() { launch(m_app.applyDNS()); }
-void Commands::loadServices() { launch(m_app.loadServices()); }
+
+void Commands::loadServices()
+{
+    launch(m_app.loadServices());
+    launch(m_app.refreshStatus(false)); // the servers in use
+}
+
 void Commands::runSystemTest() { launch(m_app.runSystemTest()); }
 
 void Commands::allowBrowserRead()

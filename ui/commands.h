@@ -16,12 +16,12 @@ public:
     // Everyday actions.
     Q_INVOKABLE void openDashboard();
     Q_INVOKABLE void togglePause();
-    Q_INVOKABLE void startPiholeNow();
+    Q_INVOKABLE void startPiholeNow(corvane::Place::Name from);
     Q_INVOKABLE void stopPihole();
     Q_INVOKABLE void restartPihole();
     Q_INVOKABLE void toggleStartStop();
     Q_INVOKABLE void runAllTests();
-    Q_INVOKABLE void restoreOldSettings();
+    Q_INVOKABLE void restoreOldSettings(corvane::Place::Name from);
     Q_INVOKABLE void hideBanner();
     Q_INVOKABLE void dismissNotice();
     Q_INVOKABLE void toggleWizard();
@@ -41,7 +41,6 @@ public:
     Q_INVOKABLE void browsersAppeared();
     Q_INVOKABLE void runSystemChecks();
     Q_INVOKABLE void changeWebPort(int port);
-    Q_INVOKABLE void changeWebPortAndCheck(int port);
     Q_INVOKABLE void openHomebrew();
     Q_INVOKABLE void installColimaAndDocker();
     Q_INVOKABLE void startColimaOnly();
@@ -76,6 +75,10 @@ public:
     void copy(const QString &text);
 
 private:
+    [[nodiscard]] QCoro::Task<> takeWebPort(int port);
+    void forgetTakenPort();
+    void checkPortsAgain();
+
     AppModel &m_app;
     Workspace &m_workspace;
 };

@@ -59,6 +59,13 @@ struct TintInViews {
     QML_UNCREATABLE("A tint is only named.")
 };
 
+struct PlaceInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Place)
+    QML_NAMED_ELEMENT(Place)
+    QML_UNCREATABLE("A place is only named.")
+};
+
 struct BadgeInViews {
     Q_GADGET
     QML_FOREIGN(corvane::Badge)

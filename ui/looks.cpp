@@ -7,6 +7,7 @@
 #include "ui/decisions/controls.h"
 #include "ui/decisions/dashboard_texts.h"
 #include "ui/decisions/password_hints.h"
+#include "ui/decisions/places.h"
 #include "ui/decisions/steps.h"
 #include "ui/fonts.h"
 
@@ -19,6 +20,7 @@ Looks::Looks(AppModel &app)
     : m_app(app)
 {
     bindBusyFlags();
+    bindPlaces();
     bindDashboard();
     bindSetUp();
     followLists();
@@ -41,7 +43,19 @@ void Looks::bindBusyFlags()
     m_restoringDNS.setBinding(busy("restoredns"));
     m_testingBrowser.setBinding(busy("browser"));
     m_controlling.setBinding(busy("container"));
+    m_scanningBrowsers.setBinding(busy("browsers"));
+    m_askingForUpdates.setBinding(busy("updates"));
+    m_loadingLog.setBinding(busy("logs"));
     m_testingAnything.setBinding([this] { return m_testingPihole || m_testingBlocking || m_testingSystem; });
+}
+
+void Looks::bindPlaces()
+{
+    const auto inBanner = [this](Place::Name asked) {
+        return answersInBanner(asked, m_app.showDeadDNSBanner(), m_app.showWizard());
+    };
+    m_bannerTellsStart.setBinding([this, inBanner] { return inBanner(m_app.startPlace()); });
+    m_bannerTellsDNS.setBinding([this, inBanner] { return inBanner(m_app.dnsPlace()); });
 }
 
 void Looks::bindDashboard()
@@ -51,6 +65,7 @@ void Looks::bindDashboard()
     m_blocked.setBinding([this] { return blockedText(m_app.summary()); });
     m_blockedPercent.setBinding([this] { return blockedPercentText(m_app.summary()); });
     m_blockingText.setBinding([this] { return corvane::blockingText(m_app.blocking()); });
+    m_logTrouble.setBinding([this] { return corvane::logTrouble(m_app.apiMessage()); });
     m_pauseLabel.setBinding([this] { return corvane::pauseLabel(m_app.blocking()); });
     m_canStart.setBinding([this] { return corvane::canStart(m_app.containerState(), m_operating || m_controlling); });
     m_canStopOrRestart.setBinding(
@@ -72,7 +87,7 @@ void Looks::bindSetUp()
     m_piholeSubtitle.setBinding([this] {
         return QStringLiteral("Choose an admin password for Pi-hole's web page. It is kept in your Keychain. "
                               "Time zone: %1. Pinned Pi-hole version: %2.")
-            .arg(PiholeController::safeTimeZone(), m_app.pinnedTag());
+            .arg(m_timeZone, m_app.pinnedTag());
     });
     m_dockerBadge.setBinding([this] { return outcomeBadge(m_app.outcomes(), QStringLiteral("docker")); });
     m_dockerTested.setBinding([this] { return m_app.outcomes().contains(QStringLiteral("docker")); });
@@ -103,6 +118,12 @@ void Looks::followLists()
     follow(&AppModel::outcomesChanged, [this] { m_outcomes.show(outcomeRows(m_app.outcomes())); });
     follow(&AppModel::outcomesChanged, [this] { m_testResults.show(corvane::testResults(m_app.outcomes())); });
     follow(&AppModel::portReportsChanged, [this] { showPorts(); });
+    // Equal reports tell nobody.
+    connect(this, &Looks::checkingChanged, this, [this] {
+        if (!m_checking) showPorts();
+    });
+    // It may have been changed elsewhere while another step was shown.
+    follow(&AppModel::stepChanged, [this] { m_timeZone = PiholeController::safeTimeZone(); });
     const auto tools = [this] { m_tools.show(toolRows(m_app.hasBrew(), m_app.hasColima(), m_app.hasDocker())); };
     follow(&AppModel::hasBrewChanged, tools);
     follow(&AppModel::hasColimaChanged, tools);
@@ -125,6 +146,8 @@ void Looks::followOperations()
         m_operating = m_app.operationRunning();
         const OperationRunner *runner = m_app.maintOp();
         m_startingColima = runner->title() == AppModel::kStartingColima && !runner->succeeded();
+        m_movesPort = corvane::movesPort(runner->title());
+        m_changesAutostart = corvane::changesAutostart(m_app.installOp()->title());
     };
     for (OperationRunner *runner : {m_app.installOp(), m_app.startOp(), m_app.maintOp()})
         for (auto changed :
@@ -169,6 +192,7 @@ QString Looks::fixedFamily() const { return fixedFont().family(); }
 bool Looks::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange) Q_EMIT accentChanged();
+    if (watched == qApp && event->type() == QEvent::ApplicationActivate) m_timeZone = PiholeController::safeTimeZone();
     return QObject::eventFilter(watched, event);
 }
 

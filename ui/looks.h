@@ -23,11 +23,21 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, testingSystem)
     CORVANE_DERIVED(Looks, bool, restoringDNS)
     CORVANE_DERIVED(Looks, bool, testingBrowser)
+    CORVANE_DERIVED(Looks, bool, scanningBrowsers)
+    CORVANE_DERIVED(Looks, bool, askingForUpdates)
+    CORVANE_DERIVED(Looks, bool, loadingLog)
     CORVANE_DERIVED(Looks, bool, testingAnything)
     /// The container is being started, stopped or restarted.
     CORVANE_DERIVED(Looks, bool, controlling)
     /// Colima is being started for Pi-hole, or could not be.
     CORVANE_DERIVED(Looks, bool, startingColima)
+    /// The last operation of maintenance moved Pi-hole to another port.
+    CORVANE_DERIVED(Looks, bool, movesPort)
+    /// The last installation changed what starts Colima.
+    CORVANE_DERIVED(Looks, bool, changesAutostart)
+    /// The banner tells how the start, or the change of the DNS servers, goes.
+    CORVANE_DERIVED(Looks, bool, bannerTellsStart)
+    CORVANE_DERIVED(Looks, bool, bannerTellsDNS)
 
     // The dashboard.
     CORVANE_DERIVED(Looks, corvane::Tint::Name, dotTint)
@@ -41,9 +51,11 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, canStopOrRestart)
     CORVANE_DERIVED(Looks, bool, canUpdate)
     CORVANE_DERIVED(Looks, bool, hasLog)
+    CORVANE_DERIVED(Looks, QString, logTrouble)
 
     // The set-up.
     CORVANE_DERIVED(Looks, QString, stepPosition)
+    CORVANE_DERIVED(Looks, QString, timeZone)
     CORVANE_DERIVED(Looks, bool, webPortTaken)
     CORVANE_DERIVED(Looks, bool, dnsPortTaken)
     CORVANE_DERIVED(Looks, bool, startFailedOnPort)
@@ -95,6 +107,9 @@ public:
     [[nodiscard]] QColor accentFill() const;
     [[nodiscard]] QString fixedFamily() const;
 
+    /// Looks again which ports can be offered; others may have been taken or given back.
+    Q_INVOKABLE void showPorts();
+
     Q_INVOKABLE [[nodiscard]] bool contains(const QStringList &names, const QString &name) const
     {
         return names.contains(name);
@@ -108,12 +123,12 @@ Q_SIGNALS:
 
 private:
     void bindBusyFlags();
+    void bindPlaces();
     void bindDashboard();
     void bindSetUp();
     void followLists();
     void followOperations();
     void showSteps();
-    void showPorts();
 
     AppModel &m_app;
     RowList m_steps;
