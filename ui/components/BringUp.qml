@@ -8,6 +8,8 @@ Timer {
 
     required property Item item
     required property string words
+    /// Whether it may stand above what was pressed.
+    property bool upwards: false
     property bool opened: false
 
     // Once the views around it have found their places.
@@ -20,7 +22,7 @@ Timer {
     onTriggered: {
         for (let place = root.item.parent; place; place = place.parent) {
             if (place instanceof ScrollArea)
-                place.bringUp(root.item);
+                root.upwards ? place.reveal(root.item) : place.bringUp(root.item);
         }
     }
 }

@@ -6,9 +6,6 @@ import Corvane
 Rectangle {
     id: root
 
-    /// Whether Colima is being started from here.
-    property bool startsColima: false
-
     implicitHeight: column.implicitHeight + 24
     color: Theme.faded(Theme.red, 0.1)
     Accessible.role: Accessible.AlertMessage
@@ -48,18 +45,17 @@ Rectangle {
         RowLayout {
             spacing: 8
 
-            PushButton {
-                objectName: "startPiholeNowButton"
+            TestButton {
+                objectName: "startPiholeNow"
                 prominent: true
-                enabled: !Looks.operating && !Looks.controlling
-                text: qsTr("Start Pi-hole now")
-                onClicked: {
-                    root.startsColima = true;
-                    Commands.startPiholeNow();
-                }
+                title: qsTr("Start Pi-hole now")
+                busy: Looks.controlling && Looks.bannerTellsStart
+                allowed: !Looks.operating && !Looks.controlling
+                onPressed: Commands.startPiholeNow(Place.Banner)
             }
             RestoreButton {
                 objectName: "bannerRestore"
+                place: Place.Banner
             }
             PushButton {
                 objectName: "hideBannerButton"
@@ -70,24 +66,25 @@ Rectangle {
         MessageText {
             Layout.fillWidth: true
             objectName: "bannerDnsMessage"
-            text: App.dnsMessage
+            text: Looks.bannerTellsDNS ? App.dnsMessage : ""
         }
         MessageText {
             Layout.fillWidth: true
             objectName: "bannerStartMessage"
-            text: App.startMessage
+            text: Looks.bannerTellsStart ? App.startMessage : ""
         }
         OperationLogView {
             objectName: "bannerStartLog"
             Layout.fillWidth: true
             op: App.startOp
+            own: op.failureSummary.length > 0
             passing: true
         }
         OperationLogView {
             objectName: "bannerMaintLog"
             Layout.fillWidth: true
             op: App.maintOp
-            visible: root.startsColima && Looks.startingColima
+            visible: Looks.startingColima && Looks.bannerTellsStart
         }
     }
 }

@@ -9,10 +9,13 @@ Rectangle {
     required property OperationRunner op
     property bool showDetails: false
 
-    /// Where an operation belongs to another screen, it is shown only while it runs or when it failed.
+    /// Whether its end is told here. Another screen's operation keeps controls off here too, so it is shown while it
+    /// runs; how it ended is told where it began.
+    property bool own: true
+    /// Whether a good end needs no word.
     property bool passing: false
 
-    visible: root.op.running || (root.op.ended && !(root.passing && root.op.succeeded))
+    visible: root.op.running || (root.op.ended && root.own && !(root.passing && root.op.succeeded))
     implicitHeight: column.implicitHeight + 20
     radius: Theme.radius + 2
     color: Theme.tinted

@@ -8,6 +8,8 @@ GroupBox {
     objectName: "portsPanel"
     title: qsTr("Ports in use")
     visible: Looks.takenPorts.count > 0
+    Component.onCompleted: Looks.showPorts()
+    onVisibleChanged: if (visible) Looks.showPorts()
 
     Repeater {
         model: Looks.takenPorts
@@ -56,7 +58,7 @@ GroupBox {
             choices: Looks.freePorts
             value: ""
             placeholder: qsTr("Choose")
-            onPicked: choice => Commands.changeWebPortAndCheck(parseInt(choice))
+            onPicked: choice => Commands.changeWebPort(parseInt(choice))
         }
     }
     NoteText {

@@ -3,8 +3,13 @@ import Corvane
 
 // Puts the old DNS servers back; waits while they are being changed.
 TestButton {
+    id: root
+
+    /// Where it stands: how it went is told there.
+    required property int place
+
     title: qsTr("Restore my old settings")
     busy: Looks.restoringDNS
     allowed: !Looks.applyingDNS
-    onPressed: Commands.restoreOldSettings()
+    onPressed: Commands.restoreOldSettings(root.place)
 }

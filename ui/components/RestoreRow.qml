@@ -10,10 +10,11 @@ RowLayout {
 
     RestoreButton {
         objectName: root.objectName
+        place: Place.SetUp
     }
     MessageText {
         objectName: root.objectName + "Message"
         Layout.fillWidth: true
-        text: App.dnsMessage
+        text: Looks.bannerTellsDNS ? "" : App.dnsMessage
     }
 }

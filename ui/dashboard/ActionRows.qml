@@ -29,7 +29,7 @@ Column {
                 objectName: "startButton"
                 text: qsTr("Start")
                 enabled: Looks.canStart
-                onClicked: Commands.startPiholeNow()
+                onClicked: Commands.startPiholeNow(Place.Dashboard)
             }
             PushButton {
                 objectName: "stopButton"
@@ -45,7 +45,7 @@ Column {
             }
             Spinner {
                 objectName: "controllingSpinner"
-                visible: Looks.controlling
+                visible: Looks.controlling && !Looks.bannerTellsStart
                 height: Theme.sized(24)
                 label: qsTr("Pi-hole: working")
             }
@@ -62,6 +62,7 @@ Column {
             }
             RestoreButton {
                 objectName: "restoreOldSettings"
+                place: Place.Dashboard
             }
         }
         CheckList {
@@ -76,7 +77,7 @@ Column {
         width: root.width
         op: App.maintOp
         passing: true
-        visible: Looks.startingColima && !App.showDeadDNSBanner
+        visible: Looks.startingColima && !Looks.bannerTellsStart
     }
     MessageRoom {
         width: root.width
@@ -84,13 +85,13 @@ Column {
         MessageText {
             objectName: "startMessage"
             width: parent.width
-            text: App.startMessage
+            text: Looks.bannerTellsStart ? "" : App.startMessage
             color: Theme.orangeText
         }
         MessageText {
             objectName: "dnsMessage"
             width: parent.width
-            text: App.dnsMessage
+            text: Looks.bannerTellsDNS ? "" : App.dnsMessage
         }
     }
 }

@@ -14,11 +14,12 @@ Column {
         width: root.width
         spacing: Theme.gap
 
-        PushButton {
-            objectName: "refreshLogButton"
-            text: qsTr("Refresh")
-            enabled: !App.following
-            onClicked: Commands.loadLogs()
+        TestButton {
+            objectName: "refreshLog"
+            title: qsTr("Refresh")
+            busy: Looks.loadingLog
+            allowed: !App.following
+            onPressed: Commands.loadLogs()
         }
         Toggle {
             objectName: "followSwitch"

@@ -47,10 +47,17 @@ Column {
         width: root.width
 
         MessageText {
+            id: apiMessage
             objectName: "apiMessage"
             width: parent.width
             text: App.apiMessage
             color: Theme.orangeText
+
+            BringUp {
+                item: apiMessage
+                words: Looks.logTrouble // is pressed for further down
+                upwards: true
+            }
         }
     }
 }

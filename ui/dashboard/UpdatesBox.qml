@@ -19,11 +19,12 @@ GroupBox {
     Row {
         spacing: Theme.gap
 
-        PushButton {
-            objectName: "checkForUpdatesButton"
-            text: qsTr("Check for updates")
-            enabled: !Looks.operating
-            onClicked: Commands.checkForUpdates()
+        TestButton {
+            objectName: "checkForUpdates"
+            title: qsTr("Check for updates")
+            busy: Looks.askingForUpdates
+            allowed: !Looks.operating
+            onPressed: Commands.checkForUpdates()
         }
         PushButton {
             objectName: "updateButton"

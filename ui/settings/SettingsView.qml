@@ -46,6 +46,7 @@ ColumnLayout {
                 objectName: "settingsInstallLog"
                 width: parent.width
                 op: App.installOp
+                own: Looks.changesAutostart
                 passing: true
             }
         }
@@ -68,6 +69,7 @@ ColumnLayout {
                 objectName: "settingsMaintLog"
                 width: parent.width
                 op: App.maintOp
+                own: Looks.movesPort
                 passing: true
             }
         }

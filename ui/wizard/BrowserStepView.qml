@@ -24,14 +24,16 @@ StepScaffold {
             onClicked: Commands.allowBrowserRead()
         }
     }
-    PushButton {
-        objectName: "checkBrowsersButton"
+    TestButton {
+        objectName: "checkBrowsers"
         visible: App.browserReadAllowed
-        text: qsTr("Check again")
-        onClicked: Commands.scanBrowsers()
+        title: qsTr("Check again")
+        busy: Looks.scanningBrowsers
+        onPressed: Commands.scanBrowsers()
     }
     BodyText {
-        visible: App.browserReadAllowed && Looks.browsers.count === 0
+        objectName: "noBrowserText"
+        visible: App.browserReadAllowed && !Looks.scanningBrowsers && Looks.browsers.count === 0
         text: qsTr("No known browser found.")
     }
     Repeater {

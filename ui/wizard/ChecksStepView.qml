@@ -22,6 +22,7 @@ StepScaffold {
         objectName: "checksMaintLog"
         width: parent.width
         op: App.maintOp
+        own: Looks.movesPort
         passing: true
     }
     TestButton {

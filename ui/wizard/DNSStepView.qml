@@ -37,6 +37,7 @@ StepScaffold {
             }
             RestoreButton {
                 objectName: "dnsRestore"
+                place: Place.SetUp
             }
             TestButton {
                 objectName: "reloadServices"
@@ -51,7 +52,7 @@ StepScaffold {
             MessageText {
                 objectName: "dnsMessage"
                 width: parent.width
-                text: App.dnsMessage
+                text: Looks.bannerTellsDNS ? "" : App.dnsMessage
                 color: Theme.text
             }
             MessageText {

@@ -40,7 +40,7 @@ StepScaffold {
         MessageText {
             objectName: "piholeStartMessage"
             width: parent.width
-            text: App.startMessage
+            text: Looks.bannerTellsStart ? "" : App.startMessage
             color: Theme.orangeText
         }
     }
@@ -48,6 +48,7 @@ StepScaffold {
         objectName: "startLog"
         width: parent.width
         op: App.startOp
+        own: op.succeeded || op.failureSummary.length > 0 // it may have been forgotten
     }
     PortsPanel {
         width: parent.width
@@ -57,6 +58,7 @@ StepScaffold {
         objectName: "portLog"
         width: parent.width
         op: App.maintOp
+        own: Looks.movesPort
         passing: true
     }
     CheckList {
