@@ -61,11 +61,10 @@ TEST(CommandLimits, A_child_that_ignores_the_request_is_left_running_after_two_s
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    const CommandResult result = runChild({u"ignore-term"_s, u"120"_s}, 0.5);
+    const CommandResult result = runChild({u"ignore-term"_s, u"15"_s}, 0.5);
     EXPECT_TRUE(result.timedOut);
-    EXPECT_EQ(result.status, -1);
+    EXPECT_EQ(result.status, -1) << "whoever waits for more than two seconds sees it end by itself";
     EXPECT_GE(elapsed.elapsed(), 2500);
-    EXPECT_LT(elapsed.elapsed(), 60'000);
     const pid_t survivor = result.standardOutput.section(u' ', 1).trimmed().toInt();
     ASSERT_GT(survivor, 0);
     EXPECT_FALSE(isGone(survivor)) << "it must never be killed";
