@@ -77,13 +77,13 @@ TEST_F(WizardTexts, Of_step_4)
     qputenv("TZ", "Europe/Berlin");
     begin("stopped");
     openStep(4);
-    qputenv("TZ", zone);
     EXPECT_TRUE(appear({"Start Pi-hole",
                         "Choose an admin password for Pi-hole's web page. It is kept in your Keychain. Time zone: "
                         "Europe/Berlin. Pinned "
                         "Pi-hole version: 2026.09.0.",
                         "Admin password", "Generate", "Copy", "Start Pi-hole", "Docker is not running yet (step 3).",
                         "The first start can take a minute or two while Pi-hole gets going.", "Test"}));
+    qputenv("TZ", zone);
     click(QStringLiteral("passwordField"));
     press(Qt::Key_A, Qt::ControlModifier);
     type(QStringLiteral("seven77"));
