@@ -13,8 +13,6 @@ constexpr double kHelpTimeout = 10;
 
 std::optional<QString> findBrew() { return Tools::find(QStringLiteral("brew"), ColimaManager::homebrewDirs()); }
 
-std::optional<QString> findColima() { return Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()); }
-
 CommandStep stopColima(const QString &colima, const QString &label)
 {
     return {.label = label, .exe = colima, .args = {QStringLiteral("stop")}, .allowFailure = true};
@@ -63,9 +61,11 @@ const QStringList &ColimaManager::startArguments()
     return arguments;
 }
 
+std::optional<QString> ColimaManager::find() { return Tools::find(QStringLiteral("colima"), homebrewDirs()); }
+
 std::optional<QString> ColimaManager::expectedColimaPath()
 {
-    if (const auto colima = findColima()) return colima;
+    if (const auto colima = find()) return colima;
     const auto brew = findBrew();
     if (!brew) return std::nullopt;
     return QFileInfo(*brew).path() + QStringLiteral("/colima");
@@ -93,7 +93,7 @@ CommandSteps ColimaManager::installSteps()
 
 CommandSteps ColimaManager::startSteps()
 {
-    const auto colima = findColima();
+    const auto colima = find();
     if (!colima) return {};
     return {{.label = QStringLiteral("colima start"), .exe = *colima, .args = startArguments()}};
 }
@@ -101,14 +101,14 @@ CommandSteps ColimaManager::startSteps()
 CommandSteps ColimaManager::autostartSteps(bool enable, bool colimaRunning)
 {
     const auto brew = findBrew();
-    const auto colima = findColima();
+    const auto colima = find();
     if (!brew || !colima) return {};
     return enable ? switchOnSteps(*brew, *colima, colimaRunning) : switchOffSteps(*brew, *colima);
 }
 
 QCoro::Task<bool> ColimaManager::supportsPortForwarderFlag()
 {
-    const auto colima = findColima();
+    const auto colima = find();
     if (!colima) co_return false;
     const QStringList help{QStringLiteral("start"), QStringLiteral("--help")};
     const Environment nothingExtra;
@@ -118,7 +118,7 @@ QCoro::Task<bool> ColimaManager::supportsPortForwarderFlag()
 
 CommandSteps ColimaManager::restartWithGrpcSteps()
 {
-    const auto colima = findColima();
+    const auto colima = find();
     if (!colima) return {};
     const QStringList forwarder{QStringLiteral("--port-forwarder"), QStringLiteral("grpc")};
     return {

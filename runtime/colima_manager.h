@@ -17,6 +17,8 @@ public:
     /// "start" with Corvane's fixed sizes: 2 CPUs, 2 GiB of memory, 10 GiB of disk.
     [[nodiscard]] static const QStringList &startArguments();
 
+    /// The installed colima.
+    [[nodiscard]] static std::optional<QString> find();
     /// The installed colima, or where Homebrew will put it; absent when neither is found.
     [[nodiscard]] static std::optional<QString> expectedColimaPath();
     [[nodiscard]] static CommandSteps installSteps();
