@@ -2,6 +2,7 @@
 #include "app/busy_key.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
+#include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
 
 #include <QPointer>
@@ -110,11 +111,27 @@ QCoro::Task<> AppModel::finishStart()
         setStartMessage(QStringLiteral("Pi-hole is not installed yet. Run step 4 of the wizard."));
         co_return;
     }
-    const QStringList start{QStringLiteral("start"), QStringLiteral("pihole")};
-    const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
+    const QString problem = co_await makeRoom();
     if (!alive) co_return;
-    if (!result.succeeded()) setStartMessage(DockerCLI::friendlyError(result.combined()));
+    setStartMessage(problem);
+    if (problem.isEmpty()) {
+        const QStringList start{QStringLiteral("start"), QStringLiteral("pihole")};
+        const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
+        if (!alive) co_return;
+        if (!result.succeeded()) setStartMessage(DockerCLI::friendlyError(result.combined()));
+    }
     co_await refreshStatus(true);
+}
+
+/// Lets Colima's own name service give way to the container; who else is in its way, as a sentence.
+QCoro::Task<QString> AppModel::makeRoom()
+{
+    const QPointer<AppModel> alive(this);
+    const MachinePort port = co_await MachinePort::ask();
+    if (!alive || port.holder() != MachinePort::Holder::NameService) co_return port.problem();
+    setStartMessage(MachinePort::kMakingRoom + QStringLiteral("..."));
+    co_await MachinePort::makeRoom();
+    co_return {};
 }
 
 QCoro::Task<> AppModel::stopPihole(Place::Name from) { return control(QStringLiteral("stop"), from); }

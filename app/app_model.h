@@ -163,6 +163,7 @@ public:
     static constexpr QLatin1StringView kStartingColima{"Starting Colima"};
     [[nodiscard]] QCoro::Task<> startPiholeNow(Place::Name from = Place::Dashboard);
     [[nodiscard]] QCoro::Task<> finishStart();
+    [[nodiscard]] QCoro::Task<QString> makeRoom();
     [[nodiscard]] QCoro::Task<> stopPihole(Place::Name from = Place::Dashboard);
     [[nodiscard]] QCoro::Task<> restartPihole();
     /// What the menu offers.

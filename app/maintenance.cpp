@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "app/busy_key.h"
+#include "app/container_steps.h"
 #include "app/file_work.h"
 #include "app/operation_title.h"
 #include "app/release_feed.h"
@@ -35,6 +36,18 @@ QString updateBackupPath(const QString &newTag)
 {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     return AppPaths::backupsDir().filePath(QStringLiteral("pihole-backup-%1-before-%2.zip").arg(time, newTag));
+}
+
+/// Why the admin page cannot move to this port, as a sentence; empty when it can.
+QString webPortProblem(int port)
+{
+    const auto probed = static_cast<quint16>(std::clamp(port, 0, 65535));
+    if (PortChecker::probe(probed, false) == PortProbe::InUse)
+        return QStringLiteral("Port %1 is already in use.").arg(port);
+    // The next start would not take it from the settings.
+    if (port < PersistedSettings::kDefaultWebPort || port > PersistedSettings::kLastWebPort)
+        return QStringLiteral("Port %1 cannot be used. Pick one from 8080 to 8090.").arg(port);
+    return {};
 }
 
 } // namespace
@@ -106,8 +119,14 @@ QCoro::Task<QString> AppModel::saveBackupBefore(QString newTag)
 QCoro::Task<> AppModel::startUpdate(QString newTag)
 {
     const QPointer<AppModel> alive(this);
-    const CommandSteps pull = PiholeController::pullSteps(newTag, composeAvailable());
-    if (pull.isEmpty()) {
+    const WantedContainer wanted{newTag, webPort(), composeAvailable(), true};
+    const auto steps = co_await containerSteps(wanted);
+    if (!alive) co_return;
+    if (!steps) {
+        setUpdateMessage(steps.error());
+        co_return;
+    }
+    if (steps->isEmpty()) {
         setNotice(QStringLiteral("docker was not found."));
         co_return;
     }
@@ -122,8 +141,7 @@ QCoro::Task<> AppModel::startUpdate(QString newTag)
         setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + written.error());
         co_return;
     }
-    m_maintOp.start(QStringLiteral("Updating Pi-hole to ") + newTag,
-                    pull + PiholeController::upSteps(newTag, webPort(), composeAvailable()),
+    m_maintOp.start(QStringLiteral("Updating Pi-hole to ") + newTag, *steps,
                     [this, oldTag, newTag](bool succeeded) { launch(finishUpdate(succeeded, oldTag, newTag)); });
 }
 
@@ -155,32 +173,36 @@ void AppModel::setLaunchAtLogin(bool on)
 
 QCoro::Task<> AppModel::changeWebPort(int port)
 {
-    if (port == webPort() || maintains()) co_return;
-    setNotice({});
-    const auto probed = static_cast<quint16>(std::clamp(port, 0, 65535));
-    if (PortChecker::probe(probed, false) == PortProbe::InUse) {
-        setNotice(QStringLiteral("Port %1 is already in use.").arg(port));
+    const QString key = QStringLiteral("container");
+    if (port == webPort() || maintains() || busy().contains(key)) co_return;
+    setNotice(webPortProblem(port));
+    if (!notice().isEmpty()) co_return;
+    const bool setUp = !adminPassword().isEmpty() && QFile::exists(PiholeController::composeFile());
+    if (!setUp) { // There is no container to move yet.
+        setWebPort(port);
+        configureAPI();
         co_return;
     }
-    // The next start would not take it from the settings.
-    if (port < PersistedSettings::kDefaultWebPort || port > PersistedSettings::kLastWebPort) {
-        setNotice(QStringLiteral("Port %1 cannot be used. Pick one from 8080 to 8090.").arg(port));
+    const BusyKey mark(this, key);
+    const QPointer<AppModel> alive(this);
+    const WantedContainer wanted{pinnedTag(), port, composeAvailable(), false};
+    const auto steps = co_await containerSteps(wanted);
+    if (!alive || maintains()) co_return;
+    if (!steps) {
+        setNotice(steps.error());
         co_return;
     }
     setWebPort(port);
     configureAPI();
-    const bool setUp = !adminPassword().isEmpty() && QFile::exists(PiholeController::composeFile());
-    if (!setUp) co_return; // There is no container to move yet.
     if (const auto written = PiholeController::writeFiles(pinnedTag(), port, adminPassword()); !written) {
         setNotice(QStringLiteral("Could not write the new compose file: ") + written.error());
         co_return;
     }
-    const CommandSteps steps = PiholeController::upSteps(pinnedTag(), port, composeAvailable());
-    if (steps.isEmpty()) {
+    if (steps->isEmpty()) {
         setNotice(QStringLiteral("docker was not found."));
         co_return;
     }
-    m_maintOp.start(QString(OperationTitle::kMovingPort).arg(port), steps,
+    m_maintOp.start(QString(OperationTitle::kMovingPort).arg(port), *steps,
                     [this](bool succeeded) { finishPortChange(succeeded); });
 }
 

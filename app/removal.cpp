@@ -3,6 +3,7 @@
 #include "dns/dns_configurator.h"
 #include "exec/keychain.h"
 #include "runtime/docker_cli.h"
+#include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
 
 #include <QFile>
@@ -102,6 +103,7 @@ QCoro::Task<> AppModel::removeContainer()
     const QStringList volumeRemoval{QStringLiteral("volume"), QStringLiteral("rm"), QStringLiteral("pihole_etc"),
                                     QStringLiteral("pihole_dnsmasq")};
     const CommandResult volumes = co_await DockerCLI::run(volumeRemoval, kRemoveVolumesTimeout);
+    if (isGone(container)) co_await MachinePort::giveRoomBack();
     if (!alive) co_return;
 
     QFile::remove(PiholeController::composeFile());

@@ -1,6 +1,7 @@
 #include "app/admin_password.h"
 #include "app/app_model.h"
 #include "app/busy_key.h"
+#include "app/container_steps.h"
 #include "app/file_work.h"
 #include "app/operation_title.h"
 #include "checks/port_checker.h"
@@ -170,8 +171,14 @@ QCoro::Task<bool> AppModel::piholeCanStart()
 QCoro::Task<> AppModel::startContainer(QString password)
 {
     const QPointer<AppModel> alive(this);
-    const CommandSteps pull = PiholeController::pullSteps(pinnedTag(), composeAvailable());
-    if (pull.isEmpty()) {
+    const WantedContainer wanted{pinnedTag(), webPort(), composeAvailable(), true};
+    const auto steps = co_await containerSteps(wanted);
+    if (!alive || maintains()) co_return;
+    if (!steps) {
+        setStartMessage(steps.error());
+        co_return;
+    }
+    if (steps->isEmpty()) {
         setNotice(QStringLiteral("docker was not found."));
         co_return;
     }
@@ -188,13 +195,11 @@ QCoro::Task<> AppModel::startContainer(QString password)
     }
     if (maintains()) co_return;
     configureAPI();
-    m_startOp.start(QStringLiteral("Starting Pi-hole"),
-                    pull + PiholeController::upSteps(pinnedTag(), webPort(), composeAvailable()),
-                    [this](bool succeeded) {
-                        if (succeeded) launch(runPiholeTests(true));
-                        // Who holds the port is read with the checks.
-                        if (m_startOp.failureSummary() == DockerCLI::kPortInUse) launch(runSystemChecks());
-                    });
+    m_startOp.start(QStringLiteral("Starting Pi-hole"), *steps, [this](bool succeeded) {
+        if (succeeded) launch(runPiholeTests(true));
+        // Who holds the port is read with the checks.
+        if (m_startOp.failureSummary() == DockerCLI::kPortInUse) launch(runSystemChecks());
+    });
 }
 
 } // namespace corvane

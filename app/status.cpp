@@ -1,11 +1,27 @@
 #include "app/app_model.h"
 #include "dns/dns_configurator.h"
+#include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
 
 #include <QPointer>
 #include <QScopeGuard>
 
 namespace corvane {
+
+namespace {
+
+/// Whether an answer on this Mac can be Pi-hole's: without a running container it may come from the name service of
+/// Colima's virtual machine, whose ports are forwarded too.
+QCoro::Task<bool> mayAnswer(ContainerState container)
+{
+    const bool knownToBeDown =
+        container.kind() == ContainerState::Kind::Stopped || container.kind() == ContainerState::Kind::Missing;
+    if (!knownToBeDown) co_return true;
+    const MachinePort port = co_await MachinePort::ask();
+    co_return port.holder() != MachinePort::Holder::NameService;
+}
+
+} // namespace
 
 QCoro::Task<> AppModel::refreshStatus(bool includeStats)
 {
@@ -22,8 +38,9 @@ QCoro::Task<> AppModel::refreshStatus(bool includeStats)
 
     const DigResult reply = co_await PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), false,
                                                            QStringLiteral("127.0.0.1"));
+    const bool fromPihole = reply.answered() && co_await mayAnswer(container);
     if (!alive) co_return;
-    setAnswering(reply.answered());
+    setAnswering(fromPihole);
 
     const ResolverReport report = co_await DNSConfigurator::resolverReport();
     if (!alive) co_return;
