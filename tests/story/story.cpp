@@ -121,6 +121,19 @@ void Story::addPihole()
             return m_model.startMessage().isEmpty() ? operationProblem(m_model.startOp()) : m_model.startMessage();
         });
     add(
+        QStringLiteral("Colima forwards TCP only, so DNS over UDP does not arrive yet"), [] {},
+        [this] {
+            return unless(m_model.udpProblem() && m_model.tcpWorks() && m_model.grpcFlagSupported(),
+                          failedRows(m_model.piholeChecks()));
+        });
+    add(
+        QStringLiteral("Colima is restarted with the other forwarder, and the tests go on by themselves"),
+        [this] {
+            toEnd(m_model.fixUDPForwarding());
+            settle(m_model, [this] { return passed(m_model.outcomes(), QStringLiteral("pihole")); });
+        },
+        [this] { return operationProblem(m_model.startOp()); });
+    add(
         QStringLiteral("Its container is healthy, its page and its DNS answer"),
         [this] { toEnd(m_model.runPiholeTests(false)); },
         [this] {

@@ -40,6 +40,13 @@ def install(stage):
 
 def start(stage):
     stage.use("Start Pi-hole")
+    stage.sees("UDP port 53 is probably not reaching your Mac")
+    stage.sees_start("This is usual right after Colima was installed.")
+    stage.picture("udp-help")
+    tick("Room was made in Colima's virtual machine; Pi-hole runs, but Colima forwards TCP only")
+    stage.use("Restart Colima with UDP forwarding for me")
+    stage.use("Restart Colima")
+    stage.program.gone("UDP port 53 is probably not reaching your Mac")
     stage.sees("Running and healthy.")
     stage.program.see("Answer: ", start=True)
     stage.picture("start")

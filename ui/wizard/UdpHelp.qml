@@ -13,6 +13,12 @@ GroupBox {
         words: root.visible ? root.title : ""
     }
     BodyText {
+        objectName: "udpIsUsual"
+        width: parent.width
+        visible: App.tcpWorks && App.grpcFlagSupported
+        text: qsTr("This is usual right after Colima was installed. One restart of Colima mends it for good; Pi-hole keeps its settings, and the tests go on by themselves.")
+    }
+    BodyText {
         width: parent.width
         text: qsTr("The container is healthy, but DNS over UDP gets no answer. Colima's default SSH port forwarder only forwards TCP; the gRPC forwarder also forwards UDP.")
     }
