@@ -209,21 +209,39 @@ TEST_F(RealEngine, Removal_leaves_neither_container_nor_volumes)
     EXPECT_TEXT(model().notice(), "Pi-hole was removed.") << "what is gone already is no trouble";
 }
 
-TEST_F(RealEngine, A_taken_port_53_is_told_in_plain_words)
+TEST_F(RealEngine, Another_holder_of_port_53_is_named_before_anything_is_done)
 {
-    Mac::ctl(QStringLiteral("take-port 53 tcp --as unbound"));
+    for (const char *const protocol : {"tcp", "udp"}) {
+        Mac::reset(QStringLiteral("engine"));
+        Mac::ctl(QStringLiteral("machine room"));
+        Mac::ctl(QStringLiteral("take-port 53 %1 --as unbound --in-machine").arg(QLatin1String(protocol)));
+        model().setPasswordInput(kPassword);
+        run(model().startPihole());
+        EXPECT_TEXT(model().startMessage(), "Port 53 is taken inside Colima's virtual machine, by the program "
+                                            "'unbound'. Stop it there, then try again.");
+        EXPECT_FALSE(model().startOp()->ended()) << protocol;
+    }
+}
+
+TEST_F(RealEngine, A_taken_port_53_of_a_machine_that_cannot_be_asked_is_told_in_plain_words)
+{
+    Mac::ctl(QStringLiteral("take-port 53 tcp --as unbound --in-machine"));
+    Mac::ctl(QStringLiteral("fault colima fail 1 --when ssh*"));
     model().setPasswordInput(kPassword);
     run(model().startPihole());
     waitForOperation(model().startOp());
     EXPECT_FALSE(model().startOp()->succeeded());
     EXPECT_TEXT(model().startOp()->failureText(), kPortInUse);
     EXPECT_EQ(containerState(), ContainerState::stopped(QStringLiteral("created")));
+}
 
-    Mac::reset(QStringLiteral("engine"));
-    Mac::ctl(QStringLiteral("take-port 53 udp --as unbound"));
-    run(model().startPihole());
-    waitForOperation(model().startOp());
-    EXPECT_TEXT(model().startOp()->failureText(), kPortInUse);
+TEST_F(RealEngine, A_container_that_colimas_name_service_kept_out_starts_after_room_was_made)
+{
+    Mac::ctl(QStringLiteral("machine no-room"));
+    setUpPihole();
+    EXPECT_TRUE(model().startOp()->lines().first().startsWith(QLatin1String("> Making room for Pi-hole")));
+    expectHealthy();
+    EXPECT_TRUE(answers(false));
 }
 
 TEST_F(RealEngine, What_goes_wrong_in_docker_is_told_in_plain_words)

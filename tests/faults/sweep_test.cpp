@@ -50,6 +50,7 @@ protected:
     {
         Mac::reset(QLatin1String(scene.state));
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
+        Mac::ctl(QStringLiteral("forwarder grpc"));
         if (QLatin1String(scene.name) == QLatin1String("mending UDP")) Mac::ctl(QStringLiteral("forwarder ssh"));
         if (QLatin1String(scene.state) != QLatin1String("protected"))
             Mac::ctl(QStringList{QStringLiteral("servers"), kWifi, kOldServer});

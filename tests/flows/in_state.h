@@ -28,12 +28,23 @@ protected:
     {}
 };
 
-/// The engine runs and has no container.
+/// The engine runs as it does after Colima was installed: it has no container and its machine no room for Pi-hole.
+class Fresh : public FlowTest {
+protected:
+    Fresh()
+        : FlowTest(QStringLiteral("engine"))
+    {}
+};
+
+/// The engine runs and has no container; its machine has room, and UDP is forwarded.
 class Engine : public FlowTest {
 protected:
     Engine()
         : FlowTest(QStringLiteral("engine"))
-    {}
+    {
+        Mac::ctl(QStringLiteral("machine room"));
+        Mac::ctl(QStringLiteral("forwarder grpc"));
+    }
 };
 
 /// Pi-hole runs; the Mac still asks the router.

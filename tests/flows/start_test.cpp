@@ -135,8 +135,9 @@ TEST_F(Engine, A_taken_port_53_is_found_before_the_start_where_it_may_be_tested)
     Mac::ctl(QStringLiteral("port53 deny"));
 }
 
-TEST_F(Engine, A_taken_port_53_that_may_not_be_tested_is_dockers_to_find)
+TEST_F(Engine, A_taken_port_53_of_a_machine_that_cannot_be_asked_is_dockers_to_find)
 {
+    Mac::ctl(QStringLiteral("fault colima fail 1 --when ssh*"));
     Mac::ctl(QStringLiteral("take-port 53 tcp --as unbound --in-machine"));
     model().setPasswordInput(kPassword);
     run(model().startPihole());

@@ -32,7 +32,8 @@ TEST_F(Start, Says_why_it_did_not_succeed)
          "The Colima disk is full. Free some space (for example 'docker system prune') or recreate Colima with a "
          "bigger "
          "disk."},
-        {"engine", "take-port 53 tcp --as unbound --in-machine",
+        {"engine",
+         "fault|docker|fail|125|failed to bind host port 127.0.0.1:8080/tcp: address already in use|--when|run *",
          "A port that Pi-hole needs is already in use. Pick another web port (8081 to 8090) or stop whatever uses port "
          "53."},
         {"engine", "internet off",
@@ -71,6 +72,26 @@ TEST_F(Start, Tells_its_steps)
     settle();
     EXPECT_TRUE(logged("startLog", "> docker compose pull"));
     EXPECT_TRUE(logged("startLog", "> docker compose up -d"));
+}
+
+TEST_F(Start, Says_that_it_makes_room_and_who_takes_it)
+{
+    begin("engine");
+    openStep(4);
+    pressButton("Start Pi-hole");
+    EXPECT_TRUE(appears("Finished."));
+    settle();
+    EXPECT_TRUE(logged("startLog", "> Making room for Pi-hole in Colima's virtual machine"));
+    EXPECT_TRUE(appears("This is usual right after Colima was installed. One restart of Colima mends it for good; "
+                        "Pi-hole keeps its settings, and the tests go on by themselves."));
+
+    begin("engine");
+    mac("machine room");
+    mac("take-port 53 tcp --as unbound --in-machine");
+    openStep(4);
+    pressButton("Start Pi-hole");
+    EXPECT_TRUE(appears("Port 53 is taken inside Colima's virtual machine, by the program 'unbound'. Stop it there, "
+                        "then try again."));
 }
 
 TEST_F(Start, Can_be_cancelled)

@@ -196,6 +196,7 @@ class EngineTest(ContainerCase):
         self.mac.shell("mkdir -p \"$HOME/x\"; echo FTLCONF_webserver_api_password=Aa-_.@+9 > \"$HOME/x/my env\"")
         arguments = run_arguments(port=8085, env_file="/Users/ada/x/my env")
         self.assertEqual(len(arguments), 27)
+        self.mac.ctl("machine", "room")
         result = self.docker(*arguments)
         self.assertRegex(result.out, r"^[0-9a-f]{64}\n$")
         self.assertIn("Unable to find image 'pihole/pihole:2026.09.0' locally\n", result.err)

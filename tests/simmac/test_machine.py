@@ -14,11 +14,6 @@ IN_USE = "failed to bind host port 127.0.0.1:53/tcp: address already in use"
 class MachineCase(ContainerCase):
     state = "engine"
 
-    def setUp(self):
-        super().setUp()
-        self.mac.ctl("colima-release", "0.10")
-        self.mac.ctl("forwarder", "ssh")
-
     def holders(self):
         """Local address and name of what holds port 53 over IPv4 in the machine."""
         rows = [line.split() for line in self.colima(*ASK).out.splitlines()]
@@ -78,6 +73,26 @@ class DnsmasqTest(MachineCase):
         script = "echo nonsense=1 > /etc/dnsmasq.d/03-wrong.conf; systemctl restart dnsmasq"
         self.assertSays(self.colima("ssh", "--", "sudo", "sh", "-c", script), 1, "Job for dnsmasq.service failed")
         self.assertEqual(self.holders(), set())
+
+
+class StatesTest(MachineCase):
+    def found(self):
+        containers = self.mac.ctl("status")["containers"]
+        machine = containers["machine"]
+        return machine["on"], machine["dnsmasq"], machine["room"], containers["forwarder"]
+
+    def test_Colima_is_new_until_pihole_was_set_up(self):
+        for state, expected in (("stopped", (False, True, False, "ssh")), ("engine", (True, True, False, "ssh")),
+                                ("running", (True, True, True, "grpc")), ("dead", (True, True, True, "grpc")),
+                                ("dead-engine", (False, True, True, "grpc")), ("bare", (False, True, False, "ssh"))):
+            self.mac.ctl("reset", state)
+            self.assertEqual(self.found(), expected, state)
+
+    def test_Reset_undoes_whatever_was_done_in_there(self):
+        self.mac.ctl("take-port", "53", "tcp", "--as", "named", "--on", "127.0.0.9", "--in-machine")
+        self.colima("ssh", "--", "sudo", "sh", "-c", "echo x > /etc/dnsmasq.d/03-wrong.conf; systemctl restart dnsmasq")
+        self.mac.ctl("reset", "engine")
+        self.assertEqual(self.holders(), {("127.0.0.1:53", "dnsmasq"), ("192.168.5.1:53", "dnsmasq")})
 
 
 class SshTest(MachineCase):

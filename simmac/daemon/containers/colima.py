@@ -4,8 +4,8 @@ from daemon.containers.errors import CONTEXT
 from daemon.machine.forwarder import Forwarder
 from daemon.machine.machine import Machine
 
-NEWEST = "0.8"
-FIRST_FORWARDER = "grpc"
+NEWEST = "0.10"
+FIRST_FORWARDER = "ssh"     # carries TCP only
 VERSIONS = {"0.10": "0.10.3", "0.8": "0.8.4"}
 FORWARDERS = ("ssh", "grpc", "none")
 
