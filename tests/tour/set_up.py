@@ -138,16 +138,36 @@ def start_without_internet(stage):
 
 def start_with_port_taken(stage):
     """A start that meets a taken port shows who holds it."""
-    stage.begin("engine", "port53 grant", "take-port 53 udp --as dnsmasq")
+    stage.begin("engine", "machine room", "port53 grant", "take-port 53 udp --as unbound")
     stage.step(4)
     stage.use("Start Pi-hole")
     stage.sees_part("is in use by:")
     stage.picture("start-with-port-taken")
 
 
+def makes_room(stage):
+    """A start begins with making room for Pi-hole in Colima's virtual machine, and says so."""
+    stage.begin("engine", "forwarder grpc")
+    stage.step(4)
+    stage.use("Start Pi-hole")
+    stage.sees("Running and healthy.")
+    stage.use("Show details")
+    stage.sees_start("Log of: Starting Pi-hole")
+    stage.picture("room-made")
+
+
+def no_room(stage):
+    """What else holds the port in Colima's virtual machine is named, before anything is done."""
+    stage.begin("engine", "machine room", "take-port 53 udp --as named --in-machine")
+    stage.step(4)
+    stage.use("Start Pi-hole")
+    stage.sees_start("Port 53 is taken inside Colima's virtual machine, by the program 'named'.")
+    stage.picture("no-room")
+
+
 def udp_does_not_arrive(stage):
     """DNS over UDP that does not arrive is recognised and repaired."""
-    stage.begin("engine", "forwarder ssh")
+    stage.begin("engine")
     stage.step(4)
     stage.use("Start Pi-hole")
     stage.sees("UDP port 53 is probably not reaching your Mac", "Restart Colima with UDP forwarding for me")
@@ -163,7 +183,7 @@ def udp_does_not_arrive(stage):
 
 def udp_by_hand(stage):
     """A Colima without the option leaves the steps to the user."""
-    stage.begin("engine", "forwarder ssh", "port-forwarder-option off")
+    stage.begin("engine", "port-forwarder-option off")
     stage.step(4)
     stage.use("Start Pi-hole")
     stage.sees("This Colima version does not show a --port-forwarder option, so use the manual steps above.")
@@ -181,7 +201,8 @@ def nothing_blocked(stage):
 
 SCENES = (nothing_to_restore, unfit_mac, ports_taken, no_free_port, no_homebrew, installation_fails,
           quits_while_installing, docker_does_not_answer, colima_does_not_start, weak_password, start_without_internet,
-          start_with_port_taken, udp_does_not_arrive, udp_by_hand, nothing_blocked)
+          start_with_port_taken, makes_room, no_room,
+          udp_does_not_arrive, udp_by_hand, nothing_blocked)
 
 if __name__ == "__main__":
     sys.exit(play(SCENES))
