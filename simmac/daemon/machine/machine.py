@@ -5,6 +5,7 @@ import contextlib
 import os
 import shutil
 
+from daemon.control import Refused
 from daemon.machine import listeners
 from daemon.machine.gateway import Gateway
 from daemon.network import write_whole
@@ -189,4 +190,4 @@ async def _ip(batch):
     process = await asyncio.create_subprocess_exec("ip", "-batch", "-", stdin=asyncio.subprocess.PIPE)
     await process.communicate(batch.encode())
     if process.returncode != 0:
-        raise RuntimeError("The machine's network could not be made.")
+        raise Refused("This system has no pairs of network cards (veth), which the machine behind Colima needs.")
