@@ -28,6 +28,7 @@ GroupBox {
     }
     PushButton {
         objectName: "fixUdpButton"
+        prominent: true
         visible: App.grpcFlagSupported
         text: qsTr("Restart Colima with UDP forwarding for me")
         enabled: !Looks.operating
