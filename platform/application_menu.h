@@ -13,6 +13,9 @@ struct ApplicationCommands {
     std::function<void()> openSettings;
     /// Asked, never told: Corvane ends only through QCoreApplication::exit().
     std::function<void()> quit;
+    /// Told, never asked: the session ends. Corvane does what cannot be left undone, within moments and without a
+    /// question, and ends through QCoreApplication::exit() as well.
+    std::function<void()> endWithSession;
 };
 
 /// The application's menu at the top of the screen, there as long as the answer lives; null where a system has none.

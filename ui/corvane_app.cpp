@@ -2,6 +2,7 @@
 
 #include "app/launch.h"
 #include "exec/command_runner.h"
+#include "platform/attention.h"
 #include "ui/dot.h"
 #include "ui/fonts.h"
 
@@ -49,10 +50,11 @@ void CorvaneApp::start()
     m_statusItem = systemStatusItem();
     m_statusItem->setMenu(&m_menu);
     showIcon();
-    m_applicationMenu =
-        systemApplicationMenu({[this] { openWindow(); }, [this] { m_windows.openSettings(); }, [this] { quit(); }});
+    m_applicationMenu = systemApplicationMenu({[this] { openWindow(); }, [this] { m_windows.openSettings(); },
+                                               [this] { quit(); }, [this] { endWithSession(); }});
     m_wakeSignals = systemWakeSignals();
     connect(m_wakeSignals.get(), &WakeSignals::woke, this, [this] { launch(m_model.refreshStatus(true)); });
+    m_watching = platform::keepWatching();
     m_windows.openMain();
     launch(m_model.bootstrap());
 }
@@ -93,6 +95,13 @@ QCoro::Task<> CorvaneApp::askAndQuit()
         m_asksToQuit = false;
         if (!agreed) co_return;
     }
+    leave();
+}
+
+void CorvaneApp::endWithSession() { leave(); }
+
+void CorvaneApp::leave()
+{
     endChildren();
     // Not quit(): on a Mac that asks the system, which asks Corvane again.
     QCoreApplication::exit();

@@ -27,6 +27,8 @@ public:
     void start();
     /// Ends the program; asks first while a set-up step is under way.
     void quit();
+    /// Ends the program without a question: the user's session ends.
+    void endWithSession();
 
     /// The picture of the menu-bar item.
     [[nodiscard]] static QImage dot(MenuIcon icon, double scale);
@@ -36,6 +38,7 @@ private:
     void openWindow();
     void showIcon();
     [[nodiscard]] QCoro::Task<> askAndQuit();
+    void leave();
     void endChildren();
 
     std::unique_ptr<SettingsStore> m_settings;
@@ -53,6 +56,7 @@ private:
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<QObject> m_applicationMenu;
     std::unique_ptr<WakeSignals> m_wakeSignals;
+    std::shared_ptr<void> m_watching;
 };
 
 } // namespace corvane

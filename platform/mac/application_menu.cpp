@@ -1,6 +1,9 @@
 #include "platform/application_menu.h"
 
+#include "platform/session.h"
+
 #include <QEvent>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
@@ -37,6 +40,7 @@ class MacApplicationMenu final : public QMenuBar {
 public:
     explicit MacApplicationMenu(const ApplicationCommands &commands)
         : m_quit(commands.quit)
+        , m_endWithSession(commands.endWithSession)
     {
         qGuiApp->installEventFilter(this);
         addApplicationMenu(commands);
@@ -52,11 +56,23 @@ public:
     {
         if (watched != qGuiApp || event->type() != QEvent::Quit) return QMenuBar::eventFilter(watched, event);
         event->ignore();
-        m_quit();
+        if (platform::sessionIsEnding())
+            endWithSession();
+        else
+            m_quit();
         return true;
     }
 
 private:
+    // Any answer that Qt could give here means "not now", which calls the whole log-out off. So none is given: the
+    // question stays open until Corvane is done, and the process ends with it.
+    void endWithSession()
+    {
+        m_endWithSession();
+        QEventLoop().exec();
+        platform::leaveAtOnce();
+    }
+
     void addApplicationMenu(const ApplicationCommands &commands)
     {
         QMenu *menu = addMenu(QStringLiteral("Corvane"));
@@ -106,6 +122,7 @@ private:
     }
 
     std::function<void()> m_quit;
+    std::function<void()> m_endWithSession;
     bool m_active = false;
 };
 

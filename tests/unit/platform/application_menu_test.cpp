@@ -1,17 +1,30 @@
 #include "platform/application_menu.h"
+#include "platform/session.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace corvane {
 
 namespace {
 
-/// The Mac's menu bar; it needs nothing but Qt.
+bool loggingOut = false;
+int processEnds = 0;
+
+} // namespace
+
+// The Mac's session, played.
+bool platform::sessionIsEnding() { return loggingOut; }
+void platform::leaveAtOnce() { ++processEnds; }
+
+namespace {
+
+/// The Mac's menu bar; it needs nothing but Qt and to know why it is asked to quit.
 class ApplicationMenu : public testing::Test {
 protected:
     [[nodiscard]] QAction *item(const QString &menuTitle, const QString &name) const
@@ -27,11 +40,22 @@ protected:
         return nullptr;
     }
 
+    ~ApplicationMenu() override { loggingOut = false; }
+
+    /// What the Dock, a script or the end of the session sends.
+    static bool accepts(QEvent::Type type)
+    {
+        QEvent event(type);
+        QCoreApplication::sendEvent(qApp, &event);
+        return event.isAccepted();
+    }
+
     int m_windows = 0;
     int m_settings = 0;
     int m_quits = 0;
-    std::unique_ptr<QObject> m_menu =
-        systemApplicationMenu({[this] { ++m_windows; }, [this] { ++m_settings; }, [this] { ++m_quits; }});
+    std::function<void()> m_endWithSession = [] { FAIL() << "the session goes on"; };
+    std::unique_ptr<QObject> m_menu = systemApplicationMenu(
+        {[this] { ++m_windows; }, [this] { ++m_settings; }, [this] { ++m_quits; }, [this] { m_endWithSession(); }});
 };
 
 TEST_F(ApplicationMenu, Edit_works_on_what_has_the_focus)
@@ -71,10 +95,27 @@ TEST_F(ApplicationMenu, Settings_and_Quit_stand_where_the_system_wants_them)
 
 TEST_F(ApplicationMenu, The_system_can_only_ask_to_quit)
 {
-    QEvent asked(QEvent::Quit);
-    QCoreApplication::sendEvent(qApp, &asked);
+    EXPECT_FALSE(accepts(QEvent::Quit));
     EXPECT_EQ(m_quits, 1);
-    EXPECT_FALSE(asked.isAccepted());
+    EXPECT_EQ(processEnds, 0);
+}
+
+TEST_F(ApplicationMenu, The_end_of_the_session_is_answered_by_the_end_of_the_process)
+{
+    QStringList order;
+    loggingOut = true;
+    m_endWithSession = [&] {
+        order << QStringLiteral("told");
+        QTimer::singleShot(50, qApp, [&] {
+            order << QStringLiteral("done");
+            EXPECT_EQ(processEnds, 0);
+            QCoreApplication::exit();
+        });
+    };
+    EXPECT_FALSE(accepts(QEvent::Quit));
+    EXPECT_EQ(order, (QStringList{QStringLiteral("told"), QStringLiteral("done")}));
+    EXPECT_EQ(processEnds, 1);
+    EXPECT_EQ(m_quits, 0) << "nobody is asked";
 }
 
 } // namespace

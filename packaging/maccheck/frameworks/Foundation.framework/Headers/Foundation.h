@@ -80,6 +80,39 @@ typedef struct {
 @property(class, readonly, strong) NSProcessInfo *processInfo;
 @property(readonly) NSOperatingSystemVersion operatingSystemVersion API_AVAILABLE(macos(10.10));
 @end
+typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
+    NSActivityIdleSystemSleepDisabled = (1ULL << 20),
+    NSActivityUserInitiated = (0x00FFFFFFULL | NSActivityIdleSystemSleepDisabled),
+    NSActivityUserInitiatedAllowingIdleSystemSleep = (NSActivityUserInitiated & ~NSActivityIdleSystemSleepDisabled),
+} API_AVAILABLE(macos(10.9));
+@interface NSProcessInfo (NSProcessInfoActivity)
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options
+                                  reason:(NSString *)reason API_AVAILABLE(macos(10.9));
+- (void)endActivity:(id<NSObject>)activity API_AVAILABLE(macos(10.9));
+@end
+
+/* AppleEvents.h, AERegistry.h */
+typedef FourCharCode AEKeyword;
+typedef FourCharCode AEEventClass;
+typedef FourCharCode AEEventID;
+enum { kCoreEventClass = 'aevt' };
+enum { kAEQuitApplication = 'quit' };
+enum { kAEQuitReason = 'why?' };
+enum { kAEReallyLogOut = 'rlgo', kAEShutDown = 'shut', kAERestart = 'rest' };
+
+/* NSAppleEventDescriptor.h */
+@interface NSAppleEventDescriptor : NSObject
+@property(readonly) OSType typeCodeValue;
+@property(readonly) AEEventClass eventClass;
+@property(readonly) AEEventID eventID;
+- (nullable NSAppleEventDescriptor *)attributeDescriptorForKeyword:(AEKeyword)keyword;
+@end
+
+/* NSAppleEventManager.h */
+@interface NSAppleEventManager : NSObject
++ (NSAppleEventManager *)sharedAppleEventManager;
+@property(nullable, readonly, retain) NSAppleEventDescriptor *currentAppleEvent;
+@end
 
 /* NSOperation.h */
 @interface NSOperationQueue : NSObject

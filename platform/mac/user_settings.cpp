@@ -1,0 +1,52 @@
+#include "platform/user_settings.h"
+
+#include "platform/mac/owned.h"
+
+namespace corvane::platform {
+
+namespace {
+
+// The domain of the bundle that this program was started from, whichever machine the user's home folder is used on.
+const CFStringRef kApplication = kCFPreferencesCurrentApplication;
+const CFStringRef kUser = kCFPreferencesCurrentUser;
+const CFStringRef kHost = kCFPreferencesAnyHost;
+
+QVariant fromNumber(CFNumberRef number)
+{
+    int value = 0;
+    if (!CFNumberGetValue(number, kCFNumberIntType, &value)) return {}; // a fraction, or too large
+    return value;
+}
+
+Owned<CFTypeRef> toSystem(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return Owned<CFTypeRef>(CFRetain(value.toBool() ? kCFBooleanTrue : kCFBooleanFalse));
+    if (value.typeId() == QMetaType::QString) return Owned<CFTypeRef>(value.toString().toCFString());
+    const int number = value.toInt();
+    return Owned<CFTypeRef>(CFNumberCreate(kCFAllocatorDefault, kCFNumberIntType, &number));
+}
+
+} // namespace
+
+QVariant userSetting(const QString &key)
+{
+    const Owned<CFStringRef> name(key.toCFString());
+    const Owned<CFTypeRef> value(CFPreferencesCopyValue(name.get(), kApplication, kUser, kHost));
+    if (!value) return {};
+    const CFTypeID type = CFGetTypeID(value.get());
+    if (type == CFBooleanGetTypeID()) return QVariant(CFBooleanGetValue(static_cast<CFBooleanRef>(value.get())) != 0);
+    if (type == CFStringGetTypeID()) return QString::fromCFString(static_cast<CFStringRef>(value.get()));
+    if (type == CFNumberGetTypeID()) return fromNumber(static_cast<CFNumberRef>(value.get()));
+    return {};
+}
+
+void setUserSetting(const QString &key, const QVariant &value)
+{
+    const Owned<CFStringRef> name(key.toCFString());
+    const Owned<CFTypeRef> kept = toSystem(value);
+    CFPreferencesSetValue(name.get(), kept.get(), kApplication, kUser, kHost);
+    CFPreferencesSynchronize(kApplication, kUser, kHost);
+}
+
+} // namespace corvane::platform
