@@ -1,25 +1,16 @@
 #include "app/settings_store.h"
 
-#include <QSettings>
+#include "platform/user_settings.h"
 
 namespace corvane {
 
 namespace {
 
+/// The settings that the system keeps for this user and this application.
 class SystemStore final : public SettingsStore {
 public:
-    // What other programs or the whole desktop stored under the same names is not ours.
-    SystemStore() { m_settings.setFallbacksEnabled(false); }
-
-    [[nodiscard]] QVariant value(const QString &key) const override { return m_settings.value(key); }
-    void setValue(const QString &key, const QVariant &value) override
-    {
-        m_settings.setValue(key, value);
-        m_settings.sync(); // At once: what is done next may depend on it, and the program may not live much longer.
-    }
-
-private:
-    QSettings m_settings;
+    [[nodiscard]] QVariant value(const QString &key) const override { return platform::userSetting(key); }
+    void setValue(const QString &key, const QVariant &value) override { platform::setUserSetting(key, value); }
 };
 
 /// A stored boolean; text stores keep it as a word.

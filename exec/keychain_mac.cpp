@@ -1,25 +1,14 @@
 #include "exec/keychain.h"
+#include "platform/mac/owned.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
 
-#include <CoreFoundation/CoreFoundation.h>
 #include <Security/Security.h>
-
-#include <memory>
-#include <type_traits>
 
 namespace corvane {
 
 namespace {
-
-struct Release {
-    void operator()(CFTypeRef object) const { CFRelease(object); }
-};
-
-/// Owns one Core Foundation object.
-template <class Ref>
-using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
 
 Owned<CFMutableDictionaryRef> baseQuery()
 {

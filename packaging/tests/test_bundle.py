@@ -66,13 +66,6 @@ class PropertyList(unittest.TestCase):
     def test_leaves_no_placeholder_open(self):
         self.assertEqual([value for value in self.info.values() if "$" in str(value) or value == ""], [])
 
-    def test_the_settings_are_kept_under_the_identifier(self):
-        source = text("ui", "main.cpp")
-        domain = re.search(r'setOrganizationDomain\(QStringLiteral\("([^"]+)"', source)[1]
-        name = re.search(r'setApplicationName\(QStringLiteral\("([^"]+)"', source)[1]
-        reversed_domain = ".".join(reversed(domain.split(".")))
-        self.assertEqual(f"{reversed_domain}.{name}", self.info["CFBundleIdentifier"])
-
 
 class Bundle(unittest.TestCase):
     def test_holds_the_program_where_the_property_list_says(self):
@@ -84,6 +77,14 @@ class Bundle(unittest.TestCase):
         ).stdout
         self.assertRegex(head, r"ARM64\s+ALL\s+0x00\s+EXECUTE")
         self.assertRegex(head, r"platform macos\s+sdk\s+13\.0\s+minos\s+13\.0|minos 13\.0")
+
+    def test_leaves_the_place_of_the_settings_to_the_system(self):
+        info = plistlib.loads((CONTENTS / "Info.plist").read_bytes())
+        program = CONTENTS / "MacOS" / info["CFBundleExecutable"]
+        asked = subprocess.run(["llvm-nm-19", "-u", str(program)], check=True, capture_output=True, text=True).stdout
+        self.assertIn("_CFPreferencesCopyValue", asked)
+        self.assertIn("_kCFPreferencesCurrentApplication", asked, "the system takes the identifier of the bundle")
+        self.assertNotIn("QSettings", asked, "Qt makes up an identifier of its own")
 
     def test_holds_the_icon_where_the_property_list_says(self):
         info = plistlib.loads((CONTENTS / "Info.plist").read_bytes())

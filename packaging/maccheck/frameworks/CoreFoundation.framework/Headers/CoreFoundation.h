@@ -27,14 +27,25 @@ typedef unsigned long CFHashCode;
 typedef const struct __CFAllocator *CFAllocatorRef;
 typedef const struct CORVANE_BRIDGED(NSString) __CFString *CFStringRef;
 extern const CFAllocatorRef kCFAllocatorDefault;
+CFTypeRef CFRetain(CFTypeRef object);
 void CFRelease(CFTypeRef object);
 CFTypeID CFGetTypeID(CFTypeRef object);
 
 /* CFNumber.h */
 typedef const struct CORVANE_BRIDGED(NSNumber) __CFBoolean *CFBooleanRef;
 extern const CFBooleanRef kCFBooleanTrue;
+extern const CFBooleanRef kCFBooleanFalse;
+CFTypeID CFBooleanGetTypeID(void);
+Boolean CFBooleanGetValue(CFBooleanRef boolean);
+enum CFNumberType : CFIndex { kCFNumberIntType = 9 };
+typedef enum CFNumberType CFNumberType;
+typedef const struct CORVANE_BRIDGED(NSNumber) __CFNumber *CFNumberRef;
+CFTypeID CFNumberGetTypeID(void);
+CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void *value);
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void *value);
 
 /* CFString.h */
+CFTypeID CFStringGetTypeID(void);
 #define CFSTR(text) ((CFStringRef)__builtin___CFStringMakeConstantString("" text ""))
 
 /* CFArray.h */
@@ -78,6 +89,16 @@ CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef allocator, CFInd
                                                  const CFDictionaryKeyCallBacks *keys,
                                                  const CFDictionaryValueCallBacks *values);
 void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void *key, const void *value);
+
+/* CFPreferences.h */
+typedef const void *CFPropertyListRef;
+extern const CFStringRef kCFPreferencesCurrentApplication;
+extern const CFStringRef kCFPreferencesCurrentUser;
+extern const CFStringRef kCFPreferencesAnyHost;
+CFPropertyListRef CFPreferencesCopyValue(CFStringRef key, CFStringRef application, CFStringRef user, CFStringRef host);
+void CFPreferencesSetValue(CFStringRef key, CFPropertyListRef value, CFStringRef application, CFStringRef user,
+                           CFStringRef host);
+Boolean CFPreferencesSynchronize(CFStringRef application, CFStringRef user, CFStringRef host);
 
 #ifdef __cplusplus
 }
