@@ -43,7 +43,7 @@ PiholeAPI::PiholeAPI(const ExchangeLimits &limits, QObject *parent)
 
 PiholeAPI::~PiholeAPI() { m_session->close(); }
 
-void PiholeAPI::configure(int port, const QString &password) { m_session->configure({port, password}); }
+void PiholeAPI::configure(int port, const std::optional<QString> &password) { m_session->configure({port, password}); }
 
 QCoro::Task<bool> PiholeAPI::webAnswers() { return pageAnswers(m_session); }
 

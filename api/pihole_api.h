@@ -31,8 +31,9 @@ public:
     explicit PiholeAPI(const ExchangeLimits &limits, QObject *parent = nullptr);
     ~PiholeAPI() override;
 
-    /// Forgets the session when the port or the password is another than before.
-    void configure(int port, const QString &password);
+    /// Forgets the session when the port or the password is another than before. Without a password, calls that need a
+    /// login fail.
+    void configure(int port, const std::optional<QString> &password);
 
     /// Whether the admin page answers with a status from 200 to 399, without logging in.
     [[nodiscard]] QCoro::Task<bool> webAnswers();

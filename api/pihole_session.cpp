@@ -90,10 +90,11 @@ QCoro::Task<PiholeSession::Reply> PiholeSession::sendAs(Shared self, PiholeAcces
 
 QCoro::Task<PiholeSession::Sid> PiholeSession::login(Shared self, PiholeAccess access)
 {
+    if (!access.password) co_return std::unexpected(PiholeAPIError::noPassword());
     const PiholeRequest request{.verb = "POST",
                                 .target = "/api/auth",
                                 .contentType = "application/json",
-                                .body = loginBody(access.password),
+                                .body = loginBody(*access.password),
                                 .largestAnswer = self->m_limits.jsonBytes};
     // No session id goes along: with an old one Pi-hole would take any password.
     const HttpOutcome outcome = co_await self->exchange(access, request, {});

@@ -11,6 +11,7 @@
 
 #include <expected>
 #include <memory>
+#include <optional>
 
 namespace corvane {
 
@@ -27,7 +28,8 @@ struct PiholeRequest {
 /// Where Pi-hole is and how it is entered.
 struct PiholeAccess {
     int port = 0;
-    QString password;
+    /// Absent while nobody knows it yet.
+    std::optional<QString> password = QString();
 
     bool operator==(const PiholeAccess &) const = default;
 };

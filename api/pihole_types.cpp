@@ -11,6 +11,10 @@ QString PiholeAPIError::description() const
         return QStringLiteral("Pi-hole refused the admin password.");
     case Kind::Http:
         return QStringLiteral("Pi-hole answered with HTTP %1").arg(m_code);
+    case Kind::NoPassword:
+        return QStringLiteral(
+            "Your Keychain has not given Corvane the admin password yet. macOS may be asking for it in "
+            "another window.");
     case Kind::BadResponse:
         break;
     }

@@ -45,12 +45,14 @@ struct PiholeArchive {
 /// Why a call to Pi-hole failed.
 class PiholeAPIError {
 public:
-    enum class Kind { Unreachable, Unauthorized, Http, BadResponse };
+    enum class Kind { Unreachable, Unauthorized, Http, BadResponse, NoPassword };
 
     [[nodiscard]] static PiholeAPIError unreachable() { return PiholeAPIError(Kind::Unreachable); }
     [[nodiscard]] static PiholeAPIError unauthorized() { return PiholeAPIError(Kind::Unauthorized); }
     [[nodiscard]] static PiholeAPIError http(int code) { return PiholeAPIError(Kind::Http, code); }
     [[nodiscard]] static PiholeAPIError badResponse() { return PiholeAPIError(Kind::BadResponse); }
+    /// The keychain has not said yet what the password is.
+    [[nodiscard]] static PiholeAPIError noPassword() { return PiholeAPIError(Kind::NoPassword); }
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     /// The HTTP status of `Kind::Http`, else 0.
