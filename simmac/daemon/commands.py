@@ -251,3 +251,12 @@ def list_services(mac, _args):
     network = mac.network
     return [{"name": each.name, "device": each.device, "servers": each.servers, "disabled": each.disabled,
              "up": network.is_up(each), "primary": each is network.primary()} for each in network.services]
+
+
+@command("keychain-silent", "keychain-silent on|off: the keychain waits for its user and answers nobody")
+def keychain_silent(mac, args):
+    """As when macOS asks for the keychain's password in a window that nobody sees."""
+    silent = on_off(args)
+    if mac.keyring is None:
+        raise Refused("This Mac has no keychain. Start it with --keyring or --desktop.")
+    mac.keyring.silence(silent)

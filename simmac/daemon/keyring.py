@@ -2,6 +2,8 @@
 
 import asyncio
 import os
+import re
+import signal
 
 from daemon.mac import RUN, run_quietly
 
@@ -27,6 +29,7 @@ class Keyring:
 
     def __init__(self):
         self.bus = f"unix:path={RUN}/bus"
+        self._pid = None
         self._env = dict(os.environ, DBUS_SESSION_BUS_ADDRESS=self.bus, HOME=FOLDER, XDG_DATA_HOME=FOLDER,
                          XDG_RUNTIME_DIR=FOLDER)
 
@@ -40,9 +43,15 @@ class Keyring:
         await run_quietly("gnome-keyring-daemon", "--unlock", "--components=secrets", "--daemonize",
                           env=self._env, input_text="ada\n")
         for _ in range(200):
-            if "true" in (await self._ask_bus("NameHasOwner", "string:org.freedesktop.secrets"))[1]:
+            owner = await self._ask_bus("GetConnectionUnixProcessID", "string:org.freedesktop.secrets")
+            if found := re.search(r"uint32 (\d+)", owner[1]):
+                self._pid = int(found[1])
                 return
             await asyncio.sleep(0.01)
+
+    def silence(self, silent):
+        """Whoever asks the keyring from now on waits, or is answered again."""
+        os.kill(self._pid, signal.SIGSTOP if silent else signal.SIGCONT)
 
     async def store(self, password):
         """Puts Corvane's item into the keyring."""

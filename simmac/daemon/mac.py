@@ -137,6 +137,7 @@ class Mac:
 
     async def _fill_keyring(self, state):
         if self.keyring is not None:
+            self.keyring.silence(False)
             await self.keyring.clear()
             if state in SET_UP:
                 await self.keyring.store(PASSWORD)
