@@ -1,11 +1,12 @@
 #include "app/app_model.h"
 
-#include "exec/keychain.h"
+#include "app/password_work.h"
 #include "exec/tools.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
 
 #include <QPointer>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -52,7 +53,8 @@ AppModel::AppModel(const Surroundings &surroundings)
     m_wizardFinished = stored.wizardFinished;
     m_browserReadAllowed = stored.browserReadAllowed;
     m_showWizard = !stored.wizardFinished;
-    m_adminPassword = Keychain::load().value_or(QString());
+    // From the event loop: by then the dot stands, whatever the keychain asks.
+    QTimer::singleShot(0, this, [this] { launch(readPassword()); });
     m_launchAtLogin = m_loginItem.status() == LoginItem::Status::Enabled;
     bindDerivedFields();
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
@@ -119,7 +121,27 @@ QCoro::Task<> AppModel::refreshTools()
     setComposeAvailable(composeAnswers);
 }
 
-void AppModel::configureAPI() { m_api.configure(webPort(), adminPassword()); }
+void AppModel::configureAPI()
+{
+    m_api.configure(webPort(), passwordKnown() ? std::optional(adminPassword()) : std::nullopt);
+}
+
+QCoro::Task<> AppModel::readPassword()
+{
+    const QPointer<AppModel> alive(this);
+    const std::optional<QString> saved = co_await loadPassword();
+    if (!alive || passwordKnown()) co_return;
+    takePassword(saved.value_or(QString()));
+    // A first answer that came late is shown at once.
+    if (statusChecked() && answering() && !adminPassword().isEmpty()) co_await refreshStats();
+}
+
+void AppModel::takePassword(const QString &password)
+{
+    publishPasswordKnown(true);
+    setAdminPassword(password);
+    configureAPI();
+}
 
 void AppModel::go(int step)
 {

@@ -73,6 +73,7 @@ class AppModel : public QObject {
     // Starting and testing Pi-hole.
     CORVANE_PUBLISHED(AppModel, QString, passwordInput, setPasswordInput, QString())
     CORVANE_PUBLISHED(AppModel, QString, adminPassword, setAdminPassword, QString())
+    CORVANE_PUBLISHED(AppModel, bool, passwordKnown, publishPasswordKnown, false)
     CORVANE_PUBLISHED(AppModel, QString, startMessage, setStartMessage, QString())
     /// Where Pi-hole was last started, stopped or restarted from.
     CORVANE_PUBLISHED(AppModel, corvane::Place::Name, startPlace, setStartPlace, Place::SetUp)
@@ -129,7 +130,7 @@ public:
     static constexpr int kStepCount = 8;
     [[nodiscard]] static const QStringList &stepTitles();
 
-    /// Reads the settings, the keychain and the login item; nothing runs before `bootstrap`.
+    /// Reads the settings and the login item and begins to read the keychain; nothing else runs before `bootstrap`.
     explicit AppModel(const Surroundings &surroundings);
     ~AppModel() override;
 
@@ -138,7 +139,7 @@ public:
     /// Finds the tools, sets up the API client and begins to poll.
     [[nodiscard]] QCoro::Task<> bootstrap();
     [[nodiscard]] QCoro::Task<> refreshTools();
-    /// Gives the API client the port and the password now in force.
+    /// Gives the API client the port and the password now in force; no password while the keychain has not answered.
     void configureAPI();
     [[nodiscard]] PiholeAPI &api() { return m_api; }
 
@@ -244,6 +245,9 @@ Q_SIGNALS:
 
 private:
     void bindDerivedFields();
+    [[nodiscard]] QCoro::Task<> readPassword();
+    /// From now on this is the password, whatever the keychain may still answer.
+    void takePassword(const QString &password);
     void recordOutcome(const QString &test, bool passed, const QString &summary);
     [[nodiscard]] QCoro::Task<> poll();
     [[nodiscard]] QCoro::Task<> control(QString verb, Place::Name from);

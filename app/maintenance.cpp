@@ -192,6 +192,10 @@ QCoro::Task<> AppModel::changeWebPort(int port)
         setNotice(steps.error());
         co_return;
     }
+    if (!passwordKnown()) {
+        setNotice(PiholeAPIError::noPassword().description());
+        co_return;
+    }
     setWebPort(port);
     configureAPI();
     if (const auto written = PiholeController::writeFiles(pinnedTag(), port, adminPassword()); !written) {

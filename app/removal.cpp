@@ -1,7 +1,7 @@
 #include "app/app_model.h"
 #include "app/busy_key.h"
+#include "app/password_work.h"
 #include "dns/dns_configurator.h"
-#include "exec/keychain.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
@@ -108,7 +108,8 @@ QCoro::Task<> AppModel::removeContainer()
 
     QFile::remove(PiholeController::composeFile());
     QFile::remove(PiholeController::environmentFile());
-    Keychain::remove();
+    co_await removePassword();
+    if (!alive) co_return;
     forgetPihole();
     const QString left = isGone(container) ? whatIsLeft(volumes) : whatIsLeft(container);
     setNotice(left.isEmpty() ? QStringLiteral("Pi-hole was removed.")
@@ -118,7 +119,7 @@ QCoro::Task<> AppModel::removeContainer()
 /// What was known about the Pi-hole that is gone; the wizard begins anew.
 void AppModel::forgetPihole()
 {
-    setAdminPassword({});
+    takePassword({});
     setOutcomes({});
     setPiholeChecks({});
     setBlockingTest(std::nullopt);

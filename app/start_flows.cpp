@@ -4,8 +4,8 @@
 #include "app/container_steps.h"
 #include "app/file_work.h"
 #include "app/operation_title.h"
+#include "app/password_work.h"
 #include "checks/port_checker.h"
-#include "exec/keychain.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
@@ -182,11 +182,13 @@ QCoro::Task<> AppModel::startContainer(QString password)
         setNotice(QStringLiteral("docker was not found."));
         co_return;
     }
-    if (!Keychain::save(password)) {
+    const bool saved = co_await savePassword(password);
+    if (!alive) co_return;
+    if (!saved) {
         setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
         co_return;
     }
-    setAdminPassword(password);
+    takePassword(password);
     const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), password);
     if (!alive) co_return;
     if (!written) {

@@ -51,7 +51,7 @@ QCoro::Task<> AppModel::refreshStatus(bool includeStats)
     if (!answering()) {
         setSummary(std::nullopt);
         setBlocking(std::nullopt);
-    } else if (includeStats && !adminPassword().isEmpty()) {
+    } else if (includeStats && !(passwordKnown() && adminPassword().isEmpty())) {
         co_await refreshStats();
     }
 }

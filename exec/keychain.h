@@ -6,7 +6,8 @@
 
 namespace corvane {
 
-/// Keeps the one secret, Pi-hole's admin password, in the user's keychain. Called on the main thread only.
+/// Keeps the one secret, Pi-hole's admin password, in the user's keychain. Each call
+/// waits until the keychain has answered, which may take as long as its user takes: call it on a worker.
 class Keychain {
 public:
     /// The password; absent when there is none or it cannot be read.

@@ -4,6 +4,7 @@
 #include "tests/flows/memory_settings.h"
 #include "tests/flows/user.h"
 #include "tests/story/story.h"
+#include "tests/support/begun.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
@@ -110,8 +111,7 @@ QList<Row> measureStory()
     const auto workspace = systemWorkspace();
     const auto loginItem = systemLoginItem();
     AppModel model(Surroundings{settings, dialogs, *workspace, *loginItem, clock, QUrl()});
-    QCoro::waitFor(model.refreshTools());
-    model.configureAPI();
+    test::untilBegun(model);
 
     const double keychain = keychainCall(QStringLiteral("measured-word-1"));
     IdleProgram idle;

@@ -1,6 +1,7 @@
 #include "tests/flows/mac_test.h"
 
 #include "exec/background.h"
+#include "tests/support/begun.h"
 #include "tests/support/pass_time.h"
 
 #include <QCoreApplication>
@@ -38,10 +39,14 @@ void MacTest::quit()
 
 void MacTest::relaunch()
 {
+    launchModel();
+    untilBegun(model());
+}
+
+void MacTest::launchModel()
+{
     m_model.reset();
     m_model = std::make_unique<AppModel>(Surroundings{settings, dialogs, *workspace, *loginItem, clock, releaseFeed()});
-    run(m_model->refreshTools());
-    m_model->configureAPI();
 }
 
 void MacTest::run(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }

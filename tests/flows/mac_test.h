@@ -23,6 +23,8 @@ protected:
     void begin(const QString &state);
     /// Starts the application anew: the model reads settings and keychain again.
     void relaunch();
+    /// The same without waiting for the keychain.
+    void launchModel();
     /// Ends the application and waits for what it had begun.
     void quit();
     /// Runs a flow to its end.

@@ -2,6 +2,7 @@
 #include "tests/flows/memory_settings.h"
 #include "tests/flows/user.h"
 #include "tests/story/story.h"
+#include "tests/support/begun.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
@@ -43,8 +44,7 @@ int main(int argc, char **argv)
     const auto workspace = systemWorkspace();
     const auto loginItem = systemLoginItem();
     AppModel model(Surroundings{settings, dialogs, *workspace, *loginItem, clock, QUrl()});
-    QCoro::waitFor(model.refreshTools());
-    model.configureAPI();
+    test::untilBegun(model);
 
     const bool good = tell(Story(model));
     std::printf("%s\n", good ? "From a bare Mac to a protected one, and back." : "The story ended early.");

@@ -28,6 +28,7 @@ Screen::Screen()
     , m_filePanels(m_dialogs)
 {
     QApplication::setPalette(paletteOf(false));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_app.passwordKnown(); }));
 }
 
 Screen::~Screen() = default;

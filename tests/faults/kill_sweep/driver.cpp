@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "tests/flows/user.h"
+#include "tests/support/begun.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
@@ -31,7 +32,7 @@ int drive(const QString &flow)
     const test::User user(dialogs);
     SystemClock clock;
     AppModel model({*settings, dialogs, *workspace, *loginItem, clock, QUrl(QString::fromLatin1(kFeed))});
-    QCoro::waitFor(model.refreshTools());
+    test::untilBegun(model);
     model.setLatestTag(QStringLiteral("2026.10.0"));
 
     std::puts("begin");
@@ -50,7 +51,6 @@ int drive(const QString &flow)
 
 int main(int argc, char **argv)
 {
-    QCoreApplication::setOrganizationDomain(QStringLiteral("corvane.app"));
     QCoreApplication::setOrganizationName(QStringLiteral("Corvane"));
     QCoreApplication::setApplicationName(QStringLiteral("Corvane"));
     const QCoreApplication app(argc, argv);

@@ -6,6 +6,7 @@
 #include "tests/flows/pihole_files.h"
 #include "tests/flows/saved_files.h"
 #include "tests/flows/user.h"
+#include "tests/support/begun.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
@@ -87,7 +88,7 @@ struct NextStart {
     User user{dialogs};
     AppModel model{{*settings, dialogs, *workspace, *loginItem, clock, QUrl()}};
 
-    NextStart() { QCoro::waitFor(model.refreshTools()); }
+    NextStart() { test::untilBegun(model); }
 
     void run(QCoro::Task<> flow)
     {
@@ -224,7 +225,6 @@ INSTANTIATE_TEST_SUITE_P(Flows, KillSweep, testing::Values("update", "port", "re
 
 int main(int argc, char **argv)
 {
-    QCoreApplication::setOrganizationDomain(QStringLiteral("corvane.app"));
     QCoreApplication::setOrganizationName(QStringLiteral("Corvane"));
     QCoreApplication::setApplicationName(QStringLiteral("Corvane"));
     testing::InitGoogleTest(&argc, argv);
