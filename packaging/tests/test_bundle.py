@@ -123,10 +123,12 @@ class Lists(unittest.TestCase):
     def test_the_cask_clears_up_what_the_identifier_names(self):
         self.assertIn("~/Library/Preferences/app.corvane.Corvane.plist", text("packaging", "corvane.rb"))
 
-    def test_the_list_for_homebrew_is_sorted_and_names_each_once(self):
-        names = re.findall(r'^brew "([^"]+)"$', text("packaging", "Brewfile"), re.M)
-        self.assertEqual(names, sorted(set(names)))
-        self.assertGreater(len(names), 5)
+    def test_the_lists_for_homebrew_are_sorted_and_name_each_once(self):
+        first, second = (re.findall(r'^brew "([^"]+)"$', text("packaging", name), re.M) for name in ("Brewfile", "Brewfile.tests"))
+        self.assertEqual(first, sorted(set(first)))
+        self.assertEqual(second, sorted(set(second) - set(first)))
+        self.assertGreater(len(first), 5)
+        self.assertIn("googletest", second)
 
 
 class Scripts(unittest.TestCase):
