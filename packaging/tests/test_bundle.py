@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The bundle that scripts/mac-check links, and the files that become part of it."""
 
+import json
 import pathlib
 import plistlib
 import re
@@ -129,6 +130,15 @@ class Lists(unittest.TestCase):
         self.assertEqual(second, sorted(set(second) - set(first)))
         self.assertGreater(len(first), 5)
         self.assertIn("googletest", second)
+
+
+    def test_what_npm_fetches_is_fixed_by_checksum_and_names_no_host(self):
+        packages = json.loads(text("packaging", "maccheck", "package-lock.json"))["packages"]
+        fetched = [package for name, package in packages.items() if name]
+        self.assertGreaterEqual(len(fetched), 2)
+        for package in fetched:
+            self.assertRegex(package["integrity"], r"^sha512-")
+            self.assertNotIn("resolved", package)
 
 
 class Scripts(unittest.TestCase):
