@@ -6,11 +6,6 @@ namespace corvane::platform {
 
 namespace {
 
-// The domain of the bundle that this program was started from, whichever machine the user's home folder is used on.
-const CFStringRef kApplication = kCFPreferencesCurrentApplication;
-const CFStringRef kUser = kCFPreferencesCurrentUser;
-const CFStringRef kHost = kCFPreferencesAnyHost;
-
 QVariant fromNumber(CFNumberRef number)
 {
     int value = 0;
@@ -29,10 +24,12 @@ Owned<CFTypeRef> toSystem(const QVariant &value)
 
 } // namespace
 
+// The current application is the bundle that this program was started from, by its identifier.
 QVariant userSetting(const QString &key)
 {
     const Owned<CFStringRef> name(key.toCFString());
-    const Owned<CFTypeRef> value(CFPreferencesCopyValue(name.get(), kApplication, kUser, kHost));
+    const Owned<CFTypeRef> value(CFPreferencesCopyValue(name.get(), kCFPreferencesCurrentApplication,
+                                                        kCFPreferencesCurrentUser, kCFPreferencesAnyHost));
     if (!value) return {};
     const CFTypeID type = CFGetTypeID(value.get());
     if (type == CFBooleanGetTypeID()) return QVariant(CFBooleanGetValue(static_cast<CFBooleanRef>(value.get())) != 0);
@@ -45,8 +42,9 @@ void setUserSetting(const QString &key, const QVariant &value)
 {
     const Owned<CFStringRef> name(key.toCFString());
     const Owned<CFTypeRef> kept = toSystem(value);
-    CFPreferencesSetValue(name.get(), kept.get(), kApplication, kUser, kHost);
-    CFPreferencesSynchronize(kApplication, kUser, kHost);
+    CFPreferencesSetValue(name.get(), kept.get(), kCFPreferencesCurrentApplication, kCFPreferencesCurrentUser,
+                          kCFPreferencesAnyHost);
+    CFPreferencesSynchronize(kCFPreferencesCurrentApplication, kCFPreferencesCurrentUser, kCFPreferencesAnyHost);
 }
 
 } // namespace corvane::platform
