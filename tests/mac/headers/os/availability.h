@@ -1,0 +1,4 @@
+#pragma once
+
+#define API_AVAILABLE(...)
+#define API_DEPRECATED_WITH_REPLACEMENT(...)
