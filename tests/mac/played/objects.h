@@ -4,7 +4,6 @@
 #include <QList>
 #include <QString>
 
-
 #include <utility>
 
 /// One object of the played Core Foundation.
