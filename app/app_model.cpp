@@ -54,7 +54,7 @@ AppModel::AppModel(const Surroundings &surroundings)
     m_browserReadAllowed = stored.browserReadAllowed;
     m_showWizard = !stored.wizardFinished;
     // From the event loop: by then the dot stands, whatever the keychain asks.
-    QTimer::singleShot(0, this, [this] { launch(readPassword()); });
+    QTimer::singleShot(0, this, [this] { launch(readPassword(this)); });
     m_launchAtLogin = m_loginItem.status() == LoginItem::Status::Enabled;
     bindDerivedFields();
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
@@ -124,23 +124,6 @@ QCoro::Task<> AppModel::refreshTools()
 void AppModel::configureAPI()
 {
     m_api.configure(webPort(), passwordKnown() ? std::optional(adminPassword()) : std::nullopt);
-}
-
-QCoro::Task<> AppModel::readPassword()
-{
-    const QPointer<AppModel> alive(this);
-    const std::optional<QString> saved = co_await loadPassword();
-    if (!alive || passwordKnown()) co_return;
-    takePassword(saved.value_or(QString()));
-    // A first answer that came late is shown at once.
-    if (statusChecked() && answering() && !adminPassword().isEmpty()) co_await refreshStats();
-}
-
-void AppModel::takePassword(const QString &password)
-{
-    publishPasswordKnown(true);
-    setAdminPassword(password);
-    configureAPI();
 }
 
 void AppModel::go(int step)

@@ -245,9 +245,6 @@ Q_SIGNALS:
 
 private:
     void bindDerivedFields();
-    [[nodiscard]] QCoro::Task<> readPassword();
-    /// From now on this is the password, whatever the keychain may still answer.
-    void takePassword(const QString &password);
     void recordOutcome(const QString &test, bool passed, const QString &summary);
     [[nodiscard]] QCoro::Task<> poll();
     [[nodiscard]] QCoro::Task<> control(QString verb, Place::Name from);

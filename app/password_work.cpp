@@ -1,15 +1,26 @@
 #include "app/password_work.h"
 
+#include "app/app_model.h"
 #include "exec/background.h"
 #include "exec/keychain.h"
 
 namespace corvane {
 
-QCoro::Task<std::optional<QString>> loadPassword()
+QCoro::Task<> readPassword(QPointer<AppModel> model)
 {
     BackgroundWork<std::optional<QString>> work(&Keychain::load);
-    const std::optional<QString> password = co_await work;
-    co_return password;
+    const std::optional<QString> saved = co_await work;
+    if (!model || model->passwordKnown()) co_return;
+    takePassword(*model, saved.value_or(QString()));
+    // An answer that came late is shown at once.
+    if (model->statusChecked() && model->answering() && saved) co_await model->refreshStats();
+}
+
+void takePassword(AppModel &model, const QString &password)
+{
+    model.publishPasswordKnown(true);
+    model.setAdminPassword(password);
+    model.configureAPI();
 }
 
 QCoro::Task<bool> savePassword(QString password)
@@ -27,7 +38,7 @@ QCoro::Task<> removePassword()
         return true;
     };
     BackgroundWork<bool> work(remove);
-    co_await work;
+    [[maybe_unused]] const bool removed = co_await work;
 }
 
 } // namespace corvane

@@ -1,17 +1,22 @@
 #pragma once
 
 #include <QCoro/QCoroTask>
+#include <QPointer>
 #include <QString>
 
-#include <optional>
-
 namespace corvane {
+
+class AppModel;
 
 // The keychain, on a worker thread: it may ask its user first, in a window that stands behind others for as long as it
 // likes.
 
-/// The saved password; absent when there is none or the keychain does not give it.
-[[nodiscard]] QCoro::Task<std::optional<QString>> loadPassword();
+/// Gives the model the saved password as soon as the keychain does, unless it has one by then; an empty one when there
+/// is none or the keychain refuses.
+[[nodiscard]] QCoro::Task<> readPassword(QPointer<AppModel> model);
+
+/// From now on this is the model's password, whatever the keychain may still answer.
+void takePassword(AppModel &model, const QString &password);
 
 /// Whether the keychain took the password.
 [[nodiscard]] QCoro::Task<bool> savePassword(QString password);

@@ -119,7 +119,7 @@ QCoro::Task<> AppModel::removeContainer()
 /// What was known about the Pi-hole that is gone; the wizard begins anew.
 void AppModel::forgetPihole()
 {
-    takePassword({});
+    takePassword(*this, {});
     setOutcomes({});
     setPiholeChecks({});
     setBlockingTest(std::nullopt);

@@ -188,7 +188,7 @@ QCoro::Task<> AppModel::startContainer(QString password)
         setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
         co_return;
     }
-    takePassword(password);
+    takePassword(*this, password);
     const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), password);
     if (!alive) co_return;
     if (!written) {
