@@ -81,7 +81,9 @@ CommandSteps ColimaManager::installSteps()
             .label = QStringLiteral("brew install colima docker"),
             .exe = *brew,
             .args = {QStringLiteral("install"), QStringLiteral("colima"), QStringLiteral("docker")},
-            .env = {{QStringLiteral("HOMEBREW_NO_ENV_HINTS"), QStringLiteral("1")}},
+            // Since Homebrew 6 an installation asks first whether it may begin, where it believes that somebody can answer.
+            .env = {{QStringLiteral("HOMEBREW_NO_ENV_HINTS"), QStringLiteral("1")},
+                    {QStringLiteral("HOMEBREW_NO_ASK"), QStringLiteral("1")}},
         },
         {
             .label = QStringLiteral("colima ") + startArguments().join(u' '),

@@ -48,6 +48,7 @@ TEST(ColimaManager, Installing_is_brew_and_then_the_first_start)
     const FakeTool brew(kBrew, "");
     CommandStep install = step("brew install colima docker", kBrew, words("install colima docker"));
     install.env.insert(QStringLiteral("HOMEBREW_NO_ENV_HINTS"), QStringLiteral("1"));
+    install.env.insert(QStringLiteral("HOMEBREW_NO_ASK"), QStringLiteral("1"));
     const CommandSteps expected{install, step("colima start --cpu 2 --memory 2 --disk 10", kColima, kStart)};
     EXPECT_EQ(ColimaManager::installSteps(), expected);
 }
