@@ -1,4 +1,5 @@
-# The Homebrew cask. `packaging/release` prints the checksum of the image it made; put it and the version in here.
+# The Homebrew cask. `packaging/release` prints the checksum of the image it made; put it and the version in here: a cask in a tap
+# is checked for it. From a tap that is not Homebrew's own, Homebrew 6 and newer install it after `brew trust`.
 cask "corvane" do
   version "0.1.0"
   sha256 :no_check
@@ -9,7 +10,7 @@ cask "corvane" do
   homepage "https://github.com/corvane/corvane"
 
   depends_on arch: :arm64
-  depends_on macos: ">= :ventura"
+  depends_on macos: :ventura
 
   app "Corvane.app"
 

@@ -25,6 +25,7 @@ esac
     "plutil": "#!/bin/sh\necho 0.1.0\n",
     "hdiutil": LOG + 'for image; do :; done\necho image >"$image"\n',
     "codesign": LOG,
+    "ditto": LOG,
     "xcrun": LOG,
     "spctl": LOG,
 }
@@ -93,6 +94,17 @@ class Release(unittest.TestCase):
         self.assertNotIn("--deep", "\n".join(self.calls))
         order = [call.split(" ")[0] for call in self.calls]
         self.assertLess(order.index("macdeployqt"), order.index("codesign"))
+        built = f"{self.root}/build/package"
+        stapled = self.calls.index(f"xcrun stapler staple {built}/ui/Corvane.app")
+        self.assertEqual(
+            self.calls[stapled - 2 : stapled],
+            [
+                f"ditto -c -k --keepParent {built}/ui/Corvane.app {built}/Corvane.zip",
+                f"xcrun notarytool submit {built}/Corvane.zip --keychain-profile corvane --wait",
+            ],
+        )
+        self.assertLess(order.index("codesign"), stapled)
+        self.assertLess(stapled, order.index("hdiutil"), "the image holds the application with its ticket")
         self.assertEqual(
             self.calls[-3:],
             [
