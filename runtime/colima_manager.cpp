@@ -81,7 +81,8 @@ CommandSteps ColimaManager::installSteps()
             .label = QStringLiteral("brew install colima docker"),
             .exe = *brew,
             .args = {QStringLiteral("install"), QStringLiteral("colima"), QStringLiteral("docker")},
-            // Since Homebrew 6 an installation asks first whether it may begin, where it believes that somebody can answer.
+            // Since Homebrew 6 an installation asks first whether it may begin, where it believes that somebody can
+            // answer.
             .env = {{QStringLiteral("HOMEBREW_NO_ENV_HINTS"), QStringLiteral("1")},
                     {QStringLiteral("HOMEBREW_NO_ASK"), QStringLiteral("1")}},
         },
