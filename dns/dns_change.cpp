@@ -1,7 +1,10 @@
 #include "dns/admin_script.h"
 #include "dns/dns_backup.h"
 #include "dns/dns_configurator.h"
+#include "dns/server_change.h"
 #include "exec/command_runner.h"
+
+#include <QRegularExpression>
 
 namespace corvane {
 
@@ -24,30 +27,12 @@ QString notKept(const QString &service, const QStringList &shown)
            servers + QStringLiteral(").");
 }
 
-QStringList commandsFromBackup()
+/// Whether a line ends in AppleScript's code for a cancelled prompt. The words before it are in the user's language,
+/// and the same digits may stand in the name of a service.
+bool endsInCancelCode(const QString &said)
 {
-    QStringList commands;
-    for (const DNSBackupEntry &entry : DNSBackup::load()) {
-        commands += DNSConfigurator::setCommand(entry.service, entry.servers);
-    }
-    return commands;
-}
-
-QStringList commandsToAutomatic(const QList<NetworkService> &services)
-{
-    QStringList commands;
-    for (const NetworkService &service : services) {
-        if (service.servers.contains(u"127.0.0.1")) commands += DNSConfigurator::setCommand(service.name, {});
-    }
-    return commands;
-}
-
-QCoro::Task<std::optional<QString>> runAsAdministrator(QStringList commands)
-{
-    const QString script = AdminScript::joined(commands);
-    const CommandResult result = co_await DNSConfigurator::administratorRun(script);
-    if (!result.succeeded()) co_return DNSConfigurator::friendly(result);
-    co_return std::nullopt;
+    static const QRegularExpression pattern(QStringLiteral("\\(-128\\)\\s*($|[\r\n])"));
+    return said == u"-128" || pattern.match(said).hasMatch();
 }
 
 } // namespace
@@ -78,8 +63,7 @@ QString DNSConfigurator::friendly(const CommandResult &result)
 {
     const QString said = result.combined();
     if (result.timedOut) return QStringLiteral("The administrator prompt timed out.");
-    // The words before the code are in the user's language.
-    if (said.contains(u"User canceled") || said.contains(u"-128")) {
+    if (said.contains(u"User canceled") || endsInCancelCode(said)) {
         return QStringLiteral("You cancelled the administrator prompt. Nothing was changed.");
     }
     return said.isEmpty() ? QStringLiteral("macOS refused the change.") : said;

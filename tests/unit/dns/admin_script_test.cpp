@@ -61,12 +61,22 @@ TEST(FriendlyReason, Of_a_prompt_that_nobody_answered_comes_before_everything_el
     EXPECT_EQ(DNSConfigurator::friendly(late), QStringLiteral("The administrator prompt timed out."));
 }
 
+TEST(FriendlyReason, Of_a_failure_that_only_names_the_code_of_a_cancelled_prompt_is_the_failure)
+{
+    const QString unknown = QStringLiteral("0:9: execution error: LAN-128 is not a recognized network service. (4)");
+    EXPECT_EQ(DNSConfigurator::friendly(result(1, "", unknown.toUtf8().constData())), unknown);
+    const QString named = QStringLiteral("execution error: LAN (-128) is not a recognized network service. (4)");
+    EXPECT_EQ(DNSConfigurator::friendly(result(1, "", named.toUtf8().constData())), named);
+}
+
 TEST(FriendlyReason, Of_a_cancelled_prompt_is_known_by_its_words_or_its_code)
 {
     EXPECT_EQ(DNSConfigurator::friendly(result(1, "", "0:50: execution error: User canceled. (-128)")), kCancelled);
     EXPECT_EQ(DNSConfigurator::friendly(result(1, "", "execution error: Abgebrochen durch Benutzer. (-128)")),
               kCancelled);
     EXPECT_EQ(DNSConfigurator::friendly(result(1, "User canceled")), kCancelled);
+    EXPECT_EQ(DNSConfigurator::friendly(result(1, "", "error: (-128) \rsee above")), kCancelled);
+    EXPECT_EQ(DNSConfigurator::friendly(result(1, "", "-128\n")), kCancelled);
 }
 
 TEST(FriendlyReason, Of_silence_is_a_refusal)
