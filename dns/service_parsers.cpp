@@ -10,9 +10,12 @@ namespace {
 std::optional<QString> deviceIn(QStringView line)
 {
     static const QRegularExpression pattern(QStringLiteral("Device: ([^,)]+)"));
-    const QRegularExpressionMatch match = pattern.match(line.toString());
-    if (!match.hasMatch()) return std::nullopt;
-    return match.captured(1);
+    std::optional<QString> device;
+    QRegularExpressionMatchIterator matches = pattern.globalMatch(line.toString());
+    // The name of a hardware port may hold the same words; the device stands last.
+    while (matches.hasNext())
+        device = matches.next().captured(1);
+    return device;
 }
 
 } // namespace

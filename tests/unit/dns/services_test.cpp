@@ -48,6 +48,13 @@ TEST(ServiceDevices, A_later_entry_of_the_same_name_counts)
     EXPECT_EQ(DNSConfigurator::parseServiceDevices(text), expected);
 }
 
+TEST(ServiceDevices, The_name_of_a_port_may_look_like_a_device)
+{
+    const QHash<QString, QString> expected{{QStringLiteral("A"), QStringLiteral("en8")}};
+    EXPECT_EQ(DNSConfigurator::parseServiceDevices(u"(1) A\n(Hardware Port: Docking, Device: left, Device: en8)\n"),
+              expected);
+}
+
 TEST(ServiceDevices, A_port_before_any_service_belongs_to_none)
 {
     EXPECT_TRUE(DNSConfigurator::parseServiceDevices(u"(Hardware Port: x, Device: en1)\n(1) A\n").isEmpty());
