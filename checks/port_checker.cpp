@@ -19,7 +19,8 @@ namespace {
 constexpr int kDnsPort = 53;
 constexpr int kFirstWebPort = 8081;
 constexpr int kLastWebPort = 8090;
-constexpr double kTimeout = 10;
+constexpr QLatin1StringView kNobodySeen{
+    "No process is visible to this app (it may belong to the system or another user)."};
 
 class Socket {
 public:
@@ -116,10 +117,9 @@ QCoro::Task<QString> PortChecker::holder(int port, bool udp)
     const QStringList args = lsofArguments(port, udp);
     const Environment nothingExtra;
     // Its status tells nothing: it is 1 for a free port and for one that this user may not see into.
-    const CommandResult result = co_await CommandRunner::run(exe, args, kTimeout, nothingExtra);
+    const CommandResult result = co_await CommandRunner::run(exe, args, kHolderTimeout, nothingExtra);
     const QString seen = result.standardOutput.trimmed();
-    if (!seen.isEmpty()) co_return seen;
-    co_return QStringLiteral("No process is visible to this app (it may belong to the system or another user).");
+    co_return seen.isEmpty() ? QString(kNobodySeen) : seen;
 }
 
 QCoro::Task<QList<PortReport>> PortChecker::checkAll(int webPort)
@@ -130,8 +130,11 @@ QCoro::Task<QList<PortReport>> PortChecker::checkAll(int webPort)
         report(QStringLiteral("web"), webPort, false),
     };
     for (PortReport &one : reports) {
-        if (one.probe != PortProbe::InUse) continue;
+        const bool denied = one.probe == PortProbe::Denied;
+        if (one.probe != PortProbe::InUse && !denied) continue;
         one.holder = co_await holder(one.port, one.udp);
+        // A port that may not be tested is mostly free; only somebody who is seen there is worth a word.
+        if (denied && one.holder == kNobodySeen) one.holder.clear();
     }
     co_return reports;
 }

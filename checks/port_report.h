@@ -22,7 +22,7 @@ struct PortReport {
     int port = 0;
     bool udp = false;
     PortProbe probe = PortProbe::Failed;
-    /// Who holds the port; empty unless it is in use.
+    /// Who holds the port. Empty when it is free, and when it could not be tested and nobody is seen there.
     QString holder;
 
     bool operator==(const PortReport &) const = default;

@@ -164,15 +164,19 @@ TEST(CheckingAllPorts, Names_the_holder_of_the_busy_one_only)
     EXPECT_EQ(lsof.calls(), (QList<QStringList>{{QStringLiteral("-nP"), QStringLiteral("-iUDP:53")}}));
 }
 
-TEST(CheckingAllPorts, A_denied_port_has_no_holder)
+TEST(CheckingAllPorts, Names_whoever_is_seen_at_a_port_that_may_not_be_tested)
 {
-    const FakeTool lsof(kLsof, "echo held");
+    const FakeTool lsof(kLsof, "[ $2 = -iTCP:53 ] && echo held");
     const WithoutLowPorts without;
     const QList<PortReport> reports = checkAll(8080);
     EXPECT_EQ(reports[0].probe, PortProbe::Denied);
+    EXPECT_EQ(reports[0].holder, QString()) << "nobody is seen there";
     EXPECT_EQ(reports[1].probe, PortProbe::Denied);
-    EXPECT_TRUE(lsof.calls().isEmpty());
+    EXPECT_EQ(reports[1].holder, QStringLiteral("held"));
+    EXPECT_EQ(lsof.calls().size(), 2) << "the web port is free";
 }
+
+TEST(HolderOfAPort, Is_looked_for_for_ten_seconds) { EXPECT_EQ(PortChecker::kHolderTimeout, 10); }
 
 TEST(CheckingAllPorts, A_web_port_beyond_the_last_one_is_probed_as_the_last_one)
 {
