@@ -10,9 +10,6 @@ namespace corvane {
 
 namespace {
 
-/// The user has to find and type a password.
-constexpr double kPromptTimeout = 180;
-
 QStringList piholeServers(bool piholeOnly)
 {
     QStringList servers{QStringLiteral("127.0.0.1")};

@@ -14,6 +14,11 @@ namespace corvane {
 /// Reads and changes the Mac's DNS settings through macOS's own tools.
 class DNSConfigurator {
 public:
+    /// Seconds for a tool that answers at once.
+    static constexpr double kReadTimeout = 10;
+    /// Seconds for the administrator prompt: the user has to find and type a password.
+    static constexpr double kPromptTimeout = 180;
+
     // Reading. Nothing here fails: a tool that does gives an empty answer.
 
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> listServices();

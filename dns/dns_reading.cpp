@@ -5,12 +5,10 @@ namespace corvane {
 
 namespace {
 
-constexpr double kTimeout = 10;
-
 QCoro::Task<CommandResult> run(QString exe, QStringList args)
 {
     const Environment nothingExtra;
-    co_return co_await CommandRunner::run(exe, args, kTimeout, nothingExtra);
+    co_return co_await CommandRunner::run(exe, args, DNSConfigurator::kReadTimeout, nothingExtra);
 }
 
 QCoro::Task<CommandResult> networksetup(QStringList args)
@@ -69,7 +67,12 @@ QCoro::Task<ResolverReport> DNSConfigurator::resolverReport()
     const QString exe = QStringLiteral("/usr/sbin/scutil");
     const QStringList question{QStringLiteral("--dns")};
     const CommandResult result = co_await run(exe, question);
-    co_return ResolverReport::of(parseResolvers(result.standardOutput));
+    ResolverReport report = ResolverReport::of(parseResolvers(result.standardOutput));
+    if (result.succeeded() && report.defaultServers.isEmpty()) {
+        report.explanation =
+            QStringLiteral("macOS lists no DNS server at the moment: this Mac seems to have no network.");
+    }
+    co_return report;
 }
 
 } // namespace corvane

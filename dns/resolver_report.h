@@ -23,6 +23,8 @@ struct ResolverReport {
     bool firstIsPihole = false;
     /// None or one sentence for the user.
     QStringList warnings;
+    /// What lies behind the warning, as a sentence for the user; empty when that is not known.
+    QString explanation = {};
 
     bool operator==(const ResolverReport &) const = default;
 

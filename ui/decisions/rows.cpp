@@ -89,9 +89,10 @@ QList<Row> takenPorts(const QList<PortReport> &reports)
 {
     QList<Row> rows;
     for (const PortReport &report : reports) {
-        if (isTaken(report))
-            rows.append({report.id, checkBadge(CheckState::Failed), report.label + QStringLiteral(" is in use by:"),
-                         report.holder});
+        const Badge badge = checkBadge(isTaken(report) ? CheckState::Failed : CheckState::Warning);
+        const QString title =
+            report.label + (isTaken(report) ? QStringLiteral(" is in use by:") : QStringLiteral(" may be in use by:"));
+        if (isTaken(report) || !report.holder.isEmpty()) rows.append({report.id, badge, title, report.holder});
     }
     return rows;
 }
@@ -193,7 +194,10 @@ QString systemVerdict(const Outcomes &outcomes)
 QString resolverWarning(const std::optional<ResolverReport> &report, const Outcomes &outcomes)
 {
     const bool tested = outcomes.contains(QStringLiteral("system"));
-    return report && tested ? report->warnings.join(u'\n') : QString();
+    if (!report || !tested) return {};
+    QStringList sentences = report->warnings;
+    if (!report->explanation.isEmpty()) sentences += report->explanation;
+    return sentences.join(u'\n');
 }
 
 QList<Row> outcomeRows(const Outcomes &outcomes)

@@ -101,6 +101,25 @@ TEST(ReadingTheReport, Without_scutil_says_that_it_could_not_be_read)
     EXPECT_EQ(report.warnings, QStringList(QStringLiteral("Could not read the system's DNS servers from scutil.")));
 }
 
+TEST(ReadingTheReport, Of_a_mac_without_a_network_says_what_is_the_matter)
+{
+    const QString offline =
+        QStringLiteral("macOS lists no DNS server at the moment: this Mac seems to have no network.");
+    for (const char *report : {"scutil_offline.txt", "scutil_none.txt"}) {
+        const FakeTool scutil(kScutil, tool(report));
+        EXPECT_EQ(resultOf(DNSConfigurator::resolverReport()).explanation, offline) << report;
+    }
+    EXPECT_EQ(resultOf(DNSConfigurator::resolverReport()).explanation, QString()) << "without scutil nothing is known";
+    const FakeTool scutil(kScutil, tool("scutil_vpn.txt"));
+    EXPECT_EQ(resultOf(DNSConfigurator::resolverReport()).explanation, QString());
+}
+
+TEST(TimeLimits, Of_the_tools_are_ten_seconds_and_three_minutes_for_a_password)
+{
+    EXPECT_EQ(DNSConfigurator::kReadTimeout, 10);
+    EXPECT_EQ(DNSConfigurator::kPromptTimeout, 180);
+}
+
 TEST(SystemLookup, Tells_whether_the_name_has_an_address)
 {
     EXPECT_TRUE(resultOf(DNSConfigurator::systemResolve(QStringLiteral("127.0.0.1"))));

@@ -60,10 +60,23 @@ QList<PortReport> ports(PortProbe udp, PortProbe web)
 
 TEST(Ports, Only_taken_ports_are_listed_with_their_holders)
 {
-    const QList<Row> rows = takenPorts(ports(PortProbe::InUse, PortProbe::Denied));
+    QList<PortReport> reports = ports(PortProbe::InUse, PortProbe::Free);
+    reports.last().holder.clear();
+    const QList<Row> rows = takenPorts(reports);
     ASSERT_EQ(rows.size(), 1);
     EXPECT_EQ(rows.first().title, QStringLiteral("UDP 53 on 127.0.0.1 is in use by:"));
     EXPECT_EQ(rows.first().detail, QStringLiteral("dnsmasq"));
+}
+
+TEST(Ports, That_may_not_be_tested_are_listed_when_somebody_is_seen_there)
+{
+    QList<PortReport> reports = ports(PortProbe::Denied, PortProbe::Denied);
+    reports.last().holder.clear();
+    const QList<Row> rows = takenPorts(reports);
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows.first().title, QStringLiteral("UDP 53 on 127.0.0.1 may be in use by:"));
+    EXPECT_EQ(rows.first().detail, QStringLiteral("dnsmasq"));
+    EXPECT_FALSE(dnsPortTaken(reports)) << "that is not sure";
 }
 
 TEST(Ports, The_web_port_and_the_DNS_port_are_told_apart)
@@ -187,11 +200,13 @@ TEST(TestResults, Are_those_of_the_dashboards_own_tests)
 
 TEST(ResolverWarning, Is_silent_before_the_test)
 {
-    const ResolverReport report{{QStringLiteral("9.9.9.9")}, false, {QStringLiteral("not Pi-hole")}};
+    ResolverReport report{{QStringLiteral("9.9.9.9")}, false, {QStringLiteral("not Pi-hole")}};
     const Outcomes tested{{QStringLiteral("system"), TestOutcome{false, {}, {}}}};
     EXPECT_TRUE(resolverWarning(report, {}).isEmpty());
     EXPECT_TRUE(resolverWarning(std::nullopt, tested).isEmpty());
     EXPECT_EQ(resolverWarning(report, tested), QStringLiteral("not Pi-hole"));
+    report.explanation = QStringLiteral("no network");
+    EXPECT_EQ(resolverWarning(report, tested), QStringLiteral("not Pi-hole\nno network"));
 }
 
 TEST(Tools, Show_what_is_there)
