@@ -50,7 +50,9 @@ QCoro::Task<Written> writePiholeFiles(QString tag, int webPort, QString password
 
 QCoro::Task<Written> saveDnsBackup(QList<NetworkService> services)
 {
-    return onWorker([services] { return DNSConfigurator::saveBackup(services); });
+    const QList<NetworkService> known = co_await DNSConfigurator::readAgain(services);
+    const std::function<Written()> write = [known] { return DNSConfigurator::saveBackup(known); };
+    co_return co_await onWorker(write);
 }
 
 QCoro::Task<Read> readFile(QString path)

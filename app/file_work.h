@@ -25,7 +25,7 @@ struct FileContent {
 /// Writes the two files that describe the container, on a worker thread: a slow disk holds no window up.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> writePiholeFiles(QString tag, int webPort, QString password);
 
-/// Saves the servers of these services to the backup file, on a worker thread.
+/// Saves the servers of these services to the backup file, on a worker thread; those that are not known are read again.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> saveDnsBackup(QList<NetworkService> services);
 
 } // namespace corvane

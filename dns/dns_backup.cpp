@@ -70,7 +70,7 @@ DNSBackup::Entries DNSBackup::merged(Entries entries, const QList<NetworkService
         const auto known = std::ranges::find(entries, service.name, &DNSBackupEntry::service);
         if (known == entries.end()) {
             entries += {service.name, pointsAtPihole(service) ? QStringList() : service.servers};
-        } else if (!pointsAtPihole(service)) {
+        } else if (service.serversKnown && !pointsAtPihole(service)) {
             known->servers = service.servers;
         }
     }

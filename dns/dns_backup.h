@@ -29,7 +29,7 @@ public:
     [[nodiscard]] static std::expected<void, QString> store(const Entries &entries);
 
     /// The entries with the servers of services that are about to be changed. What a service had before the first
-    /// change stays, however often it is pointed at Pi-hole.
+    /// change stays, however often it is pointed at Pi-hole, and whenever what it has now is not known.
     [[nodiscard]] static Entries merged(Entries entries, const QList<NetworkService> &services);
 
     [[nodiscard]] static QByteArray encode(const Entries &entries);

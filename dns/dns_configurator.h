@@ -22,8 +22,14 @@ public:
     // Reading. Nothing here fails: a tool that does gives an empty answer.
 
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> listServices();
+    /// The names of all services, those that are switched off too; empty when macOS does not tell them.
+    [[nodiscard]] static QCoro::Task<QStringList> presentServices();
     /// The servers set by hand on the service; empty means automatic.
     [[nodiscard]] static QCoro::Task<QStringList> currentServers(QString service);
+    /// The same; absent when macOS did not tell them.
+    [[nodiscard]] static QCoro::Task<std::optional<QStringList>> readServers(QString service);
+    /// The services, those whose servers are not known read once more.
+    [[nodiscard]] static QCoro::Task<QList<NetworkService>> readAgain(QList<NetworkService> services);
     /// Device name by service name.
     [[nodiscard]] static QCoro::Task<QHash<QString, QString>> serviceDevices();
     [[nodiscard]] static QCoro::Task<std::optional<QString>> defaultRouteDevice();
@@ -34,7 +40,7 @@ public:
 
     // Changing. The caller saves the backup first. An answer is the reason of a failure, as a sentence for the user.
 
-    /// Keeps the servers of services that are about to be changed.
+    /// Keeps the servers of services that are about to be changed; read those again first that are not known.
     [[nodiscard]] static std::expected<void, QString> saveBackup(const QList<NetworkService> &services);
     /// Whether saved servers of at least one service can be read.
     [[nodiscard]] static bool hasBackup();
@@ -53,6 +59,7 @@ public:
     // From the tools' text to values.
 
     [[nodiscard]] static QStringList parseServiceNames(QStringView text);
+    [[nodiscard]] static QStringList parsePresentServices(QStringView text);
     [[nodiscard]] static QHash<QString, QString> parseServiceDevices(QStringView text);
     [[nodiscard]] static std::optional<QString> parseDefaultRoute(QStringView text);
     [[nodiscard]] static QStringList parseServers(QStringView text);

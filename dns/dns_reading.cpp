@@ -33,18 +33,45 @@ QCoro::Task<QList<NetworkService>> DNSConfigurator::listServices()
     for (const QString &name : names) {
         NetworkService service;
         service.name = name;
-        service.servers = co_await currentServers(name);
+        const std::optional<QStringList> servers = co_await readServers(name);
+        service.servers = servers.value_or(QStringList());
+        service.serversKnown = servers.has_value();
         service.isDefaultRoute = defaultDevice && devices.contains(name) && devices.value(name) == *defaultDevice;
         services += service;
     }
     co_return services;
 }
 
+QCoro::Task<QStringList> DNSConfigurator::presentServices()
+{
+    const QStringList list{QStringLiteral("-listallnetworkservices")};
+    const CommandResult listing = co_await networksetup(list);
+    co_return listing.succeeded() ? parsePresentServices(listing.standardOutput) : QStringList();
+}
+
 QCoro::Task<QStringList> DNSConfigurator::currentServers(QString service)
+{
+    const std::optional<QStringList> servers = co_await readServers(service);
+    co_return servers.value_or(QStringList());
+}
+
+QCoro::Task<std::optional<QStringList>> DNSConfigurator::readServers(QString service)
 {
     const QStringList question{QStringLiteral("-getdnsservers"), service};
     const CommandResult result = co_await networksetup(question);
-    co_return result.succeeded() ? parseServers(result.standardOutput) : QStringList();
+    if (!result.succeeded()) co_return std::nullopt;
+    co_return parseServers(result.standardOutput);
+}
+
+QCoro::Task<QList<NetworkService>> DNSConfigurator::readAgain(QList<NetworkService> services)
+{
+    for (NetworkService &service : services) {
+        if (service.serversKnown) continue;
+        const std::optional<QStringList> servers = co_await readServers(service.name);
+        service.servers = servers.value_or(QStringList());
+        service.serversKnown = servers.has_value();
+    }
+    co_return services;
 }
 
 QCoro::Task<QHash<QString, QString>> DNSConfigurator::serviceDevices()

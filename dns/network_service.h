@@ -12,6 +12,8 @@ struct NetworkService {
     QStringList servers;
     /// Whether it carries the internet connection.
     bool isDefaultRoute = false;
+    /// False when macOS did not tell the servers; the list is empty then.
+    bool serversKnown = true;
 
     bool operator==(const NetworkService &) const = default;
 };

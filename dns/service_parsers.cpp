@@ -31,6 +31,16 @@ QStringList DNSConfigurator::parseServiceNames(QStringView text)
     return names;
 }
 
+QStringList DNSConfigurator::parsePresentServices(QStringView text)
+{
+    QStringList names;
+    for (QStringView line : trimmedLines(text)) {
+        if (line.startsWith(u'*')) line = line.sliced(1);
+        if (!line.isEmpty() && !line.contains(u" (*)")) names += line.toString();
+    }
+    return names;
+}
+
 QHash<QString, QString> DNSConfigurator::parseServiceDevices(QStringView text)
 {
     QHash<QString, QString> devices;

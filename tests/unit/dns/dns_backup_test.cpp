@@ -31,6 +31,15 @@ DNSBackupEntry entry(const char *name, std::initializer_list<const char *> serve
 
 const DNSBackup::Entries kTwo{entry("Anna's \"LAN\" \\ ü 🙂", {"9.9.9.9", "fe80::1%en0"}), entry("Wi-Fi", {})};
 
+TEST(MergingBackups, Servers_that_macos_did_not_tell_never_replace_saved_ones)
+{
+    NetworkService unread = service("Wi-Fi", {});
+    unread.serversKnown = false;
+    EXPECT_EQ(DNSBackup::merged({entry("Wi-Fi", {"9.9.9.9"})}, {unread}),
+              DNSBackup::Entries{entry("Wi-Fi", {"9.9.9.9"})});
+    EXPECT_EQ(DNSBackup::merged({}, {unread}), DNSBackup::Entries{entry("Wi-Fi", {})});
+}
+
 TEST(BackupText, Is_pretty_json_with_sorted_keys)
 {
     EXPECT_EQ(DNSBackup::encode({entry("Wi-Fi", {"9.9.9.9"}), entry("LAN", {})}), R"([

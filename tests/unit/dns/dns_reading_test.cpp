@@ -82,6 +82,30 @@ TEST(ListingServices, Gives_nothing_when_the_tool_fails_or_is_missing)
     EXPECT_EQ(networksetup.calls().size(), 1);
 }
 
+TEST(ListingServices, Shows_servers_that_macos_does_not_tell_as_automatic_and_says_so)
+{
+    const FakeTool networksetup(kNetworksetup, "case $1:$2 in -listall*) printf 'A\nB\n' ;; *:A) exit 4 ;; esac");
+    const QList<NetworkService> services = resultOf(DNSConfigurator::listServices());
+    ASSERT_EQ(services.size(), 2);
+    EXPECT_TRUE(services[0].servers.isEmpty());
+    EXPECT_FALSE(services[0].serversKnown);
+    EXPECT_TRUE(services[1].serversKnown);
+}
+
+TEST(ReadingAgain, Asks_only_for_what_is_not_known)
+{
+    NetworkService unread;
+    unread.name = QStringLiteral("A");
+    unread.serversKnown = false;
+    const NetworkService known{.name = QStringLiteral("B"), .servers = {QStringLiteral("9.9.9.9")}};
+    const FakeTool networksetup(kNetworksetup, "echo 8.8.8.8");
+    const QList<NetworkService> services = resultOf(DNSConfigurator::readAgain({unread, known}));
+    EXPECT_EQ(services[0].servers, QStringList{QStringLiteral("8.8.8.8")});
+    EXPECT_TRUE(services[0].serversKnown);
+    EXPECT_EQ(services[1], known);
+    EXPECT_EQ(networksetup.calls().size(), 1);
+}
+
 TEST(CurrentServers, Of_a_tool_that_fails_are_none)
 {
     const FakeTool networksetup(kNetworksetup, printing("127.0.0.1", 1));
