@@ -271,7 +271,6 @@ private:
     [[nodiscard]] QCoro::Task<> startUpdate(QString newTag);
     [[nodiscard]] QCoro::Task<> finishUpdate(bool succeeded, QString oldTag, QString newTag);
     void finishPortChange(bool succeeded);
-    [[nodiscard]] QCoro::Task<std::optional<QString>> restoreBeforeRemoval();
     [[nodiscard]] QCoro::Task<> removeContainer();
     void forgetPihole();
 

@@ -189,11 +189,10 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
     const BusyKey mark(this, QStringLiteral("restoredns"));
     setDnsPlace(from);
     setDnsMessage({});
-    const std::optional<QString> failure = co_await DNSConfigurator::restore();
+    const DNSRestore restored = co_await DNSConfigurator::restore();
     if (!alive) co_return;
-    if (failure) {
-        setDnsMessage(*failure);
-    } else {
+    setDnsMessage(restored.failure.value_or(restored.remark));
+    if (!restored.failure) {
         setNotice(QStringLiteral("Your old DNS settings are back."));
         Outcomes results = outcomes();
         results.remove(QStringLiteral("system"));

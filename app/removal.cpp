@@ -32,12 +32,6 @@ Alert removalQuestion()
     return alert;
 }
 
-bool anyPointsAtPihole(const QList<NetworkService> &services)
-{
-    return std::ranges::any_of(
-        services, [](const NetworkService &service) { return service.servers.contains(QStringLiteral("127.0.0.1")); });
-}
-
 /// Whether what was to be removed is not there any more: removed now, or earlier.
 bool isGone(const CommandResult &removal)
 {
@@ -73,26 +67,17 @@ QCoro::Task<> AppModel::removePihole()
     // To the end: nobody may point this Mac at a Pi-hole that is about to go.
     const BusyKey mark(this, QStringLiteral("restoredns"));
     setNotice({});
-    const std::optional<QString> failure = co_await restoreBeforeRemoval();
+    const DNSRestore restored = co_await DNSConfigurator::restoreForRemoval();
     if (!alive) co_return;
-    if (failure) {
-        setNotice(QStringLiteral("Pi-hole was not removed because your DNS could not be restored: ") + *failure);
+    if (restored.failure) {
+        setNotice(QStringLiteral("Pi-hole was not removed because your DNS could not be restored: ") +
+                  *restored.failure);
         co_return;
     }
+    setDnsMessage(restored.remark);
     co_await removeContainer();
     if (!alive) co_return;
     co_await refreshStatus(false);
-}
-
-/// Puts the old DNS servers back when there are any or Pi-hole is in use; why it could not, or nothing.
-QCoro::Task<std::optional<QString>> AppModel::restoreBeforeRemoval()
-{
-    const QList<NetworkService> found = co_await DNSConfigurator::listServices();
-    const bool inUse = anyPointsAtPihole(found);
-    if (!inUse && !QFile::exists(DNSConfigurator::backupFile())) co_return std::nullopt;
-    // A backup that holds nothing is no reason to keep Pi-hole, as long as nothing is known to use it.
-    if (!inUse && !found.isEmpty() && !DNSConfigurator::hasBackup()) co_return std::nullopt;
-    co_return co_await DNSConfigurator::restore();
 }
 
 QCoro::Task<> AppModel::removeContainer()

@@ -69,11 +69,11 @@ QString DNSConfigurator::friendly(const CommandResult &result)
 QCoro::Task<std::optional<QString>> DNSConfigurator::apply(QStringList services, bool piholeOnly)
 {
     const QStringList servers = piholeServers(piholeOnly);
-    QStringList commands;
+    ServerChanges changes;
     for (const QString &service : services)
-        commands += setCommand(service, servers);
+        changes += {service, servers};
 
-    const std::optional<QString> failure = co_await runAsAdministrator(commands);
+    const std::optional<QString> failure = co_await changeServers(changes);
     if (failure) co_return failure;
 
     for (const QString &service : services) {
@@ -81,19 +81,6 @@ QCoro::Task<std::optional<QString>> DNSConfigurator::apply(QStringList services,
         if (shown != servers) co_return notKept(service, shown);
     }
     co_return std::nullopt;
-}
-
-QCoro::Task<std::optional<QString>> DNSConfigurator::restore()
-{
-    QStringList commands = commandsFromBackup();
-    if (commands.isEmpty()) {
-        const QList<NetworkService> services = co_await listServices();
-        commands = commandsToAutomatic(services);
-    }
-    if (commands.isEmpty()) {
-        co_return QStringLiteral("There is nothing to restore: no saved settings and no service points at Pi-hole.");
-    }
-    co_return co_await runAsAdministrator(commands);
 }
 
 } // namespace corvane

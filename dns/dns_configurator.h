@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dns/dns_restore.h"
 #include "dns/network_service.h"
 #include "dns/resolver_report.h"
 #include "exec/command_result.h"
@@ -47,8 +48,12 @@ public:
     [[nodiscard]] static QString backupFile();
     /// Points the services at Pi-hole with one administrator prompt and checks that macOS kept it.
     [[nodiscard]] static QCoro::Task<std::optional<QString>> apply(QStringList services, bool piholeOnly);
-    /// Puts the saved servers back with one administrator prompt; with nothing saved, automatic DNS.
-    [[nodiscard]] static QCoro::Task<std::optional<QString>> restore();
+    /// Puts the saved servers back with one administrator prompt. When none of a service that still exists are saved,
+    /// every service that lists Pi-hole becomes automatic.
+    [[nodiscard]] static QCoro::Task<DNSRestore> restore();
+    /// What has to be done before Pi-hole goes, with one administrator prompt: the saved servers are put back, and
+    /// every other service that lists Pi-hole becomes automatic. Without either it succeeds and asks nothing.
+    [[nodiscard]] static QCoro::Task<DNSRestore> restoreForRemoval();
 
     [[nodiscard]] static QString setCommand(const QString &service, const QStringList &servers);
     /// Runs the shell script as root after the user has agreed.
