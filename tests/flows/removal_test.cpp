@@ -115,6 +115,32 @@ TEST_F(Removal, The_old_dns_is_back_before_the_container_goes)
     EXPECT_GE(removed, restored);
 }
 
+TEST_F(Removal, No_service_is_left_pointing_at_a_pihole_that_is_gone)
+{
+    protect({QStringLiteral("9.9.9.9")});
+    Mac::ctl(QStringLiteral("service add Ethernet en9 linked"));
+    Mac::ctl(QStringLiteral("servers Ethernet 127.0.0.1"));
+    remove();
+    EXPECT_TEXT(model().notice(), "Pi-hole was removed.");
+    EXPECT_EQ(wifiServers(), QStringList{QStringLiteral("9.9.9.9")});
+    for (const NetworkService &service : QCoro::waitFor(DNSConfigurator::listServices()))
+        EXPECT_FALSE(service.servers.contains(QStringLiteral("127.0.0.1"))) << service.name.toStdString();
+    EXPECT_EQ(Mac::prompts(), 1);
+    expectAllForgotten();
+}
+
+TEST_F(Removal, A_saved_service_that_is_gone_holds_nothing_up)
+{
+    Mac::ctl(QStringLiteral("service add Ethernet en9 linked"));
+    protect({QStringLiteral("9.9.9.9")});
+    Mac::ctl(QStringLiteral("service remove Ethernet"));
+    remove();
+    EXPECT_TEXT(model().notice(), "Pi-hole was removed.");
+    EXPECT_TEXT(model().dnsMessage(), "Not on this Mac any more: Ethernet. The old servers stay saved.");
+    EXPECT_EQ(wifiServers(), QStringList{QStringLiteral("9.9.9.9")});
+    expectAllForgotten();
+}
+
 TEST_F(Removal, The_set_up_begins_anew_at_its_first_step)
 {
     model().go(7);

@@ -1,3 +1,4 @@
+#include "dns/dns_backup.h"
 #include "dns/dns_configurator.h"
 #include "tests/flows/in_state.h"
 
@@ -26,6 +27,15 @@ QMap<QString, QStringList> allServers()
 void giveServers(const QString &service, const QStringList &servers)
 {
     Mac::ctl(QStringList{QStringLiteral("servers"), service} + servers);
+}
+
+/// networksetup does not tell the servers of Wi-Fi.
+void failReadingWifi(const QStringList &when)
+{
+    const QStringList fault{QStringLiteral("fault"),  QStringLiteral("networksetup"),
+                            QStringLiteral("fail"),   QStringLiteral("4"),
+                            QStringLiteral("--when"), QStringLiteral("*getdnsservers Wi-Fi")};
+    Mac::ctl(fault + when);
 }
 
 /// A Mac whose Pi-hole answers, before any change.
@@ -120,16 +130,53 @@ TEST_F(Restoring, A_damaged_backup_counts_as_none)
     EXPECT_EQ(allServers()[kWifi], QStringList());
 }
 
-TEST_F(Restoring, A_service_that_is_gone_stops_the_restore_with_macos_own_words)
+TEST_F(Restoring, A_service_that_is_gone_is_named_and_the_others_are_restored)
 {
-    apply({kWifi, QStringLiteral("Thunderbolt Bridge")});
+    const QString bridge = QStringLiteral("Thunderbolt Bridge");
+    giveServers(bridge, {QStringLiteral("9.9.9.9")});
+    apply({kWifi, bridge});
     Mac::ctl(QStringList{QStringLiteral("service"), QStringLiteral("remove"), kWifi});
     run(model().restoreOldSettings());
-    EXPECT_TRUE(model().dnsMessage().contains(QStringLiteral("is not a recognized network service")))
+    EXPECT_TEXT(model().dnsMessage(), "Not on this Mac any more: Wi-Fi. The old servers stay saved.");
+    EXPECT_TEXT(model().notice(), "Your old DNS settings are back.");
+    EXPECT_EQ(allServers()[bridge], QStringList{QStringLiteral("9.9.9.9")});
+    EXPECT_EQ(DNSBackup::load().size(), 2) << "both entries are kept";
+    EXPECT_EQ(Mac::prompts(), 2);
+    EXPECT_TRUE(quiet());
+}
+
+TEST_F(Restoring, A_restore_that_stops_half_way_says_what_it_changed)
+{
+    const QString bridge = QStringLiteral("Thunderbolt Bridge");
+    apply({kWifi, bridge});
+    Mac::ctl(QStringLiteral("fault networksetup fail 4 --at 2 --when *setdnsservers*"));
+    run(model().restoreOldSettings());
+    EXPECT_TRUE(
+        model().dnsMessage().endsWith(QStringLiteral("\nChanged before that: ") + DNSBackup::load()[0].service + u'.'))
         << model().dnsMessage().toStdString();
     EXPECT_TEXT(model().notice(), "");
     EXPECT_TRUE(model().outcomes().contains(kSystem)) << "the outcome stays when the restore fails";
-    EXPECT_TRUE(quiet());
+}
+
+TEST_F(Restoring, Servers_that_could_not_be_read_for_the_list_are_read_again_before_they_are_saved)
+{
+    giveServers(kWifi, {QStringLiteral("9.9.9.9")});
+    failReadingWifi({QStringLiteral("--at"), QStringLiteral("1")});
+    apply({kWifi});
+    EXPECT_TRUE(user.alerts().last().text.contains(QStringLiteral("Wi-Fi: Automatic"))) << "as the list showed it";
+    run(model().restoreOldSettings());
+    EXPECT_EQ(allServers()[kWifi], QStringList{QStringLiteral("9.9.9.9")});
+}
+
+TEST_F(Restoring, Servers_that_cannot_be_read_do_not_replace_what_was_saved)
+{
+    giveServers(kWifi, {QStringLiteral("9.9.9.9")});
+    apply({kWifi});
+    failReadingWifi({});
+    apply({kWifi});
+    Mac::ctl(QStringLiteral("fault clear"));
+    run(model().restoreOldSettings());
+    EXPECT_EQ(allServers()[kWifi], QStringList{QStringLiteral("9.9.9.9")});
 }
 
 TEST_F(Restoring, A_change_and_a_restore_never_run_at_once)

@@ -5,6 +5,8 @@
 #include "tests/support/home_folder.h"
 #include "tests/support/result_of.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace corvane {
@@ -40,7 +42,6 @@ protected:
 };
 
 class Applying : public ChangingDns {};
-class Restoring : public ChangingDns {};
 
 TEST_F(Applying, Asks_once_for_all_services_and_checks_each)
 {
@@ -50,8 +51,8 @@ TEST_F(Applying, Asks_once_for_all_services_and_checks_each)
     EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi, kLan}, false)), kSuccess);
     EXPECT_EQ(osascript.calls(),
               onePrompt({DNSConfigurator::setCommand(kWifi, servers), DNSConfigurator::setCommand(kLan, servers)}));
-    EXPECT_EQ(networksetup.calls(), (QList<QStringList>{{QStringLiteral("-getdnsservers"), kWifi},
-                                                        {QStringLiteral("-getdnsservers"), kLan}}));
+    const QList<QStringList> each{{QStringLiteral("-getdnsservers"), kWifi}, {QStringLiteral("-getdnsservers"), kLan}};
+    EXPECT_EQ(networksetup.calls(), each + each) << "before and after";
 }
 
 TEST_F(Applying, Pihole_only_sets_no_second_server)
@@ -69,7 +70,7 @@ TEST_F(Applying, Names_the_first_service_that_macos_did_not_change)
         const FakeTool networksetup(kNetworksetup, printing("127.0.0.1"));
         EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi, kLan}, false)),
                   QStringLiteral("macOS did not keep the new DNS servers for Wi-Fi (it shows: 127.0.0.1)."));
-        EXPECT_EQ(networksetup.calls().size(), 1);
+        EXPECT_EQ(networksetup.calls().last(), (QStringList{QStringLiteral("-getdnsservers"), kWifi}));
     }
     {
         const FakeTool networksetup(kNetworksetup, "[ \"$2\" = Wi-Fi ] && echo 127.0.0.1 && echo 1.1.1.1 && exit\n"
@@ -92,56 +93,33 @@ TEST_F(Applying, A_cancelled_prompt_is_said_and_nothing_is_checked)
     EXPECT_TRUE(networksetup.calls().isEmpty());
 }
 
+TEST_F(Applying, A_change_that_stops_half_way_names_what_was_changed)
+{
+    QTemporaryDir folder;
+    const QByteArray changed = QFile::encodeName(folder.filePath(QStringLiteral("changed")));
+    const FakeTool osascript(kOsascript,
+                             "touch " + changed + "; echo '0:9: execution error: LAN is gone. (4)' >&2; exit 1");
+    const FakeTool networksetup(kNetworksetup, "[ \"$2\" = Wi-Fi ] || { echo 9.9.9.9; exit; }\n[ -e " + changed +
+                                                   " ] && echo 127.0.0.1 || echo 8.8.8.8");
+    const QStringList services{kWifi, kLan, QStringLiteral("USB")};
+    EXPECT_EQ(resultOf(DNSConfigurator::apply(services, true)),
+              QStringLiteral("0:9: execution error: LAN is gone. (4)\nChanged before that: Wi-Fi."));
+}
+
+TEST_F(Applying, A_service_that_was_at_pihole_before_was_not_changed_by_a_change_that_failed)
+{
+    const FakeTool osascript(kOsascript,
+                             "echo '0:9: execution error: The password was incorrect. (-60007)' >&2; exit 1");
+    const FakeTool networksetup(kNetworksetup, printing("127.0.0.1"));
+    EXPECT_EQ(resultOf(DNSConfigurator::apply({kWifi, kLan}, true)),
+              QStringLiteral("0:9: execution error: The password was incorrect. (-60007)"));
+}
+
 TEST_F(Applying, What_networksetup_complained_about_is_shown)
 {
     const FakeTool osascript(kOsascript, printing("Wi-Fu is not a recognized network service.", 1));
     EXPECT_EQ(resultOf(DNSConfigurator::apply({QStringLiteral("Wi-Fu")}, false)),
               QStringLiteral("Wi-Fu is not a recognized network service."));
-}
-
-TEST_F(Restoring, Puts_every_saved_service_back_with_one_prompt_and_checks_nothing)
-{
-    ASSERT_TRUE(DNSBackup::store({{kLan, list({"9.9.9.9", "8.8.8.8"})}, {kWifi, {}}}));
-    const FakeTool osascript(kOsascript, "");
-    const FakeTool networksetup(kNetworksetup, "");
-    EXPECT_EQ(resultOf(DNSConfigurator::restore()), kSuccess);
-    EXPECT_EQ(osascript.calls(), onePrompt({DNSConfigurator::setCommand(kLan, list({"9.9.9.9", "8.8.8.8"})),
-                                            DNSConfigurator::setCommand(kWifi, {})}));
-    EXPECT_TRUE(networksetup.calls().isEmpty());
-    EXPECT_TRUE(DNSConfigurator::hasBackup());
-}
-
-TEST_F(Restoring, With_nothing_saved_sets_services_at_pihole_to_automatic)
-{
-    const FakeTool osascript(kOsascript, "");
-    const FakeTool networksetup(kNetworksetup,
-                                "case \"$1:$2\" in -listall*) printf 'A\\nB\\nC\\n' ;; *:A) echo 127.0.0.1 ;;\n"
-                                "*:B) echo 9.9.9.9 ;; *:C) printf '9.9.9.9\\n127.0.0.1\\n' ;; esac");
-    EXPECT_EQ(resultOf(DNSConfigurator::restore()), kSuccess);
-    EXPECT_EQ(osascript.calls(), onePrompt({DNSConfigurator::setCommand(QStringLiteral("A"), {}),
-                                            DNSConfigurator::setCommand(QStringLiteral("C"), {})}));
-}
-
-TEST_F(Restoring, With_nothing_to_restore_says_so_and_shows_no_prompt)
-{
-    const FakeTool osascript(kOsascript, "");
-    const FakeTool networksetup(kNetworksetup, "case $1 in -listall*) echo A ;; *) echo 9.9.9.9 ;; esac");
-    EXPECT_EQ(resultOf(DNSConfigurator::restore()),
-              QStringLiteral("There is nothing to restore: no saved settings and no service points at Pi-hole."));
-    EXPECT_TRUE(osascript.calls().isEmpty());
-}
-
-TEST_F(Restoring, A_refusal_is_said)
-{
-    ASSERT_TRUE(DNSBackup::store({{kWifi, {}}}));
-    const FakeTool osascript(kOsascript, "exit 1");
-    EXPECT_EQ(resultOf(DNSConfigurator::restore()), QStringLiteral("macOS refused the change."));
-}
-
-TEST_F(Restoring, Without_osascript_is_a_refusal)
-{
-    ASSERT_TRUE(DNSBackup::store({{kWifi, {}}}));
-    EXPECT_EQ(resultOf(DNSConfigurator::restore()), QStringLiteral("macOS refused the change."));
 }
 
 } // namespace
