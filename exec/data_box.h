@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringDecoder>
 
 #include <unistd.h>
 
@@ -28,7 +29,13 @@ public:
     [[nodiscard]] qsizetype size() const { return m_bytes.size(); }
 
     /// The bytes as text, invalid UTF-8 repaired; the box is empty afterwards.
-    [[nodiscard]] QString takeText() { return QString::fromUtf8(std::exchange(m_bytes, QByteArray())); }
+    [[nodiscard]] QString takeText()
+    {
+        // QString::fromUtf8 would drop a byte order mark.
+        QStringDecoder decoder(QStringDecoder::Utf8,
+                               QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+        return decoder.decode(std::exchange(m_bytes, QByteArray()));
+    }
 
 private:
     static constexpr qsizetype kChunk = 64 * 1024;

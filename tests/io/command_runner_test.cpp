@@ -121,6 +121,25 @@ TEST(CommandRunner, A_thousand_extra_variables_arrive)
     EXPECT_EQ(runChild({u"env"_s, u"CORVANE_MANY_"_s}, 10, extra).standardOutput, u"1000"_s);
 }
 
+TEST(CommandRunner, A_byte_order_mark_is_kept)
+{
+    const QByteArrayView marked("\xEF\xBB\xBFtext");
+    EXPECT_EQ(runChild({u"print"_s, hex(marked), hex("")}).standardOutput, u"\uFEFFtext"_s);
+}
+
+TEST(CommandRunner, Both_streams_can_be_had_in_the_order_in_which_they_were_written)
+{
+    QString expected;
+    for (int i = 0; i < 500; ++i)
+        expected += QString::number(i) + u'\n';
+    const QStringList args{u"both-streams"_s, u"500"_s};
+    auto task = CommandRunner::run(childPath(), args, 60, {}, Streams::Together);
+    const CommandResult result = QCoro::waitFor(task);
+    EXPECT_EQ(result.standardOutput, expected);
+    EXPECT_EQ(result.standardError, QString());
+    EXPECT_EQ(result.status, 0);
+}
+
 TEST(CommandRunner, Invalid_utf8_is_repaired)
 {
     EXPECT_EQ(runChild({u"print"_s,
