@@ -17,10 +17,10 @@ namespace {
 /// Strings in the shape in which a program is given them.
 class StringVector {
 public:
-    void add(const QString &text)
+    void add(const QByteArray &string)
     {
-        m_hasNul = m_hasNul || text.contains(QChar::Null);
-        m_strings.push_back(text.toUtf8());
+        m_hasNul = m_hasNul || string.contains('\0');
+        m_strings.push_back(string);
     }
 
     /// Whether a string holds the character that no program can be given.
@@ -99,16 +99,17 @@ std::expected<Pipe, int> openReadPipe()
 
 } // namespace
 
-std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &args, const Environment &extra)
+std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &args, const Environment &extra,
+                                         Streams streams)
 {
     StringVector arguments;
-    arguments.add(exe);
+    arguments.add(exe.toUtf8());
     for (const QString &argument : args)
-        arguments.add(argument);
+        arguments.add(argument.toUtf8());
     StringVector variables;
-    const Environment environment = Tools::environment(extra);
+    const auto environment = Tools::environment(extra);
     for (auto it = environment.begin(); it != environment.end(); ++it)
-        variables.add(it.key() + u'=' + it.value());
+        variables.add(it.key() + '=' + it.value());
     if (arguments.hasNul() || variables.hasNul()) return std::unexpected(EINVAL);
 
     auto output = openReadPipe();

@@ -9,7 +9,8 @@ namespace corvane {
 
 const QStringList &Tools::searchDirs()
 {
-    static const QStringList kSearchDirs{
+    // Never destroyed: a worker thread may outlive main().
+    static const QStringList &dirs = *new QStringList{
         QStringLiteral("/opt/homebrew/bin"),
         QStringLiteral("/usr/local/bin"),
         QStringLiteral("/usr/bin"),
@@ -18,7 +19,7 @@ const QStringList &Tools::searchDirs()
         QStringLiteral("/sbin"),
         QStringLiteral("/Applications/Docker.app/Contents/Resources/bin"),
     };
-    return kSearchDirs;
+    return dirs;
 }
 
 std::optional<QString> Tools::find(const QString &name, const QStringList &dirs)
@@ -30,17 +31,18 @@ std::optional<QString> Tools::find(const QString &name, const QStringList &dirs)
     return std::nullopt;
 }
 
-Environment Tools::environment(const Environment &extra)
+QMap<QByteArray, QByteArray> Tools::environment(const Environment &extra)
 {
-    Environment result;
+    QMap<QByteArray, QByteArray> result;
     for (char **entry = environ; *entry; ++entry) {
         const QByteArrayView variable(*entry);
         const qsizetype nameEnd = variable.indexOf('=');
         if (nameEnd <= 0) continue;
-        result.insert(QString::fromUtf8(variable.first(nameEnd)), QString::fromUtf8(variable.sliced(nameEnd + 1)));
+        result.insert(variable.first(nameEnd).toByteArray(), variable.sliced(nameEnd + 1).toByteArray());
     }
-    result.insert(QStringLiteral("PATH"), searchDirs().join(u':'));
-    result.insert(extra);
+    result.insert("PATH", searchDirs().join(u':').toUtf8());
+    for (auto it = extra.begin(); it != extra.end(); ++it)
+        result.insert(it.key().toUtf8(), it.value().toUtf8());
     return result;
 }
 

@@ -17,8 +17,9 @@ public:
     /// The first of dir + "/" + name that is an executable file.
     [[nodiscard]] static std::optional<QString> find(const QString &name, const QStringList &dirs);
 
-    /// This process's environment with PATH replaced by the search folders, then with `extra` laid over it.
-    [[nodiscard]] static Environment environment(const Environment &extra);
+    /// This process's environment, byte for byte, with PATH replaced by the search folders, then with `extra` laid over
+    /// it.
+    [[nodiscard]] static QMap<QByteArray, QByteArray> environment(const Environment &extra);
 };
 
 } // namespace corvane

@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace corvane {
 
 using namespace Qt::Literals::StringLiterals;
@@ -69,21 +71,47 @@ TEST(Tools, Find_answers_nothing_where_nothing_is)
 TEST(Tools, The_environment_is_inherited_but_for_the_path)
 {
     qputenv("CORVANE_PROBE", "inherited");
-    const Environment environment = Tools::environment({});
+    const auto environment = Tools::environment({});
     qunsetenv("CORVANE_PROBE");
-    EXPECT_EQ(environment.value(u"CORVANE_PROBE"_s), u"inherited"_s);
-    EXPECT_EQ(environment.value(u"PATH"_s), Tools::searchDirs().join(u':'));
+    EXPECT_EQ(environment.value("CORVANE_PROBE"), "inherited");
+    EXPECT_EQ(environment.value("PATH"), Tools::searchDirs().join(u':').toUtf8());
+}
+
+TEST(Tools, Inherited_variables_keep_their_bytes_in_any_encoding)
+{
+    const QByteArray latin1("caf\xE9");
+    qputenv("CORVANE_PROBE", latin1);
+    const auto environment = Tools::environment({});
+    qunsetenv("CORVANE_PROBE");
+    EXPECT_EQ(environment.value("CORVANE_PROBE"), latin1);
+}
+
+/// What a worker does that is still busy when the program ends.
+void useSearchDirs()
+{
+    if (Tools::environment({}).value("PATH").isEmpty()) std::abort();
+}
+
+TEST(ToolsDeathTest, Can_be_used_until_the_very_end_of_the_program)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const auto endWithAWorker = [] {
+        std::atexit(useSearchDirs);
+        (void)Tools::searchDirs();
+        std::exit(0);
+    };
+    EXPECT_EXIT(endWithAWorker(), testing::ExitedWithCode(0), "");
 }
 
 TEST(Tools, Extra_variables_win_over_everything)
 {
     qputenv("CORVANE_PROBE", "inherited");
-    const Environment environment = Tools::environment(
+    const auto environment = Tools::environment(
         {{u"CORVANE_PROBE"_s, u"extra"_s}, {u"PATH"_s, u"/mine"_s}, {u"HOMEBREW_NO_ENV_HINTS"_s, u"1"_s}});
     qunsetenv("CORVANE_PROBE");
-    EXPECT_EQ(environment.value(u"CORVANE_PROBE"_s), u"extra"_s);
-    EXPECT_EQ(environment.value(u"PATH"_s), u"/mine"_s);
-    EXPECT_EQ(environment.value(u"HOMEBREW_NO_ENV_HINTS"_s), u"1"_s);
+    EXPECT_EQ(environment.value("CORVANE_PROBE"), "extra");
+    EXPECT_EQ(environment.value("PATH"), "/mine");
+    EXPECT_EQ(environment.value("HOMEBREW_NO_ENV_HINTS"), "1");
 }
 
 } // namespace corvane
