@@ -22,10 +22,17 @@ namespace {
 /// Every child that somebody waits for, and those that nobody waits for any more but that have not ended.
 class Registry {
 public:
-    void add(ChildProcess *child)
+    void add(ChildProcess *child, ChildProcess::Era asked)
     {
         const std::lock_guard guard(m_mutex);
         m_awaited.insert(child);
+        if (asked != m_era) child->terminate();
+    }
+
+    [[nodiscard]] ChildProcess::Era era()
+    {
+        const std::lock_guard guard(m_mutex);
+        return m_era;
     }
 
     void remove(ChildProcess *child)
@@ -50,12 +57,14 @@ public:
     void terminateAwaited()
     {
         const std::lock_guard guard(m_mutex);
+        ++m_era;
         for (ChildProcess *child : m_awaited)
             child->terminate();
     }
 
 private:
     std::mutex m_mutex;
+    ChildProcess::Era m_era = 0;
     std::unordered_set<ChildProcess *> m_awaited;
     std::vector<pid_t> m_survivors;
 };
@@ -108,32 +117,32 @@ void keepExitStatuses()
 
 } // namespace
 
-std::expected<std::shared_ptr<ChildProcess>, QString> ChildProcess::start(const QString &exe, const QStringList &args,
-                                                                          const Environment &extra)
+std::expected<std::shared_ptr<ChildProcess>, QString>
+ChildProcess::start(const QString &exe, const QStringList &args, const Environment &extra, Streams streams, Era asked)
 {
     static std::once_flag once;
     std::call_once(once, keepExitStatuses);
     registry().sweep();
 
-    auto spawned = spawnProgram(exe, args, extra);
+    auto spawned = spawnProgram(exe, args, extra, streams);
     if (!spawned) return std::unexpected(systemWords(spawned.error()));
     FileDescriptor exitWatch(platform::watchExit(spawned->pid));
     const int watchError = errno;
     const bool watched = exitWatch.isOpen();
-    std::shared_ptr<ChildProcess> child(
-        new ChildProcess(spawned->pid, std::move(exitWatch), std::move(spawned->output), std::move(spawned->error)));
+    std::shared_ptr<ChildProcess> child(new ChildProcess(spawned->pid, std::move(exitWatch), std::move(spawned->output),
+                                                         std::move(spawned->error), asked));
     if (watched) return child;
     child->terminate();
     return std::unexpected(systemWords(watchError));
 }
 
-ChildProcess::ChildProcess(pid_t pid, FileDescriptor exitWatch, FileDescriptor output, FileDescriptor error)
+ChildProcess::ChildProcess(pid_t pid, FileDescriptor exitWatch, FileDescriptor output, FileDescriptor error, Era asked)
     : m_pid(pid)
     , m_exitWatch(std::move(exitWatch))
     , m_output(std::move(output))
     , m_error(std::move(error))
 {
-    registry().add(this);
+    registry().add(this, asked);
 }
 
 ChildProcess::~ChildProcess()
@@ -154,20 +163,8 @@ bool ChildProcess::readUntilEnd(const ReadSome &output, const ReadSome &error, C
             readWhatIsThere(m_error, error);
             return true;
         }
-        if (Clock::now() >= limit) return false;
         if (waiting[1].revents != 0) readOnce(m_output, output);
         if (waiting[2].revents != 0) readOnce(m_error, error);
-    }
-}
-
-bool ChildProcess::waitForEnd(Clock::time_point limit)
-{
-    for (;;) {
-        pollfd waiting{m_exitWatch.number(), POLLIN, 0};
-        if (poll(&waiting, 1, pollTime(limit)) > 0) {
-            collect();
-            return true;
-        }
         if (Clock::now() >= limit) return false;
     }
 }
@@ -195,6 +192,8 @@ void ChildProcess::terminate()
     const std::lock_guard guard(m_mutex);
     if (!m_status) kill(m_pid, SIGTERM);
 }
+
+ChildProcess::Era ChildProcess::era() { return registry().era(); }
 
 void ChildProcess::terminateAll() { registry().terminateAwaited(); }
 

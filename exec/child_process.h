@@ -25,9 +25,14 @@ public:
     /// Reads some bytes as read(2) does: answers their number, 0 at the end, or -1 with errno.
     using ReadSome = std::function<ssize_t(int descriptor)>;
 
-    /// The started program, or why it could not be started, in the system's words.
+    /// How often all children were told to end.
+    using Era = quint64;
+    [[nodiscard]] static Era era();
+
+    /// The started program, or why it could not be started, in the system's words. One that was asked for in an earlier
+    /// era is told to end at once.
     [[nodiscard]] static std::expected<std::shared_ptr<ChildProcess>, QString>
-    start(const QString &exe, const QStringList &args, const Environment &extra);
+    start(const QString &exe, const QStringList &args, const Environment &extra, Streams streams, Era asked);
 
     /// A child that still runs is left to itself.
     ~ChildProcess();
@@ -36,20 +41,17 @@ public:
     /// keep them open. False when the limit came first.
     [[nodiscard]] bool readUntilEnd(const ReadSome &output, const ReadSome &error, Clock::time_point limit);
 
-    /// Waits for the end without reading; false when the limit came first.
-    bool waitForEnd(Clock::time_point limit);
-
     /// The exit status, or the number of the signal that ended it; absent while it runs.
     [[nodiscard]] std::optional<int> status() const;
 
     /// Sends SIGTERM, unless it has ended.
     void terminate();
 
-    /// Sends SIGTERM to every child that a thread of this process still waits for.
+    /// Sends SIGTERM to every child that a thread of this process still waits for, and begins a new era.
     static void terminateAll();
 
 private:
-    ChildProcess(pid_t pid, FileDescriptor exitWatch, FileDescriptor output, FileDescriptor error);
+    ChildProcess(pid_t pid, FileDescriptor exitWatch, FileDescriptor output, FileDescriptor error, Era asked);
     void collect();
 
     mutable std::mutex m_mutex;

@@ -13,9 +13,6 @@ namespace corvane {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr auto kGrace = 2s;
 constexpr double kLongestTimeout = 1e9;
 
 ChildProcess::Clock::time_point limitAfter(double seconds)
@@ -33,6 +30,32 @@ CommandResult notStarted(const QString &reason)
 
 bool onMainThread() { return qApp && QThread::currentThread() == qApp->thread(); }
 
+CommandResult capture(ChildProcess &child, ChildProcess::Clock::time_point limit)
+{
+    DataBox output;
+    DataBox error;
+    const auto readOutput = [&](int from) { return output.readFrom(from); };
+    const auto readError = [&](int from) { return error.readFrom(from); };
+    CommandResult result;
+    result.timedOut = !child.readUntilEnd(readOutput, readError, limit);
+    if (result.timedOut) {
+        child.terminate();
+        (void)child.readUntilEnd(readOutput, readError, limitAfter(CommandRunner::kGrace));
+    }
+    result.status = child.status().value_or(-1);
+    result.standardOutput = output.takeText();
+    result.standardError = error.takeText();
+    return result;
+}
+
+CommandResult startAndCapture(const QString &exe, const QStringList &args, double timeout, const Environment &env,
+                              Streams streams, ChildProcess::Era asked)
+{
+    const auto limit = limitAfter(timeout);
+    const auto started = ChildProcess::start(exe, args, env, streams, asked);
+    return started ? capture(**started, limit) : notStarted(started.error());
+}
+
 } // namespace
 
 CommandResult CommandRunner::runSync(const QString &exe, const QStringList &args, double timeout,
@@ -42,29 +65,17 @@ CommandResult CommandRunner::runSync(const QString &exe, const QStringList &args
         qCritical("A blocking command was refused on the main thread: %ls", qUtf16Printable(exe));
         return notStarted(QStringLiteral("A blocking command cannot run on the main thread."));
     }
-    const auto limit = limitAfter(timeout);
-    const auto started = ChildProcess::start(exe, args, env);
-    if (!started) return notStarted(started.error());
-    ChildProcess &child = **started;
-
-    DataBox output;
-    DataBox error;
-    CommandResult result;
-    result.timedOut = !child.readUntilEnd([&](int from) { return output.readFrom(from); },
-                                          [&](int from) { return error.readFrom(from); }, limit);
-    if (result.timedOut) {
-        child.terminate();
-        child.waitForEnd(ChildProcess::Clock::now() + kGrace);
-    }
-    result.status = child.status().value_or(-1);
-    result.standardOutput = output.takeText();
-    result.standardError = error.takeText();
-    return result;
+    return startAndCapture(exe, args, timeout, env, Streams::Apart, ChildProcess::era());
 }
 
-QCoro::Task<CommandResult> CommandRunner::run(QString exe, QStringList args, double timeout, Environment env)
+QCoro::Task<CommandResult> CommandRunner::run(QString exe, QStringList args, double timeout, Environment env,
+                                              Streams streams)
 {
-    std::function<CommandResult()> command = [exe, args, timeout, env] { return runSync(exe, args, timeout, env); };
+    const ChildProcess::Era asked = ChildProcess::era();
+    std::function<CommandResult()> command = [exe, args, timeout, env, streams, asked] {
+        if (asked != ChildProcess::era()) return notStarted(QStringLiteral("Corvane is about to quit."));
+        return startAndCapture(exe, args, timeout, env, streams, asked);
+    };
     BackgroundWork<CommandResult> work(std::move(command));
     co_return co_await work;
 }

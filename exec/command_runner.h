@@ -12,15 +12,20 @@ namespace corvane {
 /// device.
 class CommandRunner {
 public:
+    /// Seconds that a child has to end after it was told to.
+    static constexpr double kGrace = 2;
+
     /// Blocks the calling thread; refused on the main thread (the result says so). `timeout` is in seconds; at the
     /// limit the child gets SIGTERM and two more seconds, and what it printed so far is kept.
     [[nodiscard]] static CommandResult runSync(const QString &exe, const QStringList &args, double timeout,
                                                const Environment &env);
 
     /// The same on a worker thread; resumes the caller on the main thread.
-    [[nodiscard]] static QCoro::Task<CommandResult> run(QString exe, QStringList args, double timeout, Environment env);
+    [[nodiscard]] static QCoro::Task<CommandResult> run(QString exe, QStringList args, double timeout, Environment env,
+                                                        Streams streams = Streams::Apart);
 
-    /// Sends SIGTERM to every child that a call still waits for. Used when the application quits.
+    /// Sends SIGTERM to every child that a call still waits for, and starts none that was asked for before. Used when
+    /// the application quits.
     static void terminateAll();
 };
 

@@ -18,6 +18,7 @@ struct CommandStep {
     Environment env = {};
     /// Whether the operation goes on when this step ends with a status other than 0.
     bool allowFailure = false;
+    Streams streams = Streams::Apart;
 
     bool operator==(const CommandStep &) const = default;
 };

@@ -114,12 +114,13 @@ std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &
 
     auto output = openReadPipe();
     if (!output) return std::unexpected(output.error());
-    auto error = openReadPipe();
+    std::expected<Pipe, int> error;
+    if (streams == Streams::Apart) error = openReadPipe();
     if (!error) return std::unexpected(error.error());
     FileActions actions;
     actions.useNullInput();
     actions.connect(output->writeEnd, STDOUT_FILENO);
-    actions.connect(error->writeEnd, STDERR_FILENO);
+    actions.connect(streams == Streams::Apart ? error->writeEnd : output->writeEnd, STDERR_FILENO);
     if (const int reason = actions.closeOthers(); reason != 0) return std::unexpected(reason);
 
     pid_t pid = 0;

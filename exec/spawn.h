@@ -15,12 +15,13 @@ namespace corvane {
 struct Spawned {
     pid_t pid;
     FileDescriptor output;
+    /// Not open when both streams go the same way.
     FileDescriptor error;
 };
 
 /// Starts a program with the null device as standard input and no other descriptor of this process, every signal as the
 /// system has it, and the tool environment with `extra` laid over it. The error is an errno value.
 [[nodiscard]] std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &args,
-                                                       const Environment &extra);
+                                                       const Environment &extra, Streams streams);
 
 } // namespace corvane

@@ -18,8 +18,6 @@ namespace corvane {
 
 namespace {
 
-constexpr qint64 kHandOverInterval = 16;
-
 using Chunks = std::deque<QStringList>;
 
 /// The lines of which the main thread has not been told yet; only the newest are kept, so a child that prints faster
@@ -74,7 +72,7 @@ struct StreamingCommand::Shared : std::enable_shared_from_this<Shared> {
     std::function<void(LineBatch)> onLines;
     QElapsedTimer sinceHandOver;
 
-    std::optional<int> read(const QString &exe, const QStringList &args, const Environment &env);
+    std::optional<int> read(const QString &exe, const QStringList &args, const Environment &env, Streams streams);
     void hold(std::shared_ptr<ChildProcess> child);
     void add(QStringList lines);
     void handOverWhenDue();
@@ -82,9 +80,10 @@ struct StreamingCommand::Shared : std::enable_shared_from_this<Shared> {
     void cancel();
 };
 
-std::optional<int> StreamingCommand::Shared::read(const QString &exe, const QStringList &args, const Environment &env)
+std::optional<int> StreamingCommand::Shared::read(const QString &exe, const QStringList &args, const Environment &env,
+                                                  Streams streams)
 {
-    const auto started = ChildProcess::start(exe, args, env);
+    const auto started = ChildProcess::start(exe, args, env, streams, ChildProcess::era());
     if (!started) {
         const QString name = QFileInfo(exe).fileName();
         add({QStringLiteral("Could not start %1: %2").arg(name, started.error())});
@@ -135,7 +134,7 @@ void StreamingCommand::Shared::add(QStringList lines)
 
 void StreamingCommand::Shared::handOverWhenDue()
 {
-    const qint64 wait = sinceHandOver.isValid() ? kHandOverInterval - sinceHandOver.elapsed() : 0;
+    const qint64 wait = sinceHandOver.isValid() ? kHandOverInterval.count() - sinceHandOver.elapsed() : 0;
     if (wait <= 0) return handOver();
     QTimer::singleShot(static_cast<int>(wait), Qt::PreciseTimer, qApp,
                        [self = shared_from_this()] { self->handOver(); });
@@ -169,11 +168,13 @@ StreamingCommand::StreamingCommand()
 StreamingCommand::~StreamingCommand() = default;
 
 QCoro::Task<std::optional<int>> StreamingCommand::run(QString exe, QStringList args, Environment env,
-                                                      std::function<void(LineBatch)> onLines)
+                                                      std::function<void(LineBatch)> onLines, Streams streams)
 {
     const std::shared_ptr<Shared> shared = m_shared; // This object may be gone when the child ends.
     shared->onLines = std::move(onLines);
-    std::function<std::optional<int>()> reading = [shared, exe, args, env] { return shared->read(exe, args, env); };
+    std::function<std::optional<int>()> reading = [shared, exe, args, env, streams] {
+        return shared->read(exe, args, env, streams);
+    };
     BackgroundWork<std::optional<int>> work(std::move(reading));
     const std::optional<int> status = co_await work;
     shared->handOver();

@@ -5,6 +5,7 @@
 #include <QCoro/QCoroTask>
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,6 +25,9 @@ struct LineBatch {
 /// Runs one outside program without a time limit and hands over what it prints, line by line in order, while it runs.
 class StreamingCommand {
 public:
+    /// The shortest time between two hand-overs.
+    static constexpr std::chrono::milliseconds kHandOverInterval{16};
+
     StreamingCommand();
     ~StreamingCommand();
 
@@ -32,7 +36,8 @@ public:
     /// they arrived. Answers the exit status (or signal number), or nothing when the program could not be started: then
     /// the reason has been handed over as a line. One object runs one program.
     [[nodiscard]] QCoro::Task<std::optional<int>> run(QString exe, QStringList args, Environment env,
-                                                      std::function<void(LineBatch)> onLines);
+                                                      std::function<void(LineBatch)> onLines,
+                                                      Streams streams = Streams::Apart);
 
     /// Sends SIGTERM to the child, or to the one that is just being started.
     void cancel();

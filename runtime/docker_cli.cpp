@@ -48,7 +48,7 @@ constexpr Wording kWordings[] = {
 
 const QStringList &DockerCLI::searchDirs()
 {
-    static const QStringList dirs{
+    static const QStringList &dirs = *new QStringList{
         QStringLiteral("/opt/homebrew/bin"),
         QStringLiteral("/usr/local/bin"),
         QStringLiteral("/Applications/Docker.app/Contents/Resources/bin"),
@@ -58,7 +58,7 @@ const QStringList &DockerCLI::searchDirs()
 
 std::optional<QString> DockerCLI::find() { return Tools::find(QStringLiteral("docker"), searchDirs()); }
 
-QCoro::Task<CommandResult> DockerCLI::run(QStringList args, double timeout)
+QCoro::Task<CommandResult> DockerCLI::run(QStringList args, double timeout, Streams streams)
 {
     const std::optional<QString> docker = find();
     if (!docker) {
@@ -67,7 +67,7 @@ QCoro::Task<CommandResult> DockerCLI::run(QStringList args, double timeout)
         co_return missing;
     }
     const Environment nothingExtra;
-    co_return co_await CommandRunner::run(*docker, args, timeout, nothingExtra);
+    co_return co_await CommandRunner::run(*docker, args, timeout, nothingExtra, streams);
 }
 
 QString DockerCLI::friendlyError(const QString &text)

@@ -18,7 +18,8 @@ public:
     [[nodiscard]] static std::optional<QString> find();
 
     /// Runs docker; `timeout` in seconds. Without docker the result's launch error is "docker was not found".
-    [[nodiscard]] static QCoro::Task<CommandResult> run(QStringList args, double timeout);
+    [[nodiscard]] static QCoro::Task<CommandResult> run(QStringList args, double timeout,
+                                                        Streams streams = Streams::Apart);
 
     /// What `friendlyError` says when another program holds a port.
     static constexpr QLatin1StringView kPortInUse{"A port that Pi-hole needs is already in use. Pick another web port "
