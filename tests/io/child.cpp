@@ -119,6 +119,29 @@ int tidyTerm(const Arguments &arguments)
     return std::stoi(arguments.at(0));
 }
 
+// last-words BYTES STATUS: says so much on both streams when told to terminate, then ends with that status.
+int lastWords(const Arguments &arguments)
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    int received = 0;
+    sigwait(&signals, &received);
+    const std::string words(std::stoul(arguments.at(0)), 'w');
+    writeAll(STDOUT_FILENO, words);
+    writeAll(STDERR_FILENO, words);
+    return std::stoi(arguments.at(1));
+}
+
+// both-streams COUNT: numbers, the even ones on standard output, the odd ones on standard error.
+int bothStreams(const Arguments &arguments)
+{
+    for (int i = 0; i < std::stoi(arguments.at(0)); ++i)
+        writeAll(i % 2 == 0 ? STDOUT_FILENO : STDERR_FILENO, std::to_string(i) + "\n");
+    return 0;
+}
+
 int die(const Arguments &arguments)
 {
     raise(std::stoi(arguments.at(0)));
@@ -267,6 +290,8 @@ const std::map<std::string, std::function<int(const Arguments &)>> kBehaviours{
     {"sleep-told", sleepTold},
     {"ignore-term", ignoreTerm},
     {"tidy-term", tidyTerm},
+    {"last-words", lastWords},
+    {"both-streams", bothStreams},
     {"die", die},
     {"close-streams", closeStreams},
     {"grandchild", grandchild},

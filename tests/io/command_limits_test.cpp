@@ -1,10 +1,12 @@
 // What happens when a child does not end, or does not let go.
 
+#include "exec/background.h"
 #include "exec/command_runner.h"
 #include "tests/io/test_child.h"
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -57,7 +59,18 @@ TEST(CommandLimits, A_child_that_ends_in_its_grace_keeps_its_own_status)
     EXPECT_EQ(result.status, 7);
 }
 
-TEST(CommandLimits, A_child_that_ignores_the_request_is_left_running_after_two_seconds)
+TEST(CommandLimits, What_a_child_prints_in_its_grace_is_kept_however_much_it_is)
+{
+    const CommandResult result = runChild({u"last-words"_s, u"300000"_s, u"7"_s}, 0.5);
+    EXPECT_TRUE(result.timedOut);
+    EXPECT_EQ(result.status, 7) << "it never waits for a reader";
+    EXPECT_EQ(result.standardOutput.size(), 300'000);
+    EXPECT_EQ(result.standardError.size(), 300'000);
+}
+
+TEST(CommandLimits, The_grace_is_two_seconds) { EXPECT_EQ(CommandRunner::kGrace, 2); }
+
+TEST(CommandLimits, A_child_that_ignores_the_request_is_left_running_after_its_grace)
 {
     QElapsedTimer elapsed;
     elapsed.start();
@@ -181,6 +194,22 @@ TEST(CommandLimits, Terminate_all_ends_every_child_that_is_waited_for)
     EXPECT_TRUE(spinUntil(allEnded, 20));
     for (auto &result : running)
         EXPECT_EQ(result.get().status, SIGTERM);
+}
+
+TEST(CommandLimits, Terminate_all_keeps_a_command_from_starting_that_still_waits_for_a_worker)
+{
+    std::promise<void> release;
+    const std::shared_future<void> released = release.get_future().share();
+    for (int i = 0; i < 256; ++i)
+        startOnWorker([released] { released.wait(); });
+
+    QTemporaryDir folder;
+    const QString mark = folder.filePath(u"mark"_s);
+    auto waiting = CommandRunner::run(u"/usr/bin/touch"_s, {mark}, 60, {});
+    CommandRunner::terminateAll();
+    release.set_value();
+    EXPECT_TRUE(QCoro::waitFor(waiting).launchError);
+    EXPECT_FALSE(QFile::exists(mark));
 }
 
 TEST(CommandLimits, Terminate_all_with_nothing_running_does_nothing)

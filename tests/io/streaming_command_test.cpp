@@ -203,6 +203,7 @@ TEST(StreamingCommand, Hand_overs_keep_their_distance_while_the_child_runs)
 {
     Stream stream;
     streamToEnd(stream, {u"lines"_s, u"300000"_s});
+    EXPECT_EQ(StreamingCommand::kHandOverInterval, 16ms);
     ASSERT_GE(stream.handOverTimes.size(), 2);
     for (qsizetype i = 1; i + 1 < stream.handOverTimes.size(); ++i) {
         EXPECT_GE(stream.handOverTimes.at(i) - stream.handOverTimes.at(i - 1), 15);
