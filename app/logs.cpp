@@ -58,6 +58,7 @@ void AppModel::follow()
     step.args = followArguments();
     step.label = QStringLiteral("docker ") + step.args.join(u' ');
     step.exe = *docker;
+    step.streams = Streams::Together;
     m_showsFollowedLog = true;
     m_followOp.start(QStringLiteral("Following logs"), {step}, [this](bool) { onFollowerEnded(); });
     Q_EMIT logTextChanged();

@@ -1,14 +1,12 @@
 #include "runtime/pihole_controller.h"
 
 #include "exec/command_runner.h"
+#include "exec/plain_text.h"
 #include "runtime/docker_cli.h"
 
 namespace corvane {
 
 namespace {
-
-constexpr double kQuickTimeout = 10;
-constexpr double kLogTimeout = 20;
 
 QString imageOf(const QString &tag) { return QStringLiteral("pihole/pihole:") + tag; }
 
@@ -146,9 +144,9 @@ QCoro::Task<QString> PiholeController::logs(int tail)
 {
     const QStringList args{QStringLiteral("logs"), QStringLiteral("--tail"), QString::number(tail),
                            QStringLiteral("pihole")};
-    const CommandResult result = co_await DockerCLI::run(args, kLogTimeout);
+    const CommandResult result = co_await DockerCLI::run(args, kLogTimeout, Streams::Together);
     if (result.launchError) co_return QStringLiteral("docker was not found.");
-    const QString text = result.combined();
+    const QString text = plainText(result.combined());
     co_return text.isEmpty() ? QStringLiteral("(no log output)") : text;
 }
 

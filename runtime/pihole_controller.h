@@ -13,6 +13,11 @@ namespace corvane {
 /// The one Pi-hole container that Corvane runs: its definition on disk and the commands around it.
 class PiholeController {
 public:
+    /// Seconds for a question that is answered at once.
+    static constexpr double kQuickTimeout = 10;
+    /// Seconds for the container's log.
+    static constexpr double kLogTimeout = 20;
+
     [[nodiscard]] static QCoro::Task<ContainerState> containerState();
 
     /// Asks `server` on port 53 for `name`.

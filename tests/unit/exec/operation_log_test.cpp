@@ -34,6 +34,13 @@ struct Log {
 
 } // namespace
 
+TEST(OperationLog, Holds_plain_text)
+{
+    Log log;
+    log.runner.append(u"\u001B[K  [✓] Preparing"_s);
+    EXPECT_EQ(log.runner.lines(), QStringList{u"  [✓] Preparing"_s});
+}
+
 TEST(OperationLog, A_new_runner_shows_nothing)
 {
     const Log log;

@@ -146,5 +146,19 @@ TEST_F(PiholeSteps, Starting_without_compose_gives_the_same_container_in_27_argu
               (CommandSteps{m_remove, step("docker run -d --name pihole ...", args)}));
 }
 
+TEST(TimeLimits, Of_docker_are_ten_seconds_and_twenty_for_the_log)
+{
+    EXPECT_EQ(PiholeController::kQuickTimeout, 10);
+    EXPECT_EQ(PiholeController::kLogTimeout, 20);
+}
+
+TEST(ContainerLog, Is_plain_text_in_the_order_in_which_it_was_written)
+{
+    const FakeTool docker(kDocker, "printf '  [i] Preparing...\\r\\033[K'; printf '  [ok] Preparing\\n'\n"
+                                   "printf 'a complaint\\n' >&2; printf 'the end\\n'");
+    EXPECT_EQ(QCoro::waitFor(PiholeController::logs(300)),
+              QStringLiteral("[i] Preparing...\n  [ok] Preparing\na complaint\nthe end"));
+}
+
 } // namespace
 } // namespace corvane
