@@ -1,14 +1,17 @@
 #include "exec/operation_runner.h"
 
+#include "exec/plain_text.h"
+
 #include <QPointer>
 
 #include <algorithm>
 
 namespace corvane {
 
-OperationRunner::OperationRunner(Wording wording, QObject *parent)
+OperationRunner::OperationRunner(Wording wording, Reader reader, QObject *parent)
     : QObject(parent)
     , m_wording(std::move(wording))
+    , m_reader(std::move(reader))
 {}
 
 OperationRunner::~OperationRunner()
@@ -19,10 +22,9 @@ OperationRunner::~OperationRunner()
 void OperationRunner::start(const QString &title, const CommandSteps &steps, OnFinish onFinish)
 {
     if (m_running) return;
+    begin(title);
     reset();
     m_cancelRequested = false;
-    setTitle(title);
-    setRunning(true);
     runSteps(this, steps, std::move(onFinish));
 }
 
@@ -38,10 +40,12 @@ QCoro::Task<> OperationRunner::runSteps(OperationRunner *self, CommandSteps step
         stopped = runner->m_cancelRequested;
         if (stopped) break;
         runner->append(QStringLiteral("> ") + step.label);
+        runner->m_stepStart = runner->m_lineCount;
         const auto command = std::make_shared<StreamingCommand>();
         runner->m_current = command;
         if (runner->m_cancelRequested) command->cancel();
-        const std::optional<int> status = co_await command->run(step.exe, step.args, step.env, appendLines);
+        const std::optional<int> status =
+            co_await command->run(step.exe, step.args, step.env, appendLines, step.streams);
         if (!runner) co_return;
         runner->m_current.reset();
         stopped = runner->stopsAfter(step, status);
@@ -55,14 +59,23 @@ bool OperationRunner::stopsAfter(const CommandStep &step, std::optional<int> sta
 {
     if (m_cancelRequested) return true;
     if (status == 0 || step.allowFailure) return false;
+    m_failedStep = {step, linesSince(m_stepStart)};
     append(QStringLiteral("Command ended with status %1.").arg(status.value_or(-1)));
     return true;
 }
 
+QStringList OperationRunner::linesSince(qint64 count) const
+{
+    return m_lines.last(std::min(m_lineCount - count, qint64(m_lines.size())));
+}
+
 void OperationRunner::finish(bool succeeded)
 {
-    if (!succeeded) {
-        setFailureSummary(m_cancelRequested ? QStringLiteral("Cancelled.") : m_wording(m_lines.join(u'\n')));
+    if (!succeeded && m_cancelRequested) {
+        setFailure(QStringLiteral("Cancelled."), {});
+    } else if (!succeeded) {
+        const FailureReading nothing;
+        setFailure(m_wording(m_lines.join(u'\n')), m_reader ? m_reader(m_failedStep) : nothing);
     }
     setSucceeded(succeeded);
     setRunning(false);
@@ -80,7 +93,8 @@ void OperationRunner::appendBatch(const LineBatch &batch)
 {
     const qsizetype appended = batch.lines.size();
     const qsizetype removed = std::max<qsizetype>(0, m_lines.size() + appended - kMaxLines);
-    m_lines += batch.lines;
+    for (const QString &line : batch.lines)
+        m_lines += plainLine(line);
     m_lines.remove(0, removed);
     m_lineCount += batch.dropped + appended;
     Q_EMIT linesChanged(static_cast<int>(removed), static_cast<int>(appended));
@@ -95,17 +109,20 @@ void OperationRunner::reset()
         Q_EMIT linesReset();
         Q_EMIT lineCountChanged();
     }
-    setFailureSummary(std::nullopt);
+    setFailure(std::nullopt, {});
     setSucceeded(false);
 }
 
-void OperationRunner::setTitle(const QString &title)
+// Nobody may see the new title, or the log already empty, before the operation runs: it would have ended then.
+void OperationRunner::begin(const QString &title)
 {
-    if (m_title == title) return;
     const bool wasEnded = ended();
+    const bool renamed = title != m_title;
     m_title = title;
-    Q_EMIT titleChanged();
-    if (ended() != wasEnded) Q_EMIT endedChanged();
+    m_running = true;
+    if (renamed) Q_EMIT titleChanged();
+    Q_EMIT runningChanged();
+    if (wasEnded) Q_EMIT endedChanged();
 }
 
 void OperationRunner::setRunning(bool running)
@@ -124,10 +141,11 @@ void OperationRunner::setSucceeded(bool succeeded)
     Q_EMIT succeededChanged();
 }
 
-void OperationRunner::setFailureSummary(const std::optional<QString> &summary)
+void OperationRunner::setFailure(const std::optional<QString> &summary, const FailureReading &reading)
 {
-    if (m_failureSummary == summary) return;
+    if (m_failureSummary == summary && m_failure == reading) return;
     m_failureSummary = summary;
+    m_failure = reading;
     Q_EMIT failureSummaryChanged();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exec/command_step.h"
+#include "exec/failure_reading.h"
 #include "exec/streaming_command.h"
 
 #include <QObject>
@@ -20,6 +20,8 @@ class OperationRunner : public QObject {
     Q_PROPERTY(bool succeeded READ succeeded NOTIFY succeededChanged)
     Q_PROPERTY(bool ended READ ended NOTIFY endedChanged)
     Q_PROPERTY(QString failureSummary READ failureText NOTIFY failureSummaryChanged)
+    Q_PROPERTY(QString failureSentence READ failureSentence NOTIFY failureSummaryChanged)
+    Q_PROPERTY(QString failureLine READ failureLine NOTIFY failureSummaryChanged)
     Q_PROPERTY(qint64 lineCount READ lineCount NOTIFY lineCountChanged)
 
 public:
@@ -27,9 +29,11 @@ public:
 
     /// Turns the log of a failed operation into one sentence.
     using Wording = std::function<QString(const QString &log)>;
+    /// Finds the cause in the lines of the step that failed, where that is sure.
+    using Reader = std::function<FailureReading(const FailedStep &failed)>;
     using OnFinish = std::function<void(bool succeeded)>;
 
-    explicit OperationRunner(Wording wording, QObject *parent = nullptr);
+    explicit OperationRunner(Wording wording, Reader reader = {}, QObject *parent = nullptr);
     ~OperationRunner() override;
 
     [[nodiscard]] const QStringList &lines() const { return m_lines; }
@@ -40,6 +44,15 @@ public:
     [[nodiscard]] bool ended() const { return !m_running && !m_title.isEmpty(); }
     [[nodiscard]] const std::optional<QString> &failureSummary() const { return m_failureSummary; }
     [[nodiscard]] QString failureText() const { return m_failureSummary.value_or(QString()); }
+    /// What is known of the cause of the last failure; nothing before one, or when it is not sure.
+    [[nodiscard]] const FailureReading &failure() const { return m_failure; }
+    /// What the user is told: the cause where it is known, else the summary.
+    [[nodiscard]] QString failureSentence() const
+    {
+        return m_failure.sentence.isEmpty() ? failureText() : m_failure.sentence;
+    }
+    /// The tool's own line that carries the cause, where it is known.
+    [[nodiscard]] const QString &failureLine() const { return m_failure.line; }
     /// How many lines were ever appended since the last reset, those that the cap has dropped included.
     [[nodiscard]] qint64 lineCount() const { return m_lineCount; }
 
@@ -64,11 +77,12 @@ private:
     static QCoro::Task<> runSteps(OperationRunner *self, CommandSteps steps, OnFinish onFinish);
     void appendBatch(const LineBatch &batch);
     [[nodiscard]] bool stopsAfter(const CommandStep &step, std::optional<int> status);
+    [[nodiscard]] QStringList linesSince(qint64 count) const;
     void finish(bool succeeded);
-    void setTitle(const QString &title);
+    void begin(const QString &title);
     void setRunning(bool running);
     void setSucceeded(bool succeeded);
-    void setFailureSummary(const std::optional<QString> &summary);
+    void setFailure(const std::optional<QString> &summary, const FailureReading &reading);
 
     QStringList m_lines;
     qint64 m_lineCount = 0;
@@ -76,9 +90,13 @@ private:
     bool m_running = false;
     bool m_succeeded = false;
     std::optional<QString> m_failureSummary;
+    FailureReading m_failure;
+    FailedStep m_failedStep;
+    qint64 m_stepStart = 0;
     std::shared_ptr<StreamingCommand> m_current;
     bool m_cancelRequested = false;
     Wording m_wording;
+    Reader m_reader;
 };
 
 } // namespace corvane

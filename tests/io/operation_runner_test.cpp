@@ -108,6 +108,96 @@ TEST(OperationRunner, A_steps_environment_reaches_its_program)
     EXPECT_EQ(operation.runner.lines().last(), u"1"_s);
 }
 
+TEST(OperationRunner, Has_not_ended_for_a_moment_when_it_first_begins)
+{
+    Operation operation;
+    QList<bool> ended;
+    QObject::connect(&operation.runner, &OperationRunner::endedChanged, [&] { ended << operation.runner.ended(); });
+    bool endedWhenNamed = false;
+    QObject::connect(&operation.runner, &OperationRunner::titleChanged,
+                     [&] { endedWhenNamed = operation.runner.ended(); });
+    operation.runToEnd({printing(u"Step"_s, "text")});
+    EXPECT_EQ(ended, QList<bool>{true});
+    EXPECT_FALSE(endedWhenNamed);
+    operation.runToEnd({printing(u"Step"_s, "text")});
+    EXPECT_EQ(ended, (QList<bool>{true, false, true}));
+}
+
+TEST(OperationRunner, The_cause_is_looked_for_in_the_lines_of_the_step_that_failed_only)
+{
+    FailedStep read;
+    OperationRunner runner([](const QString &) { return u"In general."_s; },
+                           [&](const FailedStep &failed) {
+                               read = failed;
+                               return FailureReading{u"The cause."_s, failed.lines.first(), {}};
+                           });
+    const CommandStep failing = step(u"Fails"_s, {u"close-streams"_s, u"0"_s, u"5"_s});
+    runner.start(u"Title"_s,
+                 {printing(u"First"_s, "one\ntwo"), step(u"May fail"_s, {u"exit"_s, u"3"_s}, true), failing});
+    ASSERT_TRUE(spinUntil([&] { return !runner.running(); }));
+    EXPECT_EQ(read.step, failing);
+    EXPECT_EQ(read.lines, QStringList{u"before"_s});
+    EXPECT_EQ(runner.failureSummary(), u"In general."_s);
+    EXPECT_EQ(runner.failureSentence(), u"The cause."_s);
+    EXPECT_EQ(runner.failureLine(), u"before"_s);
+
+    runner.start(u"Title"_s, {printing(u"First"_s, "one")});
+    ASSERT_TRUE(spinUntil([&] { return !runner.running(); }));
+    EXPECT_EQ(runner.failure(), FailureReading()) << "a new start forgets it";
+}
+
+TEST(OperationRunner, Without_a_known_cause_the_summary_is_what_the_user_is_told)
+{
+    Operation operation;
+    operation.runToEnd({step(u"Fails"_s, {u"exit"_s, u"3"_s})});
+    EXPECT_EQ(operation.runner.failureSentence(), u"In plain words."_s);
+    EXPECT_EQ(operation.runner.failureLine(), QString());
+}
+
+TEST(OperationRunner, A_cancelled_step_is_not_searched_for_a_cause)
+{
+    bool asked = false;
+    OperationRunner runner([](const QString &) { return QString(); },
+                           [&](const FailedStep &) {
+                               asked = true;
+                               return FailureReading();
+                           });
+    runner.start(u"Title"_s, {step(u"Slow"_s, {u"sleep"_s, u"30"_s})});
+    runner.cancel();
+    ASSERT_TRUE(spinUntil([&] { return !runner.running(); }, 10));
+    EXPECT_FALSE(asked);
+    EXPECT_EQ(runner.failureSentence(), u"Cancelled."_s);
+}
+
+TEST(OperationRunner, A_long_step_that_fails_is_read_as_far_as_the_log_holds_it)
+{
+    FailedStep read;
+    OperationRunner runner([](const QString &) { return QString(); },
+                           [&](const FailedStep &failed) {
+                               read = failed;
+                               return FailureReading();
+                           });
+    CommandStep endless = step(u"Long"_s, {u"lines"_s, u"50000"_s});
+    endless.exe = u"/bin/sh"_s;
+    endless.args = {u"-c"_s, u"seq 50000; exit 1"_s};
+    runner.start(u"Title"_s, {endless});
+    ASSERT_TRUE(spinUntil([&] { return !runner.running(); }));
+    EXPECT_EQ(read.lines.size(), OperationRunner::kMaxLines);
+    EXPECT_EQ(read.lines.last(), u"50000"_s);
+}
+
+TEST(OperationRunner, A_step_may_have_both_streams_in_the_order_in_which_they_were_written)
+{
+    QStringList expected{u"> Both"_s};
+    for (int i = 0; i < 500; ++i)
+        expected << QString::number(i);
+    CommandStep both = step(u"Both"_s, {u"both-streams"_s, u"500"_s});
+    both.streams = Streams::Together;
+    Operation operation;
+    operation.runToEnd({both});
+    EXPECT_EQ(operation.runner.lines(), expected);
+}
+
 TEST(OperationRunner, Starting_while_running_is_ignored)
 {
     Operation operation;
