@@ -79,7 +79,10 @@ TEST(ColimaManager, A_tool_that_was_just_installed_is_found_at_the_next_call)
 {
     EXPECT_TRUE(ColimaManager::startSteps().isEmpty());
     const FakeTool colima(kColima, "");
-    EXPECT_EQ(ColimaManager::startSteps(), CommandSteps{step("colima start", kColima, kStart)});
+    const CommandStep start = step("colima start", kColima, kStart);
+    EXPECT_EQ(ColimaManager::startSteps(), CommandSteps{start});
+    const CommandStep clearAway = step("colima stop --force", kColima, words("stop --force"), true);
+    EXPECT_EQ(ColimaManager::startSteps(true), (CommandSteps{clearAway, start}));
 }
 
 TEST(ColimaManager, Switching_autostart_on_stops_a_running_colima_first)
