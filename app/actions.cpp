@@ -84,7 +84,7 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
         setNotice(QStringLiteral("Colima is not installed. Use step 3 of the wizard."));
         co_return;
     }
-    const CommandSteps steps = ColimaManager::startSteps();
+    const CommandSteps steps = ColimaManager::startSteps(colimaNeedsForce());
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
         co_return;

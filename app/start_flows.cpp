@@ -14,6 +14,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <array>
 
 namespace corvane {
 
@@ -70,7 +71,28 @@ void AppModel::applyAutostart(bool enable)
     const CommandSteps steps = ColimaManager::autostartSteps(enable, dockerWorks());
     if (steps.isEmpty()) return;
     const QString title = enable ? OperationTitle::kTurningColimaOn : OperationTitle::kTurningColimaOff;
-    m_installOp.start(title, steps, [this](bool) { launch(waitForDocker()); });
+    m_installOp.start(title, steps, [this](bool) {
+        if (m_installOp.failure().remedy == FailureReading::Remedy::StartColimaByHand) startColimaWithoutService();
+        launch(waitForDocker());
+    });
+}
+
+/// Docker must not stay down because macOS refused the login service.
+void AppModel::startColimaWithoutService()
+{
+    setAutostartColima(false);
+    setNotice(QStringLiteral("Colima does not start at login: macOS did not accept its login service. It is started "
+                             "by hand now."));
+    startColimaOnly();
+}
+
+/// Whether the last try to start Colima met what an earlier run had left behind.
+bool AppModel::colimaNeedsForce() const
+{
+    return !dockerWorks() &&
+           std::ranges::any_of(std::array{&m_installOp, &m_maintOp}, [](const OperationRunner *operation) {
+               return operation->failure().remedy == FailureReading::Remedy::StopColimaFirst;
+           });
 }
 
 QCoro::Task<> AppModel::waitForDocker()
@@ -87,7 +109,7 @@ QCoro::Task<> AppModel::waitForDocker()
 void AppModel::startColimaOnly()
 {
     if (m_installOp.running()) return;
-    const CommandSteps steps = ColimaManager::startSteps();
+    const CommandSteps steps = ColimaManager::startSteps(colimaNeedsForce());
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
         return;

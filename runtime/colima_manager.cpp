@@ -94,11 +94,21 @@ CommandSteps ColimaManager::installSteps()
     };
 }
 
-CommandSteps ColimaManager::startSteps()
+CommandSteps ColimaManager::startSteps(bool clearAwayFirst)
 {
     const auto colima = find();
     if (!colima) return {};
-    return {{.label = QStringLiteral("colima start"), .exe = *colima, .args = startArguments()}};
+    CommandSteps steps;
+    if (clearAwayFirst) {
+        steps += {
+            .label = QStringLiteral("colima stop --force"),
+            .exe = *colima,
+            .args = {QStringLiteral("stop"), QStringLiteral("--force")},
+            .allowFailure = true,
+        };
+    }
+    steps += {.label = QStringLiteral("colima start"), .exe = *colima, .args = startArguments()};
+    return steps;
 }
 
 CommandSteps ColimaManager::autostartSteps(bool enable, bool colimaRunning)

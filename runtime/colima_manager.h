@@ -22,8 +22,8 @@ public:
     /// The installed colima, or where Homebrew will put it; absent when neither is found.
     [[nodiscard]] static std::optional<QString> expectedColimaPath();
     [[nodiscard]] static CommandSteps installSteps();
-    /// One step "colima start".
-    [[nodiscard]] static CommandSteps startSteps();
+    /// "colima start"; before it a forced stop when something of a machine that is gone is in the way.
+    [[nodiscard]] static CommandSteps startSteps(bool clearAwayFirst = false);
     [[nodiscard]] static CommandSteps autostartSteps(bool enable, bool colimaRunning);
     /// Whether the installed colima knows "--port-forwarder".
     [[nodiscard]] static QCoro::Task<bool> supportsPortForwarderFlag();
