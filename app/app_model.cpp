@@ -4,6 +4,7 @@
 #include "exec/tools.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
+#include "runtime/tool_failures.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -41,9 +42,9 @@ AppModel::AppModel(const Surroundings &surroundings)
     , m_loginItem(surroundings.loginItem)
     , m_clock(surroundings.clock)
     , m_releaseFeed(surroundings.releaseFeed)
-    , m_installOp(DockerCLI::friendlyError)
-    , m_startOp(DockerCLI::friendlyError)
-    , m_maintOp(DockerCLI::friendlyError)
+    , m_installOp(DockerCLI::friendlyError, ToolFailures::read)
+    , m_startOp(DockerCLI::friendlyError, ToolFailures::read)
+    , m_maintOp(DockerCLI::friendlyError, ToolFailures::read)
     , m_followOp(DockerCLI::friendlyError)
 {
     const PersistedSettings stored = PersistedSettings::load(m_settings);

@@ -51,7 +51,13 @@ Rectangle {
             Layout.fillWidth: true
             visible: root.op.ended
             succeeded: root.op.succeeded
-            failure: root.op.failureSummary
+            failure: root.op.failureSentence
+        }
+        NoteText {
+            objectName: root.objectName + "Cause"
+            Layout.fillWidth: true
+            visible: root.op.ended && text.length > 0
+            text: root.op.failureLine
         }
         Disclosure {
             objectName: root.objectName + "Details"
