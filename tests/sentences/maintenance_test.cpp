@@ -83,8 +83,10 @@ TEST_F(Updates, An_update_says_how_it_went)
     EXPECT_TRUE(appear(
         {"Updating Pi-hole to 2026.10.0", "Updated to 2026.10.0.", "Finished.", "Pinned Pi-hole version: 2026.10.0"}));
     update("internet off");
-    EXPECT_TRUE(appear({kRolledBack, "Docker could not reach the internet to download Pi-hole. Check your connection "
-                                     "(and any VPN) and try again."}));
+    EXPECT_TRUE(
+        appear({kRolledBack, "Docker could not reach the internet to download Pi-hole. Check your connection "
+                             "(and any VPN) and try again. If this Mac uses Pi-hole only and Pi-hole is stopped, "
+                             "restore your old DNS settings first."}));
     update("container stop");
     EXPECT_TRUE(appears("The update was not started because the backup failed: Pi-hole did not answer on 127.0.0.1."));
     update("fault docker vanish");

@@ -34,13 +34,16 @@ TEST_F(Start, Says_why_it_did_not_succeed)
          "disk."},
         {"engine",
          "fault|docker|fail|125|failed to bind host port 127.0.0.1:8080/tcp: address already in use|--when|run *",
-         "A port that Pi-hole needs is already in use. Pick another web port (8081 to 8090) or stop whatever uses port "
-         "53."},
+         "A port that Pi-hole needs is taken inside Colima's virtual machine, not on this Mac. Pick another web port "
+         "(8081 to 8090)."},
         {"engine", "internet off",
-         "Docker could not reach the internet to download Pi-hole. Check your connection (and any VPN) and try again."},
+         "Docker could not reach the internet to download Pi-hole. Check your connection (and any VPN) and try again. "
+         "If this Mac uses Pi-hole only and Pi-hole is stopped, restore your old DNS settings first."},
         {"engine", "fault|docker|fail|1|permission denied while trying to connect|--when|run *",
          "Docker refused access (permission denied). Check that your user can use Colima's Docker socket."},
-        {"engine", "registry remove 2026.09.0", "That Pi-hole version does not exist on Docker Hub."},
+        {"engine", "registry remove 2026.09.0",
+         "Docker Hub does not have this Pi-hole version (yet). A new version arrives there some time after it is "
+         "announced; try again later."},
         {"engine", "fault docker fail 1 --when run*", "Docker reported an error. Open 'Show details' to read it."},
     };
     for (const Case &each : cases) {
