@@ -127,7 +127,7 @@ TEST_P(ToolFailure, Is_told_as_what_it_is_with_the_line_that_says_so)
 }
 
 INSTANTIATE_TEST_SUITE_P(Recorded, ToolFailure, testing::ValuesIn(kKnown),
-                         [](const auto &info) { return std::string(info.param.file); });
+                         [](const auto &known) { return std::string(known.param.file); });
 
 TEST(ToolFailures, Say_nothing_where_the_general_sentence_is_right)
 {
