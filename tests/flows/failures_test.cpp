@@ -36,7 +36,7 @@ TEST_F(Stopped, A_colima_that_was_left_behind_is_cleared_away_at_the_next_start)
     model().startColimaOnly();
     waitForOperation(model().installOp());
     EXPECT_TRUE(model().installOp()->succeeded());
-    EXPECT_TRUE(model().dockerWorks());
+    waitFor([this] { return model().dockerWorks(); }, "docker works");
     EXPECT_TRUE(Mac::calls(QStringLiteral("colima")).contains(QStringLiteral("stop --force")));
 }
 
@@ -72,7 +72,7 @@ TEST_F(Engine, A_login_service_that_macos_refuses_leaves_colima_started_by_hand)
     waitFor([this] { return model().installOp()->title() == QStringLiteral("Starting Colima"); }, "the plain start");
     waitForOperation(model().installOp());
     EXPECT_TRUE(model().installOp()->succeeded());
-    EXPECT_TRUE(model().dockerWorks());
+    waitFor([this] { return model().dockerWorks(); }, "docker works");
     EXPECT_FALSE(model().autostartColima()) << "the switch says what is";
     EXPECT_TEXT(model().notice(), "Colima does not start at login: macOS did not accept its login service. It is "
                                   "started by hand now.");
