@@ -64,6 +64,10 @@ class PropertyList(unittest.TestCase):
         self.assertNotIn("LSUIElement", self.info)
         self.assertNotIn("LSBackgroundOnly", self.info)
 
+    def test_says_why_whenever_macos_may_ask_the_user(self):
+        for key in ("NSDocumentsFolderUsageDescription", "NSLocalNetworkUsageDescription"):
+            self.assertRegex(self.info[key], r"Corvane .*\.$", key)
+
     def test_leaves_no_placeholder_open(self):
         self.assertEqual([value for value in self.info.values() if "$" in str(value) or value == ""], [])
 
