@@ -1,6 +1,6 @@
 #include "app/app_model.h"
 #include "app/busy_key.h"
-#include "runtime/colima_manager.h"
+#include "app/colima_start.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
@@ -84,7 +84,7 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
         setNotice(QStringLiteral("Colima is not installed. Use step 3 of the wizard."));
         co_return;
     }
-    const CommandSteps steps = ColimaManager::startSteps(colimaNeedsForce());
+    const CommandSteps steps = colimaStartSteps(*this);
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
         co_return;

@@ -254,7 +254,6 @@ private:
     [[nodiscard]] QCoro::Task<> finishInstall(bool succeeded);
     [[nodiscard]] QCoro::Task<> waitForDocker();
     void startColimaWithoutService();
-    [[nodiscard]] bool colimaNeedsForce() const;
     [[nodiscard]] QCoro::Task<bool> piholeCanStart();
     [[nodiscard]] QCoro::Task<> startContainer(QString password);
 

@@ -1,6 +1,7 @@
 #include "app/admin_password.h"
 #include "app/app_model.h"
 #include "app/busy_key.h"
+#include "app/colima_start.h"
 #include "app/container_steps.h"
 #include "app/file_work.h"
 #include "app/operation_title.h"
@@ -14,7 +15,6 @@
 #include <QScopeGuard>
 
 #include <algorithm>
-#include <array>
 
 namespace corvane {
 
@@ -86,15 +86,6 @@ void AppModel::startColimaWithoutService()
     startColimaOnly();
 }
 
-/// Whether the last try to start Colima met what an earlier run had left behind.
-bool AppModel::colimaNeedsForce() const
-{
-    return !dockerWorks() &&
-           std::ranges::any_of(std::array{&m_installOp, &m_maintOp}, [](const OperationRunner *operation) {
-               return operation->failure().remedy == FailureReading::Remedy::StopColimaFirst;
-           });
-}
-
 QCoro::Task<> AppModel::waitForDocker()
 {
     const QPointer<AppModel> alive(this);
@@ -109,7 +100,7 @@ QCoro::Task<> AppModel::waitForDocker()
 void AppModel::startColimaOnly()
 {
     if (m_installOp.running()) return;
-    const CommandSteps steps = ColimaManager::startSteps(colimaNeedsForce());
+    const CommandSteps steps = colimaStartSteps(*this);
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
         return;

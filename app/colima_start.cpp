@@ -1,0 +1,23 @@
+#include "app/colima_start.h"
+
+#include "app/app_model.h"
+#include "runtime/colima_manager.h"
+
+namespace corvane {
+
+namespace {
+
+bool metLeftovers(const OperationRunner &operation)
+{
+    return operation.failure().remedy == FailureReading::Remedy::StopColimaFirst;
+}
+
+} // namespace
+
+CommandSteps colimaStartSteps(AppModel &model)
+{
+    const bool leftovers = metLeftovers(*model.installOp()) || metLeftovers(*model.maintOp());
+    return ColimaManager::startSteps(leftovers && !model.dockerWorks());
+}
+
+} // namespace corvane
