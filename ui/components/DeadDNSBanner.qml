@@ -43,7 +43,7 @@ Rectangle {
             color: Theme.text
         }
         RowLayout {
-            spacing: 8
+            spacing: Theme.gap / 2
 
             TestButton {
                 objectName: "startPiholeNow"

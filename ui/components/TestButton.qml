@@ -17,7 +17,7 @@ Row {
 
     signal pressed
 
-    spacing: Theme.gap
+    spacing: Theme.gap / 2
     layoutDirection: root.leads ? Qt.RightToLeft : Qt.LeftToRight
 
     PushButton {

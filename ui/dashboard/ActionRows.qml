@@ -52,7 +52,7 @@ Column {
         }
         Flow {
             width: root.width
-            spacing: Theme.gap
+            spacing: Theme.gap / 2
 
             TestButton {
                 objectName: "runTestsAgain"

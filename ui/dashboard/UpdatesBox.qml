@@ -17,7 +17,7 @@ GroupBox {
         text: qsTr("Updating saves a backup first, changes the pinned version, pulls the image and recreates the container. Data volumes are never deleted.")
     }
     Row {
-        spacing: Theme.gap
+        spacing: Theme.gap / 2
 
         TestButton {
             objectName: "checkForUpdates"

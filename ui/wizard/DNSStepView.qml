@@ -26,7 +26,7 @@ StepScaffold {
 
         Flow {
             width: parent.width
-            spacing: Theme.gap
+            spacing: Theme.gap / 2
 
             TestButton {
                 objectName: "applyDns"
