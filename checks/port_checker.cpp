@@ -91,6 +91,14 @@ QStringList lsofArguments(int port, bool udp)
     return {QStringLiteral("-nP"), QStringLiteral("-iTCP:") + number, QStringLiteral("-sTCP:LISTEN")};
 }
 
+/// Whether all who are seen belong to Colima: it carries a port of its virtual machine, where Pi-hole will listen.
+bool isForwarderAlone(const QString &seen)
+{
+    const QStringList rows = seen.split(u'\n').sliced(1); // below the heading
+    return !rows.isEmpty() &&
+           std::ranges::all_of(rows, [](const QString &row) { return row.startsWith(QLatin1String("limactl ")); });
+}
+
 } // namespace
 
 PortProbe PortChecker::probe(quint16 port, bool udp)
@@ -134,7 +142,7 @@ QCoro::Task<QList<PortReport>> PortChecker::checkAll(int webPort)
         if (one.probe != PortProbe::InUse && !denied) continue;
         one.holder = co_await holder(one.port, one.udp);
         // A port that may not be tested is mostly free; only somebody who is seen there is worth a word.
-        if (denied && one.holder == kNobodySeen) one.holder.clear();
+        if (denied && (one.holder == kNobodySeen || isForwarderAlone(one.holder))) one.holder.clear();
     }
     co_return reports;
 }

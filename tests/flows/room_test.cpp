@@ -1,3 +1,4 @@
+#include "checks/port_checker.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
@@ -76,6 +77,15 @@ TEST_F(Start, A_second_start_finds_the_room_also_after_a_restart_of_colima)
     start();
     EXPECT_TRUE(model().startOp()->succeeded());
     EXPECT_TEXT(announced(model().startOp()).first(), "> docker pull pihole/pihole:2026.09.0");
+}
+
+TEST_F(Start, What_colima_forwards_for_itself_is_told_as_no_holder_of_the_port)
+{
+    const QString lsof = QCoro::waitFor(PortChecker::holder(53, false));
+    ASSERT_TRUE(lsof.contains(QLatin1String("limactl"))) << "the machine's name service is forwarded";
+    run(model().runSystemChecks());
+    for (const PortReport &report : model().portReports())
+        EXPECT_TEXT(report.holder, "") << report.label.toStdString();
 }
 
 TEST_F(Start, An_older_colima_needs_no_room)
