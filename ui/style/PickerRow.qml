@@ -19,6 +19,7 @@ T.ItemDelegate {
 
     contentItem: Text {
         text: root.text
+        textFormat: Text.PlainText
         font: root.font
         color: root.highlighted ? Theme.accentText : Theme.text
         verticalAlignment: Text.AlignVCenter
