@@ -5,7 +5,7 @@
 namespace corvane::platform {
 
 /// Colours that the system names and shades for its light and dark looks.
-enum class SystemColor { Green, Orange, Red, Gray };
+enum class SystemColor { Green, Orange, Red, Gray, Accent };
 
 [[nodiscard]] QColor systemColor(SystemColor color);
 

@@ -12,6 +12,8 @@ QColor systemColor(SystemColor color)
         return QColor(0xff, 0x95, 0x00);
     case SystemColor::Red:
         return QColor(0xff, 0x3b, 0x30);
+    case SystemColor::Accent:
+        return QColor(0x00, 0x7a, 0xff);
     case SystemColor::Gray:
         break;
     }

@@ -17,6 +17,8 @@ NSColor *named(SystemColor color)
         return NSColor.systemRedColor;
     case SystemColor::Gray:
         return NSColor.systemGrayColor;
+    case SystemColor::Accent:
+        return NSColor.controlAccentColor;
     }
     return NSColor.systemGrayColor;
 }
