@@ -16,6 +16,7 @@ struct ApplicationCommands {
     /// Told, never asked: the session ends. Corvane does what cannot be left undone, within moments and without a
     /// question, and ends through QCoreApplication::exit() as well.
     std::function<void()> endWithSession;
+    std::function<void()> openHelp;
 };
 
 /// The application's menu at the top of the screen, there as long as the answer lives; null where a system has none.

@@ -1,5 +1,6 @@
 #include "platform/application_menu.h"
 
+#include "platform/mac/about_panel.h"
 #include "platform/session.h"
 
 #include <QEvent>
@@ -12,6 +13,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <functional>
 
 namespace corvane {
 
@@ -20,7 +22,16 @@ namespace {
 template <class Action>
 void onFocusWindow(Action action)
 {
-    if (QWindow *window = QGuiApplication::focusWindow()) (window->*action)();
+    if (QWindow *window = QGuiApplication::focusWindow()) std::invoke(action, window);
+}
+
+void zoom(QWindow *window) { window->setWindowStates(window->windowStates() ^ Qt::WindowMaximized); }
+
+void bringAllToFront()
+{
+    for (QWindow *window : QGuiApplication::topLevelWindows()) {
+        if (window->isVisible()) window->raise();
+    }
 }
 
 /// Gives the keys of a command to whatever has the focus, as if they had been typed.
@@ -44,8 +55,10 @@ public:
     {
         qGuiApp->installEventFilter(this);
         addApplicationMenu(commands);
+        addFileMenu();
         addEditMenu();
         addWindowMenu(commands);
+        addMenu(QStringLiteral("Help"))->addAction(QStringLiteral("Corvane Help"), this, commands.openHelp);
         connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
                 [this, open = commands.openWindow](Qt::ApplicationState state) { onState(state, open); });
     }
@@ -76,6 +89,8 @@ private:
     void addApplicationMenu(const ApplicationCommands &commands)
     {
         QMenu *menu = addMenu(QStringLiteral("Corvane"));
+        menu->addAction(QStringLiteral("About Corvane"), this, platform::showAboutPanel)
+            ->setMenuRole(QAction::AboutRole);
         QAction *settings = menu->addAction(QStringLiteral("Settings..."), this, commands.openSettings);
         settings->setMenuRole(QAction::PreferencesRole);
         settings->setShortcut(QKeySequence::Preferences);
@@ -84,12 +99,22 @@ private:
         quit->setShortcut(QKeySequence::Quit);
     }
 
+    void addFileMenu()
+    {
+        addMenu(QStringLiteral("File"))
+            ->addAction(QStringLiteral("Close"), this, [] { onFocusWindow(&QWindow::close); })
+            ->setShortcut(QKeySequence::Close);
+    }
+
     void addEditMenu()
     {
         QMenu *menu = addMenu(QStringLiteral("Edit"));
         const auto add = [&](const QString &name, QKeySequence::StandardKey command) {
             menu->addAction(name, this, [command] { type(command); })->setShortcut(command);
         };
+        add(QStringLiteral("Undo"), QKeySequence::Undo);
+        add(QStringLiteral("Redo"), QKeySequence::Redo);
+        menu->addSeparator();
         add(QStringLiteral("Cut"), QKeySequence::Cut);
         add(QStringLiteral("Copy"), QKeySequence::Copy);
         add(QStringLiteral("Paste"), QKeySequence::Paste);
@@ -101,8 +126,9 @@ private:
         QMenu *menu = addMenu(QStringLiteral("Window"));
         menu->addAction(QStringLiteral("Minimize"), this, [] { onFocusWindow(&QWindow::showMinimized); })
             ->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
-        menu->addAction(QStringLiteral("Close"), this, [] { onFocusWindow(&QWindow::close); })
-            ->setShortcut(QKeySequence::Close);
+        menu->addAction(QStringLiteral("Zoom"), this, [] { onFocusWindow(zoom); });
+        menu->addSeparator();
+        menu->addAction(QStringLiteral("Bring All to Front"), this, bringAllToFront);
         menu->addSeparator();
         menu->addAction(QStringLiteral("Corvane"), this, commands.openWindow);
     }

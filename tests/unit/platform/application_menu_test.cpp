@@ -1,4 +1,5 @@
 #include "platform/application_menu.h"
+#include "platform/mac/about_panel.h"
 #include "platform/session.h"
 
 #include <QApplication>
@@ -15,12 +16,14 @@ namespace {
 
 bool loggingOut = false;
 int processEnds = 0;
+int aboutPanels = 0;
 
 } // namespace
 
-// The Mac's session, played.
+// The Mac's session and its panel, played.
 bool platform::sessionIsEnding() { return loggingOut; }
 void platform::leaveAtOnce() { ++processEnds; }
+void platform::showAboutPanel() { ++aboutPanels; }
 
 namespace {
 
@@ -53,9 +56,11 @@ protected:
     int m_windows = 0;
     int m_settings = 0;
     int m_quits = 0;
+    int m_helps = 0;
     std::function<void()> m_endWithSession = [] { FAIL() << "the session goes on"; };
-    std::unique_ptr<QObject> m_menu = systemApplicationMenu(
-        {[this] { ++m_windows; }, [this] { ++m_settings; }, [this] { ++m_quits; }, [this] { m_endWithSession(); }});
+    std::unique_ptr<QObject> m_menu =
+        systemApplicationMenu({[this] { ++m_windows; }, [this] { ++m_settings; }, [this] { ++m_quits; },
+                               [this] { m_endWithSession(); }, [this] { ++m_helps; }});
 };
 
 TEST_F(ApplicationMenu, Edit_works_on_what_has_the_focus)
@@ -70,6 +75,10 @@ TEST_F(ApplicationMenu, Edit_works_on_what_has_the_focus)
     item(QStringLiteral("Edit"), QStringLiteral("Copy"))->trigger();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("correct horse"));
     item(QStringLiteral("Edit"), QStringLiteral("Cut"))->trigger();
+    EXPECT_TRUE(field.text().isEmpty());
+    item(QStringLiteral("Edit"), QStringLiteral("Undo"))->trigger();
+    EXPECT_EQ(field.text(), QStringLiteral("correct horse"));
+    item(QStringLiteral("Edit"), QStringLiteral("Redo"))->trigger();
     EXPECT_TRUE(field.text().isEmpty());
     item(QStringLiteral("Edit"), QStringLiteral("Paste"))->trigger();
     EXPECT_EQ(field.text(), QStringLiteral("correct horse"));
@@ -91,6 +100,47 @@ TEST_F(ApplicationMenu, Settings_and_Quit_stand_where_the_system_wants_them)
     EXPECT_EQ(quit->menuRole(), QAction::QuitRole);
     quit->trigger();
     EXPECT_EQ(m_quits, 1);
+}
+
+TEST_F(ApplicationMenu, Has_every_menu_that_a_Mac_user_looks_for)
+{
+    QStringList titles;
+    for (const QAction *menu : dynamic_cast<QMenuBar *>(m_menu.get())->actions())
+        titles << menu->text();
+    EXPECT_EQ(titles, (QStringList{QStringLiteral("Corvane"), QStringLiteral("File"), QStringLiteral("Edit"),
+                                   QStringLiteral("Window"), QStringLiteral("Help")}));
+}
+
+TEST_F(ApplicationMenu, About_shows_the_panel_of_the_system)
+{
+    QAction *about = item(QStringLiteral("Corvane"), QStringLiteral("About Corvane"));
+    EXPECT_EQ(about->menuRole(), QAction::AboutRole);
+    const int before = aboutPanels;
+    about->trigger();
+    EXPECT_EQ(aboutPanels, before + 1);
+}
+
+TEST_F(ApplicationMenu, Help_and_the_main_window_can_be_opened)
+{
+    item(QStringLiteral("Help"), QStringLiteral("Corvane Help"))->trigger();
+    EXPECT_EQ(m_helps, 1);
+    item(QStringLiteral("Window"), QStringLiteral("Corvane"))->trigger();
+    EXPECT_EQ(m_windows, 1);
+}
+
+TEST_F(ApplicationMenu, A_window_zooms_and_back_and_closes)
+{
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    item(QStringLiteral("Window"), QStringLiteral("Zoom"))->trigger();
+    EXPECT_TRUE(window.isMaximized());
+    item(QStringLiteral("Window"), QStringLiteral("Zoom"))->trigger();
+    EXPECT_FALSE(window.isMaximized());
+    item(QStringLiteral("Window"), QStringLiteral("Bring All to Front"))->trigger();
+    item(QStringLiteral("File"), QStringLiteral("Close"))->trigger();
+    EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(ApplicationMenu, The_system_can_only_ask_to_quit)
