@@ -17,6 +17,8 @@ public:
     /// Whether an application with this bundle identifier is installed.
     [[nodiscard]] virtual bool hasApplication(const QString &bundleId) const = 0;
     virtual void copyToClipboard(const QString &text) = 0;
+    /// The same for a secret: programs that keep what was copied are asked not to keep it.
+    virtual void copySecretToClipboard(const QString &secret) = 0;
     /// Brings Corvane to the front even when another application is active.
     virtual void activate() = 0;
 };

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QProcess>
 #include <QWindow>
 #include <QXmlStreamReader>
@@ -61,6 +62,14 @@ public:
     }
 
     void copyToClipboard(const QString &text) override { QGuiApplication::clipboard()->setText(text); }
+
+    void copySecretToClipboard(const QString &secret) override
+    {
+        auto data = std::make_unique<QMimeData>();
+        data->setText(secret);
+        data->setData(QStringLiteral("x-kde-passwordManagerHint"), "secret");
+        QGuiApplication::clipboard()->setMimeData(data.release());
+    }
 
     void activate() override
     {

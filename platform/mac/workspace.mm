@@ -9,6 +9,9 @@ namespace corvane {
 
 namespace {
 
+/// What clipboard managers agreed on for passwords.
+const NSPasteboardType kConcealed = @"org.nspasteboard.ConcealedType";
+
 /// The Mac's desktop, asked through AppKit.
 class MacWorkspace final : public Workspace {
 public:
@@ -25,20 +28,31 @@ public:
 
     void copyToClipboard(const QString &text) override { QGuiApplication::clipboard()->setText(text); }
 
+    void copySecretToClipboard(const QString &secret) override
+    {
+        NSPasteboard *board = NSPasteboard.generalPasteboard;
+        [board clearContents];
+        [board setString:secret.toNSString() forType:NSPasteboardTypeString];
+        [board setString:@"" forType:kConcealed];
+    }
+
     void activate() override
     {
         if (NSApp.hidden) [NSApp unhide:nil];
-        if (@available(macOS 14.0, *)) {
-            [NSApp activate];
-        } else {
-            [NSApp activateIgnoringOtherApps:YES];
-        }
+        insistOnActivation();
         showInFront();
     }
 
 private:
-    // Since macOS 14 activation is a request that another application may outlast; the windows come forward all the
-    // same.
+    // The newer way to activate is a request that the system may decline without a word.
+    static void insistOnActivation()
+    {
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
+        [NSApp activateIgnoringOtherApps:YES];
+#pragma clang diagnostic pop
+    }
+
     static void showInFront()
     {
         for (NSWindow *window in NSApp.windows) {

@@ -27,6 +27,7 @@ public:
     bool open(const QUrl &) override { return false; }
     [[nodiscard]] bool hasApplication(const QString &bundleId) const override { return m_bundles.contains(bundleId); }
     void copyToClipboard(const QString &) override {}
+    void copySecretToClipboard(const QString &) override {}
     void activate() override {}
 
 private:
