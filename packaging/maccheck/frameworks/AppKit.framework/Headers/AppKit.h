@@ -12,12 +12,18 @@ NS_ASSUME_NONNULL_BEGIN
 @property(class, strong, readonly) NSColorSpace *sRGBColorSpace API_AVAILABLE(macos(10.5));
 @end
 
+/* NSAppearance.h */
+@interface NSAppearance : NSObject
+- (void)performAsCurrentDrawingAppearance:(void(NS_NOESCAPE ^)(void))block API_AVAILABLE(macos(11.0));
+@end
+
 /* NSColor.h */
 @interface NSColor : NSObject
 @property(class, strong, readonly) NSColor *systemRedColor API_AVAILABLE(macos(10.10));
 @property(class, strong, readonly) NSColor *systemGreenColor API_AVAILABLE(macos(10.10));
 @property(class, strong, readonly) NSColor *systemOrangeColor API_AVAILABLE(macos(10.10));
 @property(class, strong, readonly) NSColor *systemGrayColor API_AVAILABLE(macos(10.10));
+@property(class, strong, readonly) NSColor *controlAccentColor API_AVAILABLE(macos(10.14));
 @property(readonly) CGFloat redComponent;
 @property(readonly) CGFloat greenComponent;
 @property(readonly) CGFloat blueComponent;
@@ -51,6 +57,28 @@ NS_ASSUME_NONNULL_BEGIN
 @property(nullable, copy) NSString *accessibilityLabel API_AVAILABLE(macos(10.10));
 @end
 
+/* NSAccessibility.h, NSAccessibilityConstants.h */
+typedef NSString *NSAccessibilityNotificationName;
+typedef NSString *NSAccessibilityNotificationUserInfoKey;
+typedef NS_ENUM(NSInteger, NSAccessibilityPriorityLevel) {
+    NSAccessibilityPriorityLow = 10,
+    NSAccessibilityPriorityMedium = 50,
+    NSAccessibilityPriorityHigh = 90
+} API_AVAILABLE(macos(10.9));
+#ifdef __cplusplus
+extern "C" {
+#endif
+extern const NSAccessibilityNotificationName
+    NSAccessibilityAnnouncementRequestedNotification API_AVAILABLE(macos(10.7));
+extern const NSAccessibilityNotificationUserInfoKey NSAccessibilityAnnouncementKey API_AVAILABLE(macos(10.7));
+extern const NSAccessibilityNotificationUserInfoKey NSAccessibilityPriorityKey API_AVAILABLE(macos(10.9));
+void NSAccessibilityPostNotificationWithUserInfo(
+    id element, NSAccessibilityNotificationName notification,
+    NSDictionary<NSAccessibilityNotificationUserInfoKey, id> *_Nullable userInfo) API_AVAILABLE(macos(10.7));
+#ifdef __cplusplus
+}
+#endif
+
 /* NSButton.h, NSStatusBarButton.h */
 @interface NSControl : NSView
 @end
@@ -81,6 +109,21 @@ static const CGFloat NSSquareStatusItemLength = -2.0;
 - (void)removeStatusItem:(NSStatusItem *)item;
 @end
 
+/* NSPasteboard.h */
+typedef NSString *NSPasteboardType;
+#ifdef __cplusplus
+extern "C" {
+#endif
+extern const NSPasteboardType NSPasteboardTypeString API_AVAILABLE(macos(10.6));
+#ifdef __cplusplus
+}
+#endif
+@interface NSPasteboard : NSObject
+@property(class, readonly, strong) NSPasteboard *generalPasteboard;
+- (NSInteger)clearContents;
+- (BOOL)setString:(NSString *)string forType:(NSPasteboardType)dataType;
+@end
+
 /* NSWindow.h */
 @interface NSWindow : NSResponder
 @property(getter=isVisible, readonly) BOOL visible;
@@ -92,7 +135,10 @@ static const CGFloat NSSquareStatusItemLength = -2.0;
 @interface NSApplication : NSResponder
 @property(getter=isHidden, readonly) BOOL hidden;
 @property(readonly, copy) NSArray<NSWindow *> *windows;
+@property(nullable, readonly, weak) NSWindow *mainWindow;
+@property(readonly, strong) NSAppearance *effectiveAppearance API_AVAILABLE(macos(10.14));
 - (void)unhide:(nullable id)sender;
+- (void)orderFrontStandardAboutPanel:(nullable id)sender;
 - (void)activateIgnoringOtherApps:(BOOL)flag API_DEPRECATED_WITH_REPLACEMENT("activate", macos(10.0, 14.0));
 - (void)activate API_AVAILABLE(macos(14.0));
 @end
@@ -101,14 +147,20 @@ extern "C" {
 #endif
 extern __kindof NSApplication *_Null_unspecified NSApp;
 
-/* NSWorkspace.h */
+/* NSColor.h */
+extern NSNotificationName NSSystemColorsDidChangeNotification;
+
+/* NSWorkspace.h, NSAccessibility.h */
 extern NSNotificationName NSWorkspaceDidWakeNotification;
+extern NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification API_AVAILABLE(macos(10.10));
 #ifdef __cplusplus
 }
 #endif
 @interface NSWorkspace : NSObject
 @property(class, readonly, strong) NSWorkspace *sharedWorkspace;
 @property(readonly, strong) NSNotificationCenter *notificationCenter;
+@property(readonly) BOOL accessibilityDisplayShouldIncreaseContrast API_AVAILABLE(macos(10.10));
+@property(readonly) BOOL accessibilityDisplayShouldReduceMotion API_AVAILABLE(macos(10.12));
 - (BOOL)openURL:(NSURL *)url;
 - (nullable NSURL *)URLForApplicationWithBundleIdentifier:(NSString *)bundleIdentifier API_AVAILABLE(macos(10.6));
 @end

@@ -17,6 +17,7 @@
     enum name : type name;                                                                                             \
     enum __attribute__((flag_enum)) name : type
 #endif
+#define NS_NOESCAPE __attribute__((noescape))
 #define NS_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
 #define NS_ASSUME_NONNULL_END _Pragma("clang assume_nonnull end")
 
@@ -47,6 +48,16 @@ typedef CGSize NSSize;
 @interface NSArray<__covariant ObjectType> : NSObject <NSFastEnumeration>
 @property(nullable, nonatomic, readonly) ObjectType firstObject;
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)count;
+@end
+
+/* NSDictionary.h, NSValue.h */
+@interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject
++ (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
+                              forKeys:(const KeyType<NSObject> _Nonnull[_Nullable])keys
+                                count:(NSUInteger)count;
+@end
+@interface NSNumber : NSObject
++ (NSNumber *)numberWithInteger:(NSInteger)value;
 @end
 
 /* NSError.h */
@@ -124,6 +135,7 @@ typedef NSString *NSNotificationName;
 @interface NSNotification : NSObject
 @end
 @interface NSNotificationCenter : NSObject
+@property(class, readonly, strong) NSNotificationCenter *defaultCenter;
 - (void)removeObserver:(id)observer;
 - (id<NSObject>)addObserverForName:(nullable NSNotificationName)name
                             object:(nullable id)object
