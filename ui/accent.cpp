@@ -8,9 +8,11 @@ namespace corvane {
 namespace {
 
 constexpr double kReadable = 4.6;
-/// What the toolkit reports where the desktop names no accent colour.
-constexpr QRgb kToolkitDefault = 0xff308cc6;
-constexpr QRgb kBlue = 0xff007aff;
+/// The luminance at which a colour has a contrast of 3 with the darkest light surface, with the lightest dark one, and
+/// with white.
+constexpr double kOnLight = 0.195;
+constexpr double kOnDark = 0.2;
+constexpr double kBehindWhite = 0.295;
 
 double linear(double channel)
 {
@@ -22,6 +24,23 @@ double luminance(const QColor &color)
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
+QColor darkened(QColor color, double luminanceWanted)
+{
+    for (int step = 0; step < 100 && luminance(color) > luminanceWanted; ++step)
+        color = color.darker(102);
+    return color;
+}
+
+/// Mixed with white: a strong colour has no lighter shade that is as strong.
+QColor lightened(const QColor &color, double luminanceWanted)
+{
+    QColor mixed = color;
+    for (float white = 0; white < 1 && luminance(mixed) < luminanceWanted; white += 0.02F)
+        mixed = QColor::fromRgbF(color.redF() * (1 - white) + white, color.greenF() * (1 - white) + white,
+                                 color.blueF() * (1 - white) + white);
+    return mixed;
+}
+
 } // namespace
 
 double contrast(const QColor &one, const QColor &other)
@@ -31,18 +50,13 @@ double contrast(const QColor &one, const QColor &other)
     return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
 }
 
-QColor accentColor(const QPalette &palette)
+QColor accentFill(const QColor &accent) { return darkened(accent, 1.05 / kReadable - 0.05); }
+
+QColor accentMark(const QColor &accent, bool dark)
 {
-    const QColor color = palette.color(QPalette::Active, QPalette::Highlight);
-    return color.rgb() == kToolkitDefault ? QColor(kBlue) : color;
+    return dark ? lightened(accent, kOnDark) : darkened(accent, kOnLight);
 }
 
-QColor accentFill(const QPalette &palette)
-{
-    QColor color = accentColor(palette);
-    for (int step = 0; step < 40 && contrast(color, Qt::white) < kReadable; ++step)
-        color = color.darker(104);
-    return color;
-}
+QColor accentTrack(const QColor &accent, bool dark) { return darkened(accentMark(accent, dark), kBehindWhite); }
 
 } // namespace corvane

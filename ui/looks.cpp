@@ -3,7 +3,6 @@
 #include "app/version_tag.h"
 #include "checks/port_checker.h"
 #include "runtime/pihole_controller.h"
-#include "ui/accent.h"
 #include "ui/decisions/controls.h"
 #include "ui/decisions/dashboard_texts.h"
 #include "ui/decisions/password_hints.h"
@@ -11,13 +10,14 @@
 #include "ui/decisions/steps.h"
 #include "ui/fonts.h"
 
+#include <QCoreApplication>
 #include <QEvent>
-#include <QGuiApplication>
 
 namespace corvane {
 
-Looks::Looks(AppModel &app)
+Looks::Looks(AppModel &app, Appearance &appearance)
     : m_app(app)
+    , m_appearance(appearance)
 {
     bindBusyFlags();
     bindPlaces();
@@ -25,6 +25,7 @@ Looks::Looks(AppModel &app)
     bindSetUp();
     followLists();
     followOperations();
+    connect(&m_appearance, &Appearance::changed, this, &Looks::appearanceChanged);
     qApp->installEventFilter(this);
 }
 
@@ -183,15 +184,10 @@ void Looks::showPorts()
     Q_EMIT freePortsChanged();
 }
 
-QColor Looks::accent() const { return accentColor(QGuiApplication::palette()); }
-
-QColor Looks::accentFill() const { return corvane::accentFill(QGuiApplication::palette()); }
-
 QString Looks::fixedFamily() const { return fixedFont().family(); }
 
 bool Looks::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange) Q_EMIT accentChanged();
     if (watched == qApp && event->type() == QEvent::ApplicationActivate) m_timeZone = PiholeController::safeTimeZone();
     return QObject::eventFilter(watched, event);
 }

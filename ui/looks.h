@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/app_model.h"
+#include "platform/appearance.h"
+#include "ui/accent.h"
 #include "ui/decisions/badge.h"
 #include "ui/row_list.h"
 
@@ -83,12 +85,13 @@ class Looks : public QObject {
     Q_PROPERTY(corvane::RowList *outcomes READ outcomes CONSTANT)
     Q_PROPERTY(corvane::RowList *testResults READ testResults CONSTANT)
     Q_PROPERTY(QList<QString> freePorts READ freePorts NOTIFY freePortsChanged)
-    Q_PROPERTY(QColor accent READ accent NOTIFY accentChanged)
-    Q_PROPERTY(QColor accentFill READ accentFill NOTIFY accentChanged)
+    Q_PROPERTY(QColor accent READ accent NOTIFY appearanceChanged)
+    Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY appearanceChanged)
+    Q_PROPERTY(bool increasesContrast READ increasesContrast NOTIFY appearanceChanged)
     Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
 
 public:
-    explicit Looks(AppModel &app);
+    Looks(AppModel &app, Appearance &appearance);
 
     [[nodiscard]] RowList *steps() { return &m_steps; }
     [[nodiscard]] RowList *systemChecks() { return &m_systemChecks; }
@@ -103,8 +106,9 @@ public:
 
     /// The ports on offer when another program holds the web port.
     [[nodiscard]] QStringList freePorts() const { return m_freePorts; }
-    [[nodiscard]] QColor accent() const;
-    [[nodiscard]] QColor accentFill() const;
+    [[nodiscard]] QColor accent() const { return m_appearance.accent(); }
+    [[nodiscard]] bool reducesMotion() const { return m_appearance.reducesMotion(); }
+    [[nodiscard]] bool increasesContrast() const { return m_appearance.increasesContrast(); }
     [[nodiscard]] QString fixedFamily() const;
 
     /// Looks again which ports can be offered; others may have been taken or given back.
@@ -115,11 +119,21 @@ public:
         return names.contains(name);
     }
 
+    Q_INVOKABLE [[nodiscard]] QColor accentFill(const QColor &accent) const { return corvane::accentFill(accent); }
+    Q_INVOKABLE [[nodiscard]] QColor accentMark(const QColor &accent, bool dark) const
+    {
+        return corvane::accentMark(accent, dark);
+    }
+    Q_INVOKABLE [[nodiscard]] QColor accentTrack(const QColor &accent, bool dark) const
+    {
+        return corvane::accentTrack(accent, dark);
+    }
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
     void freePortsChanged();
-    void accentChanged();
+    void appearanceChanged();
 
 private:
     void bindBusyFlags();
@@ -131,6 +145,7 @@ private:
     void showSteps();
 
     AppModel &m_app;
+    Appearance &m_appearance;
     RowList m_steps;
     RowList m_systemChecks;
     RowList m_takenPorts;

@@ -12,6 +12,6 @@ Rectangle {
     radius: Theme.radius + 3
     color: "transparent"
     border.width: 3
-    border.color: Theme.faded(Theme.accent, 0.65)
+    border.color: Theme.accentMark
     visible: root.shown
 }

@@ -9,10 +9,29 @@ Item {
 
     Rectangle {
         id: piece
-        width: root.width * 0.3
+        width: Looks.reducesMotion ? root.width : root.width * 0.3
         height: root.height
         radius: height / 2
-        color: Theme.accent
+        color: Theme.accentMark
+    }
+    // The still way to say the same.
+    SequentialAnimation {
+        running: root.visible && Looks.reducesMotion
+        loops: Animation.Infinite
+        onStopped: piece.opacity = 1
+
+        OpacityAnimator {
+            target: piece
+            from: 1
+            to: 0.4
+            duration: 1200
+        }
+        OpacityAnimator {
+            target: piece
+            from: 0.4
+            to: 1
+            duration: 1200
+        }
     }
     NumberAnimation {
         target: piece
@@ -21,6 +40,7 @@ Item {
         to: root.width
         duration: 1400
         loops: Animation.Infinite
-        running: root.visible
+        running: root.visible && !Looks.reducesMotion
+        onStopped: piece.x = 0
     }
 }

@@ -9,25 +9,28 @@ QtObject {
 
     readonly property SystemPalette system: SystemPalette {}
     readonly property bool dark: root.system.window.hslLightness < 0.5
+    readonly property bool sharp: Looks.increasesContrast
 
     readonly property color accent: Looks.accent
-    readonly property color accentFill: Looks.accentFill
+    readonly property color accentFill: Looks.accentFill(Looks.accent)
+    readonly property color accentMark: Looks.accentMark(Looks.accent, root.dark)
+    readonly property color accentTrack: Looks.accentTrack(Looks.accent, root.dark)
     readonly property color accentText: "#ffffff"
 
     readonly property color window: root.dark ? "#1e1e1e" : "#f5f5f7"
     readonly property color sidebar: root.dark ? "#262628" : "#e9e9ed"
     readonly property color box: root.dark ? "#2a2a2c" : "#ffffff"
-    readonly property color boxEdge: root.dark ? "#3a3a3c" : "#e1e1e5"
-    readonly property color divider: root.dark ? "#3a3a3c" : "#d9d9de"
+    readonly property color boxEdge: root.dark ? (root.sharp ? "#98989d" : "#3a3a3c") : (root.sharp ? "#6e6e73" : "#e1e1e5")
+    readonly property color divider: root.dark ? (root.sharp ? "#98989d" : "#3a3a3c") : (root.sharp ? "#6e6e73" : "#d9d9de")
     readonly property color text: root.dark ? "#f2f2f3" : "#1d1d1f"
-    readonly property color secondaryText: root.dark ? "#a9a9ae" : "#636367"
-    readonly property color placeholderText: root.dark ? "#98989d" : "#6b6b70"
+    readonly property color secondaryText: root.dark ? (root.sharp ? "#d6d6da" : "#a9a9ae") : (root.sharp ? "#3a3a3c" : "#636367")
+    readonly property color placeholderText: root.dark ? (root.sharp ? "#d1d1d6" : "#98989d") : (root.sharp ? "#48484a" : "#6b6b70")
 
     readonly property color control: root.dark ? "#59595c" : "#ffffff"
     readonly property color controlPressed: root.dark ? "#6b6b6e" : "#e4e4e8"
-    readonly property color controlEdge: root.dark ? "#6a6a6d" : "#c8c8cd"
+    readonly property color controlEdge: root.dark ? (root.sharp ? "#c7c7cc" : "#6a6a6d") : (root.sharp ? "#6e6e73" : "#c8c8cd")
     readonly property color field: root.dark ? "#1a1a1b" : "#ffffff"
-    readonly property color switchOff: root.dark ? "#545457" : "#c9c9ce"
+    readonly property color switchOff: root.dark ? (root.sharp ? "#7c7c80" : "#545457") : (root.sharp ? "#7c7c80" : "#c9c9ce")
     readonly property color knob: "#ffffff"
     readonly property color track: root.dark ? "#48484a" : "#dcdce0"
     readonly property color logBackground: root.dark ? "#19191a" : "#fbfbfc"

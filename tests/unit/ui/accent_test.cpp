@@ -6,13 +6,6 @@ namespace corvane {
 
 namespace {
 
-QPalette accented(const QColor &color)
-{
-    QPalette palette;
-    palette.setColor(QPalette::Highlight, color);
-    return palette;
-}
-
 TEST(Accent, Contrast_runs_from_1_to_21)
 {
     EXPECT_DOUBLE_EQ(contrast(Qt::white, Qt::white), 1);
@@ -20,18 +13,45 @@ TEST(Accent, Contrast_runs_from_1_to_21)
     EXPECT_DOUBLE_EQ(contrast(Qt::black, Qt::white), contrast(Qt::white, Qt::black));
 }
 
-TEST(Accent, Is_the_colour_that_the_user_chose)
+class AnyAccent : public testing::TestWithParam<int> {
+protected:
+    [[nodiscard]] static QList<QColor> colors()
+    {
+        QList<QColor> colors;
+        for (const int lightness : {0, 60, 128, 200, 255})
+            colors << QColor::fromHsl(GetParam(), 255, lightness);
+        return colors;
+    }
+};
+
+TEST_P(AnyAccent, Carries_white_text)
 {
-    EXPECT_EQ(accentColor(accented(QColor(200, 30, 90))), QColor(200, 30, 90));
+    for (const QColor &color : colors())
+        EXPECT_GE(contrast(accentFill(color), Qt::white), 4.5) << color.name().toStdString();
 }
 
-TEST(Accent, White_text_can_be_read_on_it_whatever_the_colour)
+TEST_P(AnyAccent, Is_seen_on_light_and_dark_surfaces)
 {
-    for (int hue = 0; hue < 360; hue += 10) {
-        for (const int lightness : {60, 128, 200, 255})
-            EXPECT_GE(contrast(accentFill(accented(QColor::fromHsl(hue, 255, lightness))), Qt::white), 4.5)
-                << hue << ' ' << lightness;
+    for (const QColor &color : colors()) {
+        EXPECT_GE(contrast(accentMark(color, false), Qt::white), 3) << color.name().toStdString();
+        EXPECT_GE(contrast(accentMark(color, true), QColor(0x2a, 0x2a, 0x2c)), 3) << color.name().toStdString();
     }
+}
+
+TEST_P(AnyAccent, Lets_a_white_knob_be_seen)
+{
+    for (const QColor &color : colors())
+        for (const bool dark : {false, true})
+            EXPECT_GE(contrast(accentTrack(color, dark), Qt::white), 3) << color.name().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Hues, AnyAccent, testing::Range(0, 360, 15));
+
+TEST(Accent, Stays_as_it_is_where_it_can_be_seen)
+{
+    const QColor blue(0x00, 0x7a, 0xff);
+    EXPECT_EQ(accentMark(blue, true), blue);
+    EXPECT_EQ(accentTrack(blue, true), blue);
 }
 
 } // namespace
