@@ -19,6 +19,7 @@ Item {
         StateIcon {
             anchors.centerIn: parent
             badge: root.badge
+            Accessible.ignored: true // the title says it
         }
     }
     Column {
@@ -31,6 +32,7 @@ Item {
         Text {
             width: parent.width
             text: root.title
+            textFormat: Text.PlainText
             font: Theme.body
             color: Theme.text
             wrapMode: Text.Wrap
@@ -41,6 +43,7 @@ Item {
             width: parent.width
             visible: root.detail.length > 0
             text: root.detail
+            activeFocusOnTab: true
         }
     }
 }

@@ -8,8 +8,8 @@ Rectangle {
 
     implicitHeight: column.implicitHeight + 24
     color: Theme.faded(Theme.red, 0.1)
-    Accessible.role: Accessible.AlertMessage
-    Accessible.name: warning.text
+    Accessible.role: Accessible.Grouping
+    Accessible.name: qsTr("Warning")
 
     ColumnLayout {
         id: column

@@ -8,8 +8,8 @@ Rectangle {
 
     implicitHeight: row.implicitHeight + 16
     color: Theme.tinted
-    Accessible.role: Accessible.AlertMessage
-    Accessible.name: App.notice
+    Accessible.role: Accessible.Grouping
+    Accessible.name: qsTr("Notice")
 
     RowLayout {
         id: row
@@ -22,6 +22,7 @@ Rectangle {
         BodyText {
             objectName: "noticeText"
             Layout.fillWidth: true
+            activeFocusOnTab: true
             text: App.notice
         }
         PushButton {

@@ -21,6 +21,6 @@ Item {
     Spinner {
         anchors.fill: parent
         visible: root.badge.spins
-        label: root.badge.spoken
+        Accessible.ignored: true
     }
 }

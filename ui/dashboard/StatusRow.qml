@@ -14,8 +14,7 @@ Row {
         radius: 7
         color: Theme.dot(Looks.dotTint)
         anchors.verticalCenter: parent.verticalCenter
-        Accessible.role: Accessible.Graphic
-        Accessible.name: App.statusLine
+        Accessible.ignored: true // the line says it
     }
     BodyText {
         objectName: "statusLine"
