@@ -5,32 +5,37 @@
 
 namespace corvane {
 
-MenuContent::MenuContent(AppModel &app, Commands &commands, Actions actions)
+MenuContent::MenuContent(AppModel &app, Looks &looks, Commands &commands, Actions actions)
     : m_app(app)
-    , m_commands(commands)
+    , m_looks(looks)
     , m_actions(std::move(actions))
+    , m_errands(app, m_actions.openWindow)
+    , m_status(addAction(QString()))
 {
-    connect(this, &QMenu::aboutToShow, this, &MenuContent::rebuild);
-    // Where the desktop draws the menu itself, it asks for the items before it tells that it opens.
-    connect(&m_app, &AppModel::statusLineChanged, this, &MenuContent::rebuild);
-    connect(&m_app, &AppModel::blockingChanged, this, &MenuContent::rebuild);
-    connect(&m_app, &AppModel::containerStateChanged, this, &MenuContent::rebuild);
-    rebuild();
-}
-
-void MenuContent::rebuild()
-{
-    // What is being read or pointed at stays as it is.
-    if (isVisible()) return;
-    clear();
-    addAction(m_app.statusLine())->setEnabled(false);
+    m_status->setEnabled(false);
     addSeparator();
-    addAction(QStringLiteral("Open dashboard"), &m_commands, &Commands::openDashboard);
-    addAction(pauseLabel(m_app.blocking()), &m_commands, &Commands::togglePause);
-    addAction(startStopLabel(m_app.containerState()), &m_commands, &Commands::toggleStartStop);
+    addAction(QStringLiteral("Open dashboard"), &commands, &Commands::openDashboard);
+    m_pause = addAction(QString(), &m_errands, &Errands::togglePause);
+    m_startStop = addAction(QString(), &m_errands, &Errands::toggleStartStop);
     addSeparator();
     addAction(QStringLiteral("Open window"), this, [this] { m_actions.openWindow(); });
     addAction(QStringLiteral("Quit Corvane"), this, [this] { m_actions.quit(); });
+
+    connect(this, &QMenu::aboutToShow, this, &MenuContent::follow);
+    connect(&m_app, &AppModel::statusLineChanged, this, &MenuContent::follow);
+    connect(&m_app, &AppModel::containerStateChanged, this, &MenuContent::follow);
+    connect(&m_looks, &Looks::pauseLabelChanged, this, &MenuContent::follow);
+    connect(&m_looks, &Looks::operatingChanged, this, &MenuContent::follow);
+    connect(&m_looks, &Looks::controllingChanged, this, &MenuContent::follow);
+    follow();
+}
+
+void MenuContent::follow()
+{
+    m_status->setText(m_app.statusLine());
+    m_pause->setText(m_looks.pauseLabel());
+    m_startStop->setText(startStopLabel(m_app.containerState()));
+    m_startStop->setEnabled(!m_looks.operating() && !m_looks.controlling());
 }
 
 } // namespace corvane

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/app_model.h"
+#include "ui/errands.h"
+#include "ui/looks.h"
 
 #include <QMenu>
 
@@ -10,7 +11,8 @@ namespace corvane {
 
 class Commands;
 
-/// The menu of the menu-bar item: the status at a glance and the everyday actions. Rebuilt each time it opens.
+/// The menu of the menu-bar item: the status at a glance and the everyday actions. Its items last; what they say and
+/// whether they can be chosen follows the model, while the menu is open too.
 class MenuContent : public QMenu {
     Q_OBJECT
 
@@ -20,14 +22,18 @@ public:
         std::function<void()> quit;
     };
 
-    MenuContent(AppModel &app, Commands &commands, Actions actions);
+    MenuContent(AppModel &app, Looks &looks, Commands &commands, Actions actions);
 
 private:
-    void rebuild();
+    void follow();
 
     AppModel &m_app;
-    Commands &m_commands;
+    Looks &m_looks;
     Actions m_actions;
+    Errands m_errands;
+    QAction *m_status;
+    QAction *m_pause = nullptr;
+    QAction *m_startStop = nullptr;
 };
 
 } // namespace corvane

@@ -1,0 +1,128 @@
+#include "tests/ui/screen.h"
+#include "tests/ui/states.h"
+#include "ui/menu_content.h"
+
+#include <QTest>
+
+namespace corvane {
+
+namespace {
+
+/// One menu that lives as long as the program does.
+class Menu : public Screen {
+protected:
+    [[nodiscard]] QString text(int item) const { return m_menu.actions().at(item)->text(); }
+    [[nodiscard]] bool canChoose(int item) const { return m_menu.actions().at(item)->isEnabled(); }
+    void choose(int item) { m_menu.actions().at(item)->trigger(); }
+    [[nodiscard]] QStringList texts() const
+    {
+        QStringList texts;
+        for (const QAction *action : m_menu.actions())
+            texts << (action->isSeparator() ? QStringLiteral("---") : action->text());
+        return texts;
+    }
+
+    enum Item { Status = 0, Pause = 3, StartStop = 4, OpenWindow = 6, Quit = 7 };
+
+    int m_opened = 0;
+    int m_quit = 0;
+    MenuContent m_menu{m_app, m_looks, m_commands, {[this] { ++m_opened; }, [this] { ++m_quit; }}};
+};
+
+TEST_F(Menu, Has_the_status_and_the_everyday_actions)
+{
+    EXPECT_EQ(texts(), (QStringList{QStringLiteral("Checking Pi-hole..."), QStringLiteral("---"),
+                                    QStringLiteral("Open dashboard"), QStringLiteral("Pause blocking 5 minutes"),
+                                    QStringLiteral("Start Pi-hole"), QStringLiteral("---"),
+                                    QStringLiteral("Open window"), QStringLiteral("Quit Corvane")}));
+    EXPECT_FALSE(canChoose(Status));
+}
+
+TEST_F(Menu, Follows_blocking)
+{
+    showPaused(m_app, 60);
+    EXPECT_EQ(text(Status), QStringLiteral("Pi-hole is answering and this Mac uses it"));
+    EXPECT_EQ(text(Pause), QStringLiteral("Resume blocking"));
+    m_app.setBlocking(PiholeBlocking{true, std::nullopt});
+    EXPECT_EQ(text(Pause), QStringLiteral("Pause blocking 5 minutes"));
+}
+
+TEST_F(Menu, Follows_the_container_when_nothing_else_changes)
+{
+    showStopped(m_app);
+    m_app.setContainerState(ContainerState::running(QStringLiteral("starting")));
+    EXPECT_EQ(text(StartStop), QStringLiteral("Stop Pi-hole"));
+    m_app.setContainerState(ContainerState::stopped(QStringLiteral("exited")));
+    EXPECT_EQ(text(StartStop), QStringLiteral("Start Pi-hole"));
+}
+
+TEST_F(Menu, Follows_the_status_line_when_nothing_else_changes)
+{
+    showRunning(m_app);
+    m_app.setUsedByMac(false);
+    EXPECT_EQ(text(Status), QStringLiteral("Pi-hole is answering, but this Mac does not use it"));
+    m_app.setUsedByMac(true);
+    EXPECT_EQ(text(Status), QStringLiteral("Pi-hole is answering and this Mac uses it"));
+}
+
+TEST_F(Menu, Keeps_its_items_in_place_while_it_is_open)
+{
+    const QList<QAction *> items = m_menu.actions();
+    Q_EMIT m_menu.aboutToShow(); // as a menu that the system draws tells that it opens
+    showPaused(m_app, 60);
+    EXPECT_EQ(m_menu.actions(), items);
+    EXPECT_EQ(text(Pause), QStringLiteral("Resume blocking"));
+    EXPECT_EQ(text(StartStop), QStringLiteral("Stop Pi-hole"));
+    Q_EMIT m_menu.aboutToHide();
+    Q_EMIT m_menu.aboutToShow();
+    EXPECT_EQ(m_menu.actions(), items);
+}
+
+TEST_F(Menu, What_cannot_be_done_now_is_dimmed)
+{
+    showRunning(m_app);
+    EXPECT_TRUE(canChoose(StartStop));
+    {
+        const SleepingOperation updating(*m_app.maintOp());
+        EXPECT_FALSE(canChoose(StartStop));
+        EXPECT_TRUE(canChoose(Pause));
+    }
+    EXPECT_TRUE(canChoose(StartStop));
+    m_app.setBusy({QStringLiteral("container")});
+    EXPECT_FALSE(canChoose(StartStop));
+    m_app.setBusy({});
+    EXPECT_TRUE(canChoose(StartStop));
+}
+
+TEST_F(Menu, Opens_the_window_and_quits)
+{
+    choose(OpenWindow);
+    EXPECT_EQ(m_opened, 1);
+    choose(Quit);
+    EXPECT_EQ(m_quit, 1);
+}
+
+TEST_F(Menu, A_pause_that_fails_is_told_in_the_window)
+{
+    m_app.setShowWizard(true);
+    showRunning(m_app);
+    m_app.setAdminPassword({});
+    choose(Pause);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_opened == 1; }));
+    EXPECT_FALSE(m_app.showWizard());
+    EXPECT_FALSE(m_app.apiMessage().isEmpty());
+}
+
+TEST_F(Menu, A_start_that_fails_is_told_in_the_window)
+{
+    m_app.setShowWizard(true);
+    showStopped(m_app);
+    choose(StartStop);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_opened == 1; }, 20'000));
+    EXPECT_FALSE(m_app.showWizard());
+    EXPECT_EQ(m_app.notice(), QStringLiteral("Colima is not installed. Use step 3 of the wizard."));
+}
+
+} // namespace
+
+} // namespace corvane

@@ -1,0 +1,57 @@
+#include "ui/errands.h"
+
+#include "app/launch.h"
+
+#include <QPointer>
+
+namespace corvane {
+
+Errands::Errands(AppModel &app, std::function<void()> openWindow)
+    : m_app(app)
+    , m_openWindow(std::move(openWindow))
+{
+    // Between two parts of one action nothing is marked as busy for a moment.
+    m_look.setSingleShot(true);
+    m_look.setInterval(0);
+    connect(&m_look, &QTimer::timeout, this, &Errands::look);
+    const auto lookSoon = [this] {
+        if (m_shouldRun) m_look.start();
+    };
+    connect(&m_app, &AppModel::busyChanged, this, lookSoon);
+    for (OperationRunner *runner : {m_app.installOp(), m_app.startOp(), m_app.maintOp()})
+        connect(runner, &OperationRunner::runningChanged, this, lookSoon);
+}
+
+void Errands::togglePause() { launch(runPause()); }
+
+QCoro::Task<> Errands::runPause()
+{
+    const QPointer<Errands> alive(this);
+    const bool shouldBlock = m_app.blocking() && !m_app.blocking()->enabled;
+    co_await m_app.togglePause();
+    if (!alive) co_return;
+    const bool done = m_app.blocking() && m_app.blocking()->enabled == shouldBlock;
+    if (!done) tell();
+}
+
+void Errands::toggleStartStop()
+{
+    m_shouldRun = !m_app.containerState().isRunning();
+    launch(m_app.toggleStartStop());
+    m_look.start();
+}
+
+void Errands::look()
+{
+    if (!m_shouldRun || m_app.operationRunning() || m_app.busy().contains(QStringLiteral("container"))) return;
+    const bool done = m_app.containerState().isRunning() == *std::exchange(m_shouldRun, std::nullopt);
+    if (!done) tell();
+}
+
+void Errands::tell()
+{
+    m_app.setShowWizard(false);
+    m_openWindow();
+}
+
+} // namespace corvane

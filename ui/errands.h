@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/app_model.h"
+
+#include <QTimer>
+
+#include <functional>
+
+namespace corvane {
+
+/// The everyday actions of the menu, which may be used with every window closed: one that does not come to what was
+/// asked for opens the main window at the dashboard, where its message stands.
+class Errands : public QObject {
+    Q_OBJECT
+
+public:
+    Errands(AppModel &app, std::function<void()> openWindow);
+
+    void togglePause();
+    void toggleStartStop();
+
+private:
+    [[nodiscard]] QCoro::Task<> runPause();
+    void look();
+    void tell();
+
+    AppModel &m_app;
+    std::function<void()> m_openWindow;
+    /// Whether Pi-hole should run when what was begun has come to its end; absent while nothing was begun.
+    std::optional<bool> m_shouldRun;
+    QTimer m_look;
+};
+
+} // namespace corvane
