@@ -14,6 +14,12 @@ Window {
     minimumHeight: 620
     color: Theme.window
 
+    // What closes the window closes its sheet first.
+    onClosing: close => {
+        close.accepted = !view.showSettings;
+        view.showSettings = false;
+    }
+
     Shortcut {
         sequences: ["Ctrl+W"]
         onActivated: root.close()
@@ -28,6 +34,7 @@ Window {
     }
 
     RootView {
+        id: view
         anchors.fill: parent
     }
 }

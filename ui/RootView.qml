@@ -9,6 +9,7 @@ ColumnLayout {
     property bool showSettings: false
 
     spacing: 0
+    enabled: !root.showSettings // beneath the sheet nothing is within reach, by whatever means
 
     RowLayout {
         Layout.fillWidth: true
@@ -23,6 +24,7 @@ ColumnLayout {
         }
         Text {
             text: qsTr("Corvane")
+            textFormat: Text.PlainText
             font: Theme.headline
             color: Theme.text
             Layout.fillWidth: true

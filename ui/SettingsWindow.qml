@@ -17,7 +17,7 @@ Window {
     color: Theme.window
 
     Shortcut {
-        sequences: ["Ctrl+W", "Escape"]
+        sequences: ["Ctrl+W", "Escape", "Ctrl+."]
         onActivated: root.close()
     }
     Shortcut {

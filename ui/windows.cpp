@@ -11,8 +11,8 @@ namespace {
 
 void raise(QQuickWindow &window)
 {
-    if (window.windowStates().testFlag(Qt::WindowMinimized)) window.showNormal();
-    window.show();
+    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
+    window.setVisible(true);
     window.raise();
     window.requestActivate();
 }
@@ -28,27 +28,57 @@ QVariantMap propertiesOf(const Alert &alert)
 
 } // namespace
 
-Windows::Windows(MakeEngine makeEngine, Dialogs &dialogs)
+Windows::Windows(MakeEngine makeEngine, Dialogs &dialogs, Workspace &workspace, SettingsStore &store)
     : m_makeEngine(std::move(makeEngine))
     , m_dialogs(dialogs)
+    , m_workspace(workspace)
+    , m_place(store)
 {
     connect(&dialogs, &Dialogs::changed, this, &Windows::follow);
 }
 
-Windows::~Windows() { qDeleteAll(QSet(m_living)); }
-
-void Windows::openMain() { open(m_main, QStringLiteral("MainWindow")); }
-
-void Windows::openSettings() { open(m_settings, QStringLiteral("SettingsWindow")); }
-
-void Windows::open(Window &window, const QString &view)
+Windows::~Windows()
 {
-    if (!window) {
-        window = make(view, {});
-        connect(window, SIGNAL(settingsRequested()), this, SLOT(openSettingsWindow()));
-        connect(window, SIGNAL(quitRequested()), this, SIGNAL(quitRequested()));
-    }
-    raise(*window);
+    if (m_main) m_place.keep(*m_main);
+    qDeleteAll(QSet(m_living));
+}
+
+void Windows::openMain()
+{
+    if (prepare(m_main, QStringLiteral("MainWindow"))) m_place.restore(*m_main);
+    raise(*m_main);
+}
+
+void Windows::comeForward()
+{
+    m_workspace.activate();
+    openMain();
+    // A window that was not there yet when Corvane came to the front.
+    m_workspace.activate();
+}
+
+void Windows::openSettings()
+{
+    prepare(m_settings, QStringLiteral("SettingsWindow"));
+    m_settings->contentItem()->setEnabled(!m_dialogs.panel());
+    raise(*m_settings);
+}
+
+void Windows::showQuestion()
+{
+    if (!m_dialogs.alert() && !m_dialogs.panel()) return;
+    m_workspace.activate();
+    if (m_alert) raise(*m_alert);
+}
+
+// Answers whether the window had to be made.
+bool Windows::prepare(Window &window, const QString &view)
+{
+    if (window) return false;
+    window = make(view, {});
+    connect(window, SIGNAL(settingsRequested()), this, SLOT(openSettingsWindow()));
+    connect(window, SIGNAL(quitRequested()), this, SIGNAL(quitRequested()));
+    return true;
 }
 
 QQuickWindow *Windows::make(const QString &view, const QVariantMap &properties)
@@ -71,10 +101,13 @@ QQuickWindow *Windows::make(const QString &view, const QVariantMap &properties)
 
 void Windows::follow()
 {
+    // Before the question or the panel is there: what comes to the front later would cover it.
+    if (m_dialogs.alert() || m_dialogs.panel()) m_workspace.activate();
+    // A panel belongs to the main window and holds up that one by itself.
+    if (m_settings) m_settings->contentItem()->setEnabled(!m_dialogs.panel());
     if (m_dialogs.alert() == m_shown) return;
+    closeAlert();
     m_shown = m_dialogs.alert();
-    if (m_alert) m_alert->deleteLater();
-    m_alert.clear();
     if (m_shown) {
         m_alert = make(QStringLiteral("AlertWindow"), propertiesOf(*m_shown));
         connect(m_alert, SIGNAL(answered(bool)), this, SLOT(onAnswered(bool)));
@@ -82,19 +115,34 @@ void Windows::follow()
     }
 }
 
+// Another question in the same words gets a window of its own.
+void Windows::onAnswered(bool accepted)
+{
+    closeAlert();
+    m_dialogs.answer(accepted);
+}
+
+void Windows::closeAlert()
+{
+    if (m_alert) m_alert->deleteLater();
+    m_alert.clear();
+    m_shown.reset();
+}
+
 bool Windows::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::Close) return false;
-    if (watched == m_alert) {
-        m_dialogs.answer(false);
-        return false;
-    }
+    if (watched == m_main) m_place.keep(*m_main);
+    // The window decides first whether it closes.
+    watched->event(event);
+    if (!event->isAccepted()) return true;
+    if (watched == m_alert) onAnswered(false);
     for (Window *window : {&m_main, &m_settings}) {
         if (watched != *window) continue;
         (*window)->deleteLater();
         window->clear();
     }
-    return false;
+    return true;
 }
 
 void Windows::giveBack()

@@ -1,9 +1,9 @@
 #include "tests/ui/screen.h"
 #include "tests/ui/states.h"
 #include "ui/dot.h"
-#include "ui/menu_content.h"
 
 #include <QQmlEngine>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -11,19 +11,9 @@ namespace corvane {
 
 namespace {
 
-class WindowsAndMenu : public Screen {
-protected:
-    [[nodiscard]] QStringList menuTexts()
-    {
-        MenuContent menu(m_app, m_commands, {[] {}, [] {}});
-        QStringList texts;
-        for (const QAction *action : menu.actions())
-            texts << (action->isSeparator() ? QStringLiteral("---") : action->text());
-        return texts;
-    }
-};
+using OpenWindows = Screen;
 
-TEST_F(WindowsAndMenu, The_main_window_exists_at_most_once)
+TEST_F(OpenWindows, The_main_window_exists_at_most_once)
 {
     openDashboard();
     const QQuickWindow *first = m_windows.main();
@@ -33,7 +23,7 @@ TEST_F(WindowsAndMenu, The_main_window_exists_at_most_once)
     EXPECT_EQ(m_windows.main(), first);
 }
 
-TEST_F(WindowsAndMenu, A_closed_window_is_given_back_and_opens_again)
+TEST_F(OpenWindows, A_closed_window_is_given_back_and_opens_again)
 {
     openDashboard();
     const QPointer<QQuickWindow> first = m_windows.main();
@@ -44,7 +34,94 @@ TEST_F(WindowsAndMenu, A_closed_window_is_given_back_and_opens_again)
     EXPECT_TRUE(shows(QStringLiteral("statusLine")));
 }
 
-TEST_F(WindowsAndMenu, Views_follow_the_model_after_the_engine_has_tidied_up)
+TEST_F(OpenWindows, The_main_window_comes_back_where_it_was_and_as_large)
+{
+    openDashboard();
+    EXPECT_EQ(window()->size(), QSize(980, 720)) << "the first time";
+    window()->setGeometry(40, 30, 900, 640);
+    QTest::qWait(20);
+    const QPoint place = window()->framePosition();
+    m_windows.main()->close();
+    openDashboard();
+    EXPECT_EQ(window()->size(), QSize(900, 640));
+    EXPECT_EQ(window()->framePosition(), place);
+}
+
+TEST_F(OpenWindows, The_place_of_the_main_window_outlives_the_program)
+{
+    const auto windows = [this] {
+        return std::make_unique<Windows>([this] { return std::make_unique<ScreenEngine>(m_app, m_looks, m_commands); },
+                                         m_dialogs, m_workspace, m_settings);
+    };
+    auto first = windows();
+    first->openMain();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(first->main()));
+    first->main()->setGeometry(60, 20, 870, 650);
+    QTest::qWait(20);
+    const QRect frame(first->main()->framePosition(), first->main()->size());
+    first.reset();
+    auto second = windows();
+    second->openMain();
+    EXPECT_EQ(QRect(second->main()->framePosition(), second->main()->size()), frame);
+}
+
+TEST_F(OpenWindows, A_place_that_is_no_longer_on_a_screen_is_brought_back)
+{
+    m_settings.setValue(QStringLiteral("mainWindowFrame"), QStringLiteral("9000 -9000 20 20"));
+    openDashboard();
+    EXPECT_EQ(window()->size(), QSize(860, 620));
+    EXPECT_TRUE(window()->screen()->availableGeometry().contains(window()->framePosition()));
+}
+
+TEST_F(OpenWindows, A_minimised_window_comes_back_as_large_as_it_was)
+{
+    openDashboard();
+    window()->setWindowStates(Qt::WindowMaximized | Qt::WindowMinimized);
+    m_windows.openMain();
+    EXPECT_EQ(window()->windowStates(), Qt::WindowMaximized);
+    EXPECT_TRUE(window()->isVisible());
+}
+
+TEST_F(OpenWindows, A_window_that_is_asked_for_is_in_front_and_has_the_keyboard)
+{
+    m_workspace.activations = 0;
+    bool shownAtLast = false;
+    m_workspace.onActivate = [&] { shownAtLast = m_windows.main() && m_windows.main()->isVisible(); };
+    m_windows.comeForward();
+    EXPECT_EQ(m_workspace.activations, 2) << "before it opens, and once it is there";
+    EXPECT_TRUE(shownAtLast);
+    m_workspace.onActivate = {};
+    m_windows.openSettings();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_windows.settings()));
+    m_windows.comeForward();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(m_windows.main()));
+}
+
+TEST_F(OpenWindows, What_closes_the_window_closes_its_sheet_first)
+{
+    openDashboard();
+    click(QStringLiteral("settingsButton"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
+    m_windows.main()->close();
+    ASSERT_TRUE(m_windows.main());
+    EXPECT_TRUE(m_windows.main()->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("closeSettingsButton")); }));
+    m_windows.main()->close();
+    EXPECT_FALSE(m_windows.main());
+}
+
+TEST_F(OpenWindows, Beneath_the_sheet_nothing_can_be_used)
+{
+    openDashboard();
+    click(QStringLiteral("settingsButton"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
+    EXPECT_FALSE(enabled(QStringLiteral("toggleWizardButton")));
+    EXPECT_TRUE(enabled(QStringLiteral("closeSettingsButton")));
+    click(QStringLiteral("closeSettingsButton"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return enabled(QStringLiteral("toggleWizardButton")); }));
+}
+
+TEST_F(OpenWindows, Views_follow_the_model_after_the_engine_has_tidied_up)
 {
     openStep(2);
     qmlEngine(window())->collectGarbage();
@@ -53,7 +130,7 @@ TEST_F(WindowsAndMenu, Views_follow_the_model_after_the_engine_has_tidied_up)
     EXPECT_EQ(find(QStringLiteral("step3"))->property("badge").value<Badge>().spoken, QStringLiteral("done"));
 }
 
-TEST_F(WindowsAndMenu, Shortcuts_open_Settings_and_ask_to_quit)
+TEST_F(OpenWindows, Shortcuts_open_Settings_and_ask_to_quit)
 {
     openDashboard();
     press(Qt::Key_Comma, Qt::ControlModifier);
@@ -65,53 +142,6 @@ TEST_F(WindowsAndMenu, Shortcuts_open_Settings_and_ask_to_quit)
     press(Qt::Key_Q, Qt::ControlModifier);
     lookAt(nullptr);
     EXPECT_EQ(quit.size(), 1);
-}
-
-TEST_F(WindowsAndMenu, The_menu_has_the_status_and_the_everyday_actions)
-{
-    EXPECT_EQ(menuTexts(), (QStringList{QStringLiteral("Checking Pi-hole..."), QStringLiteral("---"),
-                                        QStringLiteral("Open dashboard"), QStringLiteral("Pause blocking 5 minutes"),
-                                        QStringLiteral("Start Pi-hole"), QStringLiteral("---"),
-                                        QStringLiteral("Open window"), QStringLiteral("Quit Corvane")}));
-}
-
-TEST_F(WindowsAndMenu, The_menu_follows_the_status)
-{
-    showPaused(m_app, 60);
-    const QStringList texts = menuTexts();
-    EXPECT_EQ(texts.at(0), QStringLiteral("Pi-hole is answering and this Mac uses it"));
-    EXPECT_EQ(texts.at(3), QStringLiteral("Resume blocking"));
-    EXPECT_EQ(texts.at(4), QStringLiteral("Stop Pi-hole"));
-}
-
-TEST_F(WindowsAndMenu, An_open_menu_stays_as_it_is)
-{
-    MenuContent menu(m_app, m_commands, {[] {}, [] {}});
-    menu.popup({});
-    const QAction *pause = menu.actions().at(3);
-    showPaused(m_app, 60);
-    EXPECT_EQ(menu.actions().at(3), pause);
-    menu.close();
-    menu.popup({});
-    EXPECT_EQ(menu.actions().at(3)->text(), QStringLiteral("Resume blocking"));
-    menu.close();
-}
-
-TEST_F(WindowsAndMenu, The_status_line_of_the_menu_cannot_be_chosen)
-{
-    MenuContent menu(m_app, m_commands, {[] {}, [] {}});
-    EXPECT_FALSE(menu.actions().first()->isEnabled());
-}
-
-TEST_F(WindowsAndMenu, The_menu_opens_the_window_and_quits)
-{
-    int opened = 0;
-    int quit = 0;
-    MenuContent menu(m_app, m_commands, {[&] { ++opened; }, [&] { ++quit; }});
-    menu.actions().at(6)->trigger();
-    menu.actions().at(7)->trigger();
-    EXPECT_EQ(opened, 1);
-    EXPECT_EQ(quit, 1);
 }
 
 class Dot : public testing::TestWithParam<double> {};
