@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/dialogs.h"
+#include "ui/windows.h"
 
 #include <QFileDialog>
 #include <QObject>
@@ -14,15 +14,20 @@ class FilePanels : public QObject {
     Q_OBJECT
 
 public:
-    explicit FilePanels(Dialogs &dialogs);
+    /// The panels are sheets of the main window.
+    FilePanels(Dialogs &dialogs, Windows &windows);
     ~FilePanels() override;
 
 private:
     void follow();
     void open(const FilePanel &panel);
+    void hangOn();
     void onFinished(int result);
 
     Dialogs &m_dialogs;
+    Windows &m_windows;
+    /// Where the last file was chosen in this session.
+    QString m_folder;
     std::unique_ptr<QFileDialog> m_dialog;
 };
 

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 namespace corvane {
 
@@ -70,6 +71,55 @@ TEST_F(FilePanelView, An_open_panel_offers_only_its_file_type)
     QMetaObject::invokeMethod(shown, "reject");
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_answered; }));
     EXPECT_FALSE(m_path);
+}
+
+TEST_F(FilePanelView, An_open_panel_holds_up_every_window)
+{
+    openDashboard();
+    m_windows.openSettings();
+    ask(FilePanel());
+    ASSERT_TRUE(shownPanel());
+    EXPECT_EQ(shownPanel()->windowHandle()->transientParent(), m_windows.main());
+    EXPECT_EQ(shownPanel()->windowModality(), Qt::WindowModal);
+    click(QStringLiteral("settingsButton"));
+    EXPECT_FALSE(shows(QStringLiteral("closeSettingsButton"))) << "the main window takes no click";
+    EXPECT_FALSE(m_windows.settings()->contentItem()->isEnabled());
+    QMetaObject::invokeMethod(shownPanel(), "reject");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_answered; }));
+    EXPECT_TRUE(m_windows.settings()->contentItem()->isEnabled());
+    click(QStringLiteral("settingsButton"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
+}
+
+TEST_F(FilePanelView, Brings_Corvane_to_the_front_before_it_opens)
+{
+    openDashboard();
+    m_workspace.activations = 0;
+    m_workspace.onActivate = [] { EXPECT_FALSE(shownPanel()); };
+    ask(FilePanel());
+    EXPECT_EQ(m_workspace.activations, 1);
+    EXPECT_TRUE(shownPanel());
+    QMetaObject::invokeMethod(shownPanel(), "reject");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_answered; }));
+    m_workspace.onActivate = {};
+}
+
+TEST_F(FilePanelView, Opens_where_the_last_file_was)
+{
+    const QTemporaryDir folder;
+    openDashboard();
+    ask(FilePanel());
+    ASSERT_TRUE(shownPanel());
+    EXPECT_NE(shownPanel()->directory().absolutePath(), folder.path());
+    shownPanel()->setDirectory(folder.path());
+    shownPanel()->selectFile(folder.filePath(QStringLiteral("log.txt")));
+    QMetaObject::invokeMethod(shownPanel(), "accept");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_answered; }));
+    ask(FilePanel());
+    ASSERT_TRUE(shownPanel());
+    EXPECT_EQ(shownPanel()->directory().absolutePath(), folder.path());
+    QMetaObject::invokeMethod(shownPanel(), "reject");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return m_answered; }));
 }
 
 TEST_F(FilePanelView, The_screens_stay_alive_beside_an_open_panel)
