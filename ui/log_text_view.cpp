@@ -86,6 +86,8 @@ void LogTextView::copy() const
 
 void LogTextView::selectAll() { select({}, end()); }
 
+void LogTextView::deselect() { select(m_caret, m_caret); }
+
 void LogTextView::select(LogLayout::Place anchor, LogLayout::Place caret)
 {
     m_anchor = anchor;

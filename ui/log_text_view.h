@@ -68,6 +68,7 @@ public:
     Q_INVOKABLE void scrollTo(double position);
     Q_INVOKABLE void copy() const;
     Q_INVOKABLE void selectAll();
+    Q_INVOKABLE void deselect();
 
     void paint(QPainter *painter) override;
 
@@ -150,6 +151,7 @@ private:
     LogLayout::Place m_end;
 
     bool m_dragging = false;
+    bool m_gestureIsOurs = false;
     bool m_linesCameMeanwhile = false;
     QPointF m_dragPoint;
     QBasicTimer m_dragTimer;

@@ -23,7 +23,13 @@ Item {
         selectedTextColor: Theme.accentText
         padding: 6
         label: root.label
+        Keys.onMenuPressed: TextMenus.openBelow(canvas)
         Accessible.role: Accessible.EditableText // makes it known; what else is spoken, the canvas answers itself
+
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onPressedChanged: if (pressed && !canvas.empty) TextMenus.openAt(canvas, point.position)
+        }
     }
     NoteText {
         objectName: root.objectName + "Placeholder"

@@ -6,6 +6,7 @@ BodyText {
     id: root
 
     visible: root.text.length > 0
+    activeFocusOnTab: true
     font: Theme.callout
     color: Theme.secondaryText
 }

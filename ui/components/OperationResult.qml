@@ -24,6 +24,7 @@ RowLayout {
     BodyText {
         objectName: "operationResult"
         Layout.fillWidth: true
+        activeFocusOnTab: true
         text: root.succeeded ? qsTr("Finished.") : root.failure
         color: root.succeeded ? Theme.text : Theme.redText
     }

@@ -19,8 +19,13 @@ TextEdit {
     Accessible.name: root.text
     Accessible.ignored: root.text.length === 0
     Accessible.readOnly: true
-    onActiveFocusChanged: if (!root.activeFocus) root.deselect()
+    onActiveFocusChanged: if (!root.activeFocus && TextMenus.target !== root) root.deselect()
+    Keys.onMenuPressed: TextMenus.openBelow(root)
 
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onPressedChanged: if (pressed) TextMenus.openAt(root, point.position)
+    }
     FocusRing {
         shown: root.activeFocus && root.activeFocusOnTab
     }

@@ -8,6 +8,9 @@ T.TextField {
 
     required property string label
 
+    /// Return was pressed in it.
+    signal entered
+
     implicitWidth: Theme.sized(220)
     implicitHeight: Theme.sized(26)
     leftPadding: Theme.sized(8)
@@ -22,8 +25,23 @@ T.TextField {
     selectByMouse: true
     verticalAlignment: TextInput.AlignVCenter
     activeFocusOnTab: true
+    persistentSelection: TextMenus.target === root
     Accessible.name: root.label
     Accessible.role: Accessible.EditableText
+
+    Keys.onReturnPressed: event => root.enter(event)
+    Keys.onEnterPressed: event => root.enter(event)
+    Keys.onMenuPressed: TextMenus.openBelow(root)
+
+    function enter(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            root.entered();
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onPressedChanged: if (pressed) TextMenus.openAt(root, point.position)
+    }
 
     background: Rectangle {
         radius: Theme.radius
