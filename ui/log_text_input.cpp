@@ -123,7 +123,11 @@ void LogTextView::wheelEvent(QWheelEvent *event)
                               : event->pixelDelta().y();
     const double before = m_top;
     setTop(m_top - turned);
-    event->setAccepted(m_top != before);
+    const bool moved = m_top != before;
+    // A gesture that has moved the log stays with it: what is left of it at the end does not move the page.
+    const bool goesOn = m_gestureIsOurs && event->phase() != Qt::ScrollBegin;
+    m_gestureIsOurs = event->phase() != Qt::NoScrollPhase && (goesOn || moved);
+    event->setAccepted(moved || m_gestureIsOurs);
 }
 
 LogLayout::Place LogTextView::besideCaret(int direction, bool byWord) const
