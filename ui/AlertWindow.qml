@@ -14,18 +14,29 @@ Window {
 
     signal answered(bool accepted)
 
-    title: root.heading
+    title: qsTr("Corvane")
     width: Theme.sized(420)
     height: Math.min(column.implicitHeight + 40, 640)
     minimumWidth: width
     maximumWidth: width
+    minimumHeight: height
+    maximumHeight: height
     color: Theme.window
     flags: Qt.Dialog
     modality: Qt.ApplicationModal
 
+    // The answer that the default button gives.
+    readonly property bool byDefault: !root.warning
+
     Shortcut {
-        sequences: ["Escape"]
+        sequences: ["Escape", "Ctrl+."]
         onActivated: root.answered(false)
+    }
+
+    // Return goes to the default button wherever the focus is, unless another button has it.
+    function answerByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            root.answered(root.byDefault);
     }
 
     ColumnLayout {
@@ -34,8 +45,11 @@ Window {
         anchors.margins: 20
         spacing: 12
         Keys.forwardTo: [scroll]
+        Keys.onReturnPressed: event => root.answerByKey(event)
+        Keys.onEnterPressed: event => root.answerByKey(event)
         Accessible.role: Accessible.Dialog
         Accessible.name: root.heading
+        Accessible.description: root.message
 
         Symbol {
             name: root.warning ? "exclamationmark.triangle.fill" : "shield.lefthalf.filled"
@@ -74,8 +88,8 @@ Window {
                 objectName: "alertReject"
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
-                prominent: root.warning
-                focus: root.warning
+                prominent: !root.byDefault
+                focus: !root.byDefault
                 text: root.rejectLabel
                 onClicked: root.answered(false)
             }
@@ -83,8 +97,8 @@ Window {
                 objectName: "alertAccept"
                 Layout.fillWidth: true
                 Layout.preferredWidth: 1
-                prominent: !root.warning
-                focus: !root.warning
+                prominent: root.byDefault
+                focus: root.byDefault
                 text: root.acceptLabel
                 onClicked: root.answered(true)
             }

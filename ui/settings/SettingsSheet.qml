@@ -33,6 +33,8 @@ T.Popup {
     }
     contentItem: ColumnLayout {
         spacing: 0
+        Keys.onReturnPressed: root.closeAsked()
+        Keys.onEnterPressed: root.closeAsked()
 
         SettingsView {
             Layout.fillWidth: true
@@ -49,6 +51,7 @@ T.Popup {
             }
             PushButton {
                 objectName: "closeSettingsButton"
+                prominent: true
                 text: qsTr("Close")
                 onClicked: root.closeAsked()
             }

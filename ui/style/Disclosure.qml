@@ -14,15 +14,20 @@ Column {
 
     spacing: 6
 
+    function turnByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            root.asked(!root.open);
+    }
+
     T.AbstractButton {
         id: header
         objectName: root.objectName + "Header"
         implicitWidth: implicitContentWidth + 8
         implicitHeight: implicitContentHeight + 6
-        focusPolicy: Qt.StrongFocus
+        focusPolicy: Qt.TabFocus
         onClicked: root.asked(!root.open)
-        Keys.onReturnPressed: root.asked(!root.open)
-        Keys.onEnterPressed: root.asked(!root.open)
+        Keys.onReturnPressed: event => root.turnByKey(event)
+        Keys.onEnterPressed: event => root.turnByKey(event)
         Accessible.role: Accessible.Button
         Accessible.name: root.title
         Accessible.onPressAction: root.asked(!root.open)
@@ -42,6 +47,7 @@ Column {
             }
             Text {
                 text: root.title
+                textFormat: Text.PlainText
                 font: Theme.body
                 color: Theme.text
                 Accessible.ignored: true

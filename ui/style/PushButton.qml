@@ -16,18 +16,25 @@ T.Button {
     rightPadding: Theme.sized(11)
     topPadding: Theme.sized(4)
     bottomPadding: Theme.sized(4)
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     font: Theme.body
     opacity: root.enabled ? 1 : 0.45
     Accessible.name: root.text
     Accessible.description: root.enabled ? "" : qsTr("Not available now")
     Accessible.role: Accessible.Button
     Accessible.onPressAction: if (root.enabled) root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: event => root.pressByKey(event)
+    Keys.onEnterPressed: event => root.pressByKey(event)
+
+    // A key that is held down presses once.
+    function pressByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
 
     contentItem: Text {
         text: root.text
+        textFormat: Text.PlainText
         font: root.font
         color: root.inked
         horizontalAlignment: Text.AlignHCenter

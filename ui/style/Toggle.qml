@@ -17,7 +17,7 @@ T.AbstractButton {
     implicitWidth: implicitContentWidth
     implicitHeight: Math.max(Theme.sized(24), implicitContentHeight)
     spacing: Theme.padding
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     font: Theme.body
     opacity: root.enabled ? 1 : 0.5
     onToggled: {
@@ -31,8 +31,13 @@ T.AbstractButton {
     Accessible.checked: root.on
     Accessible.onPressAction: if (root.enabled) root.asked(!root.on)
     Accessible.onToggleAction: if (root.enabled) root.asked(!root.on)
-    Keys.onReturnPressed: root.asked(!root.on)
-    Keys.onEnterPressed: root.asked(!root.on)
+    Keys.onReturnPressed: event => root.turnByKey(event)
+    Keys.onEnterPressed: event => root.turnByKey(event)
+
+    function turnByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            root.asked(!root.on);
+    }
 
     contentItem: ToggleLabel {
         text: root.text
@@ -46,7 +51,7 @@ T.AbstractButton {
         x: root.width - width
         y: (root.height - height) / 2
         radius: height / 2
-        color: root.on ? Theme.accent : Theme.switchOff
+        color: root.on ? Theme.accentTrack : Theme.switchOff
 
         Rectangle {
             x: root.on ? parent.width - width - 2 : 2
@@ -57,6 +62,8 @@ T.AbstractButton {
             color: Theme.knob
 
             Behavior on x {
+                enabled: !Looks.reducesMotion
+
                 NumberAnimation {
                     duration: 120
                 }

@@ -32,9 +32,8 @@ StepScaffold {
                 text: App.adminPassword
                 Accessible.description: qsTr("Admin password")
             }
-            PushButton {
+            CopyButton {
                 objectName: "copyAdminPasswordButton"
-                text: qsTr("Copy")
                 enabled: App.adminPassword.length > 0
                 Accessible.name: qsTr("Copy the admin password")
                 onClicked: Commands.copyAdminPassword()

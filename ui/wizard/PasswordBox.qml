@@ -6,6 +6,9 @@ import Corvane
 GroupBox {
     id: root
 
+    /// Return was pressed in the field.
+    signal entered
+
     RowLayout {
         width: parent.width
         spacing: Theme.gap
@@ -21,15 +24,15 @@ GroupBox {
             text: App.passwordInput
             inputMethodHints: Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText | Qt.ImhSensitiveData
             onTextEdited: App.passwordInput = text
+            onEntered: root.entered()
         }
         PushButton {
             objectName: "generateButton"
             text: qsTr("Generate")
             onClicked: Commands.generatePassword()
         }
-        PushButton {
+        CopyButton {
             objectName: "copyPasswordButton"
-            text: qsTr("Copy")
             enabled: App.passwordInput.length > 0
             onClicked: Commands.copyPasswordInput()
         }

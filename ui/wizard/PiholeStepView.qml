@@ -11,6 +11,7 @@ StepScaffold {
 
     PasswordBox {
         width: parent.width
+        onEntered: if (startButton.enabled) Commands.startPihole()
     }
     Column {
         width: parent.width
@@ -20,6 +21,7 @@ StepScaffold {
             spacing: Theme.gap
 
             PushButton {
+                id: startButton
                 objectName: "startPiholeButton"
                 prominent: true
                 text: qsTr("Start Pi-hole")

@@ -14,13 +14,19 @@ T.AbstractButton {
     leftPadding: 8
     rightPadding: 8
     spacing: 8
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     Accessible.role: Accessible.Button
     Accessible.name: root.spoken
     Accessible.selected: root.current
     Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: event => root.pressByKey(event)
+    Keys.onEnterPressed: event => root.pressByKey(event)
+
+    // A key that is held down presses once.
+    function pressByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            root.clicked();
+    }
 
     contentItem: Row {
         spacing: root.spacing
@@ -38,6 +44,7 @@ T.AbstractButton {
             width: root.availableWidth - Theme.sized(16) - root.spacing
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
+            textFormat: Text.PlainText
             font.family: Theme.family
             font.pixelSize: Theme.body.pixelSize
             font.bold: root.current

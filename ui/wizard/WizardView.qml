@@ -8,6 +8,12 @@ RowLayout {
 
     spacing: 0
 
+    // "Next" is the default button: Return goes to it unless a control has the focus.
+    function goOn(event: KeyEvent) {
+        if (!event.isAutoRepeat && App.step < 7)
+            Commands.go(App.step + 1);
+    }
+
     StepSidebar {
         Layout.preferredWidth: 250
         Layout.fillHeight: true
@@ -17,6 +23,8 @@ RowLayout {
     }
     ColumnLayout {
         spacing: 0
+        Keys.onReturnPressed: event => root.goOn(event)
+        Keys.onEnterPressed: event => root.goOn(event)
 
         Loader {
             objectName: "stepArea"
