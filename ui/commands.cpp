@@ -90,8 +90,8 @@ void Commands::startColimaOnly() { m_app.startColimaOnly(); }
 void Commands::changeAutostart(bool on) { launch(m_app.changeAutostart(on)); }
 void Commands::testDocker() { launch(m_app.testDocker()); }
 void Commands::generatePassword() { m_app.setPasswordInput(AppModel::generatePassword()); }
-void Commands::copyPasswordInput() { copy(m_app.passwordInput()); }
-void Commands::copyAdminPassword() { copy(m_app.adminPassword()); }
+void Commands::copyPasswordInput() { copySecret(m_app.passwordInput()); }
+void Commands::copyAdminPassword() { copySecret(m_app.adminPassword()); }
 void Commands::startPihole() { launch(m_app.startPihole()); }
 void Commands::runPiholeTests() { launch(m_app.runPiholeTests(false)); }
 void Commands::fixUDPForwarding() { launch(m_app.fixUDPForwarding()); }
@@ -135,6 +135,16 @@ void Commands::importBackup() { launch(m_app.importBackup()); }
 void Commands::setLaunchAtLogin(bool on) { m_app.setLaunchAtLogin(on); }
 void Commands::removePihole() { launch(m_app.removePihole()); }
 
-void Commands::copy(const QString &text) { m_workspace.copyToClipboard(text); }
+void Commands::copy(const QString &text)
+{
+    m_workspace.copyToClipboard(text);
+    Q_EMIT copied();
+}
+
+void Commands::copySecret(const QString &secret)
+{
+    m_workspace.copySecretToClipboard(secret);
+    Q_EMIT copied();
+}
 
 } // namespace corvane

@@ -74,10 +74,14 @@ public:
     /// Copies plain text that a view shows.
     void copy(const QString &text);
 
+Q_SIGNALS:
+    void copied();
+
 private:
     [[nodiscard]] QCoro::Task<> takeWebPort(int port);
     void forgetTakenPort();
     void checkPortsAgain();
+    void copySecret(const QString &secret);
 
     AppModel &m_app;
     Workspace &m_workspace;

@@ -229,7 +229,7 @@ TEST_F(Wizard, A_saved_password_stays)
     openStep(3);
     EXPECT_EQ(textOf(QStringLiteral("passwordField")), QStringLiteral("from.the-keychain"));
     click(QStringLiteral("copyPasswordButton"));
-    EXPECT_EQ(m_workspace.copied, QStringLiteral("from.the-keychain"));
+    EXPECT_EQ(m_workspace.copiedSecret, QStringLiteral("from.the-keychain"));
     click(QStringLiteral("generateButton"));
     EXPECT_EQ(textOf(QStringLiteral("passwordField")).size(), 16);
 }
@@ -467,7 +467,7 @@ TEST_F(Wizard, The_last_step_gives_the_password_and_leads_to_the_dashboard)
     showRunning(m_app);
     EXPECT_TRUE(enabled(QStringLiteral("doneOpenDashboardButton")));
     click(QStringLiteral("copyAdminPasswordButton"));
-    EXPECT_EQ(m_workspace.copied, m_app.adminPassword());
+    EXPECT_EQ(m_workspace.copiedSecret, m_app.adminPassword());
     click(QStringLiteral("goToMainWindowButton"));
     EXPECT_TRUE(shows(QStringLiteral("statusLine")));
 }

@@ -31,9 +31,8 @@ Column {
         Item {
             Layout.fillWidth: true
         }
-        PushButton {
+        CopyButton {
             objectName: "copyLogButton"
-            text: qsTr("Copy")
             enabled: Looks.hasLog
             onClicked: Commands.copyLog()
         }
