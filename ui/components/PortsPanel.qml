@@ -25,6 +25,7 @@ GroupBox {
             Text {
                 width: parent.width
                 text: taken.row.title
+                textFormat: Text.PlainText
                 font: Theme.body
                 color: Theme.text
                 wrapMode: Text.Wrap

@@ -16,6 +16,7 @@ ScrollArea {
             objectName: "stepTitle"
             width: parent.width
             text: root.title
+            textFormat: Text.PlainText
             font: Theme.largeTitle
             color: Theme.text
             wrapMode: Text.Wrap

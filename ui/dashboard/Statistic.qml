@@ -17,6 +17,7 @@ Column {
         width: root.width
         height: Theme.sized(28)
         text: root.value
+        textFormat: Text.PlainText
         font: Theme.title
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: Theme.sized(12)
@@ -28,6 +29,7 @@ Column {
     Text {
         width: root.width
         text: root.label
+        textFormat: Text.PlainText
         font: Theme.callout
         color: Theme.secondaryText
         elide: Text.ElideRight

@@ -5,6 +5,7 @@ import Corvane
 Text {
     id: root
 
+    textFormat: Text.PlainText
     font: Theme.bodyBold
     color: Theme.text
     wrapMode: Text.Wrap

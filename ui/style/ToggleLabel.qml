@@ -35,6 +35,7 @@ Item {
         Text {
             width: parent.width
             text: root.text
+            textFormat: Text.PlainText
             font: Theme.body
             color: Theme.text
             wrapMode: Text.Wrap
@@ -44,6 +45,7 @@ Item {
             width: parent.width
             visible: root.note.length > 0
             text: root.note
+            textFormat: Text.PlainText
             font: Theme.callout
             color: Theme.secondaryText
             wrapMode: Text.Wrap
