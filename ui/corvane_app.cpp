@@ -14,6 +14,7 @@ namespace corvane {
 namespace {
 
 const QUrl kReleaseFeed(QStringLiteral("https://api.github.com/repos/pi-hole/docker-pi-hole/releases/latest"));
+const QUrl kHomepage(QStringLiteral("https://github.com/corvane/corvane"));
 
 } // namespace
 
@@ -21,18 +22,19 @@ CorvaneApp::CorvaneApp()
     : m_settings(systemSettingsStore())
     , m_workspace(systemWorkspace())
     , m_loginItem(systemLoginItem())
+    , m_appearance(systemAppearance())
+    , m_announcer(systemAnnouncer())
     , m_model(surroundings())
-    , m_looks(m_model)
+    , m_looks(m_model, *m_appearance)
     , m_commands(m_model, *m_workspace)
-    , m_filePanels(m_dialogs)
-    , m_windows([this] { return std::make_unique<ScreenEngine>(m_model, m_looks, m_commands); }, m_dialogs)
-    , m_menu(m_model, m_commands, {[this] { openWindow(); }, [this] { quit(); }})
+    , m_announcements(m_model, m_dialogs, m_commands, *m_announcer)
+    , m_windows([this] { return std::make_unique<ScreenEngine>(m_model, m_looks, m_commands); }, m_dialogs,
+                *m_workspace, *m_settings)
+    , m_filePanels(m_dialogs, m_windows)
+    , m_menu(m_model, m_looks, m_commands, {[this] { m_windows.comeForward(); }, [this] { quit(); }})
 {
     QApplication::setFont(uiFont());
     QApplication::setQuitOnLastWindowClosed(false);
-    connect(&m_dialogs, &Dialogs::changed, this, [this] {
-        if (m_dialogs.alert() || m_dialogs.panel()) m_workspace->activate();
-    });
     connect(&m_windows, &Windows::quitRequested, this, &CorvaneApp::quit);
     connect(&m_model, &AppModel::iconChanged, this, &CorvaneApp::showIcon);
     connect(&m_model, &AppModel::statusLineChanged, this, &CorvaneApp::showIcon);
@@ -50,8 +52,9 @@ void CorvaneApp::start()
     m_statusItem = systemStatusItem();
     m_statusItem->setMenu(&m_menu);
     showIcon();
-    m_applicationMenu = systemApplicationMenu({[this] { openWindow(); }, [this] { m_windows.openSettings(); },
-                                               [this] { quit(); }, [this] { endWithSession(); }});
+    m_applicationMenu =
+        systemApplicationMenu({[this] { m_windows.comeForward(); }, [this] { openSettings(); }, [this] { quit(); },
+                               [this] { endWithSession(); }, [this] { m_workspace->open(kHomepage); }});
     m_wakeSignals = systemWakeSignals();
     connect(m_wakeSignals.get(), &WakeSignals::woke, this, [this] { launch(m_model.refreshStatus(true)); });
     m_watching = platform::keepWatching();
@@ -59,23 +62,25 @@ void CorvaneApp::start()
     launch(m_model.bootstrap());
 }
 
-void CorvaneApp::openWindow()
+void CorvaneApp::openSettings()
 {
+    m_windows.openSettings();
     m_workspace->activate();
-    m_windows.openMain();
 }
 
 void CorvaneApp::showIcon()
 {
     if (!m_statusItem) return;
     m_statusItem->setPicture([icon = m_model.icon()](double scale) { return dot(icon, scale); });
-    m_statusItem->setSpokenName(m_model.statusLine());
+    m_statusItem->setSpokenName(QStringLiteral("Corvane: ") + m_model.statusLine());
 }
 
 QImage CorvaneApp::dot(MenuIcon icon, double scale) { return corvane::dot(icon, scale); }
 
 void CorvaneApp::quit()
 {
+    // The question whether to quit waits for its turn.
+    m_windows.showQuestion();
     if (!m_asksToQuit) launch(askAndQuit());
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/announcer.h"
+#include "platform/appearance.h"
 #include "platform/application_menu.h"
 #include "platform/status_item.h"
 #include "platform/wake_signals.h"
+#include "ui/announcements.h"
 #include "ui/commands.h"
 #include "ui/file_panels.h"
 #include "ui/looks.h"
@@ -35,7 +38,7 @@ public:
 
 private:
     [[nodiscard]] Surroundings surroundings();
-    void openWindow();
+    void openSettings();
     void showIcon();
     [[nodiscard]] QCoro::Task<> askAndQuit();
     void leave();
@@ -44,14 +47,17 @@ private:
     std::unique_ptr<SettingsStore> m_settings;
     std::unique_ptr<Workspace> m_workspace;
     std::unique_ptr<LoginItem> m_loginItem;
+    std::unique_ptr<Appearance> m_appearance;
+    std::unique_ptr<Announcer> m_announcer;
     Dialogs m_dialogs;
     bool m_asksToQuit = false;
     SystemClock m_clock;
     AppModel m_model;
     Looks m_looks;
     Commands m_commands;
-    FilePanels m_filePanels;
+    Announcements m_announcements;
     Windows m_windows;
+    FilePanels m_filePanels;
     MenuContent m_menu;
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<QObject> m_applicationMenu;
