@@ -39,14 +39,17 @@ void PrintTo(const Question &question, std::ostream *out)
 
 /// Everything between a model and its user.
 struct OnScreen::Views {
-    Views(AppModel &model, Workspace &workspace, Dialogs &dialogs)
-        : looks(model)
+    Views(AppModel &model, Workspace &workspace, Dialogs &dialogs, SettingsStore &store)
+        : appearance(systemAppearance())
+        , looks(model, *appearance)
         , commands(model, workspace)
-        , windows([this, &model] { return std::make_unique<ScreenEngine>(model, looks, commands); }, dialogs)
-        , filePanels(dialogs)
-        , menu(model, commands, {[this] { windows.openMain(); }, [] {}})
+        , windows([this, &model] { return std::make_unique<ScreenEngine>(model, looks, commands); }, dialogs, workspace,
+                  store)
+        , filePanels(dialogs, windows)
+        , menu(model, looks, commands, {[this] { windows.openMain(); }, [] {}})
     {}
 
+    std::unique_ptr<Appearance> appearance;
     Looks looks;
     Commands commands;
     Windows windows;
@@ -71,7 +74,7 @@ void OnScreen::start(const char *state)
     m_views.reset();
     settings = {};
     MacTest::begin(QString::fromLatin1(state));
-    m_views = std::make_unique<Views>(model(), *workspace, dialogs);
+    m_views = std::make_unique<Views>(model(), *workspace, dialogs, settings);
 }
 
 void OnScreen::begin(const char *state)

@@ -22,10 +22,11 @@ QPalette paletteOf(bool dark)
 
 Screen::Screen()
     : m_app(Surroundings{m_settings, m_dialogs, m_workspace, m_loginItem, m_clock, QUrl()})
-    , m_looks(m_app)
+    , m_looks(m_app, m_appearance)
     , m_commands(m_app, m_workspace)
-    , m_windows([this] { return std::make_unique<ScreenEngine>(m_app, m_looks, m_commands); }, m_dialogs)
-    , m_filePanels(m_dialogs)
+    , m_windows([this] { return std::make_unique<ScreenEngine>(m_app, m_looks, m_commands); }, m_dialogs, m_workspace,
+                m_settings)
+    , m_filePanels(m_dialogs, m_windows)
 {
     QApplication::setPalette(paletteOf(false));
     EXPECT_TRUE(QTest::qWaitFor([this] { return m_app.passwordKnown(); }));

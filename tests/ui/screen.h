@@ -12,6 +12,8 @@
 #include <QUrl>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace corvane {
 
 /// Settings that are forgotten when the test ends.
@@ -34,11 +36,18 @@ public:
     }
     [[nodiscard]] bool hasApplication(const QString &) const override { return false; }
     void copyToClipboard(const QString &text) override { copied = text; }
-    void activate() override { ++activations; }
+    void copySecretToClipboard(const QString &secret) override { copiedSecret = secret; }
+    void activate() override
+    {
+        ++activations;
+        if (onActivate) onActivate();
+    }
 
     QList<QUrl> opened;
     QString copied;
+    QString copiedSecret;
     int activations = 0;
+    std::function<void()> onActivate;
 };
 
 /// A login item that can be told to refuse.
@@ -54,6 +63,18 @@ public:
 
     bool enabled = false;
     bool refuses = false;
+};
+
+/// A user who wants things to look as a test says.
+class ScriptedAppearance final : public Appearance {
+public:
+    [[nodiscard]] QColor accent() const override { return color; }
+    [[nodiscard]] bool reducesMotion() const override { return still; }
+    [[nodiscard]] bool increasesContrast() const override { return sharp; }
+
+    QColor color{0x00, 0x7a, 0xff};
+    bool still = false;
+    bool sharp = false;
 };
 
 /// The real screens on a model that no program has touched: a test puts the model into a state, then looks, clicks and
@@ -82,6 +103,7 @@ protected:
     MemorySettings m_settings;
     NotedWorkspace m_workspace;
     ScriptedLoginItem m_loginItem;
+    ScriptedAppearance m_appearance;
     Dialogs m_dialogs;
     SystemClock m_clock;
     AppModel m_app;

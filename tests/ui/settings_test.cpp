@@ -41,6 +41,29 @@ TEST_F(SettingsScreen, Is_520_by_520_and_says_what_each_choice_does)
     EXPECT_EQ(find(QStringLiteral("webPortPicker"))->property("count").toInt(), 11);
 }
 
+TEST_F(SettingsScreen, Is_520_by_520_whatever_it_shows)
+{
+    openSettings();
+    m_app.setNotice(QStringLiteral("A sentence that goes on and on. ").repeated(40));
+    const SleepingOperation installing(*m_app.installOp(), QStringLiteral("Installing Colima and Docker"));
+    const SleepingOperation moving(*m_app.maintOp(), QStringLiteral("Recreating Pi-hole on port 8083"));
+    QTest::qWait(30);
+    EXPECT_EQ(window()->size(), QSize(520, 520));
+}
+
+TEST_F(SettingsScreen, The_sheet_is_520_by_520_whatever_it_shows)
+{
+    openDashboard();
+    m_app.setNotice(QStringLiteral("A sentence that goes on and on. ").repeated(20));
+    const SleepingOperation installing(*m_app.installOp(), QStringLiteral("Installing Colima and Docker"));
+    click(QStringLiteral("settingsButton"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
+    const QQuickItem *sheet = find(QStringLiteral("closeSettingsButton"));
+    while (sheet->parentItem() && !sheet->inherits("QQuickPopupItem"))
+        sheet = sheet->parentItem();
+    EXPECT_EQ(sheet->size(), QSizeF(520, 520));
+}
+
 TEST_F(SettingsScreen, Launch_at_login_shows_what_the_system_says)
 {
     openSettings();
