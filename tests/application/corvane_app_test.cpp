@@ -61,6 +61,12 @@ protected:
             items << action->text();
         return items;
     }
+    static bool canChoose(const char *item)
+    {
+        return std::ranges::any_of(menuActions(), [&](const QAction *action) {
+            return action->text() == QString::fromLatin1(item) && action->isEnabled();
+        });
+    }
     static void choose(const char *item)
     {
         for (QAction *action : menuActions()) {
@@ -125,6 +131,32 @@ TEST_F(Application, Has_one_main_window_however_often_it_is_opened)
     choose("Open window");
     EXPECT_EQ(windows().size(), 1);
     EXPECT_TRUE(reads(QStringLiteral("What this wizard will do")));
+}
+
+TEST_F(Application, An_action_of_the_menu_that_works_opens_no_window)
+{
+    start("protected");
+    EXPECT_TRUE(QTest::qWaitFor([] { return menu().contains(QStringLiteral("Stop Pi-hole")); }, 20'000));
+    closeWindow();
+    choose("Stop Pi-hole");
+    EXPECT_TRUE(QTest::qWaitFor([] { return menu().contains(QStringLiteral("Start Pi-hole")); }, 20'000));
+    choose("Start Pi-hole");
+    EXPECT_TRUE(QTest::qWaitFor([] { return menu().contains(QStringLiteral("Stop Pi-hole")); }, 60'000));
+    EXPECT_TRUE(QTest::qWaitFor([] { return canChoose("Stop Pi-hole"); }, 20'000));
+    QTest::qWait(50);
+    EXPECT_TRUE(windows().isEmpty());
+}
+
+TEST_F(Application, An_action_of_the_menu_that_fails_opens_the_window_that_says_why)
+{
+    start("protected");
+    EXPECT_TRUE(QTest::qWaitFor([] { return menu().contains(QStringLiteral("Stop Pi-hole")); }, 20'000));
+    closeWindow();
+    Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("--when"),
+              QStringLiteral("stop *")});
+    choose("Stop Pi-hole");
+    EXPECT_TRUE(QTest::qWaitFor([] { return windows().size() == 1; }, 20'000));
+    EXPECT_FALSE(textOf(QStringLiteral("startMessage")).isEmpty());
 }
 
 TEST_F(Application, Goes_on_in_the_menu_bar_when_its_last_window_closes)

@@ -3,10 +3,14 @@
 import socket
 import subprocess
 import sys
+import time
 
+import tree
 from scenes import play
+from screen import NotOnScreen
 from stage import ctl
 
+SILENCE = 1   # seconds after which a second telling would have come
 
 NAMES = ("example.com", "doubleclick.net", "www.example.com", "googleadservices.com", "example.com", "example.net",
          "ssl.google-analytics.com", "example.org", "www.example.org", "example.com", "www.example.net", "example.net")
@@ -19,6 +23,7 @@ def protected(stage):
     stage.open()
     stage.dashboard()
     stage.sees("Pi-hole is answering and this Mac uses it", "Blocking: On", "Blocked: 3")
+    stage.dot("green")
     stage.picture("green")
     stage.use("Refresh")
     stage.program.gone("Press Refresh to load the last 300 lines (docker logs --tail 300 pihole).")
@@ -62,6 +67,7 @@ def not_used(stage):
     stage.begin("running")
     stage.dashboard()
     stage.sees("Pi-hole is answering, but this Mac does not use it")
+    stage.dot("orange")
     stage.picture("orange")
     ctl("pihole", "web", "drop")
     stage.use("Pause blocking 5 minutes")
@@ -74,9 +80,11 @@ def dead(stage):
     stage.begin("dead")
     stage.dashboard()
     stage.sees("This Mac uses Pi-hole, but Pi-hole is not answering", "Start Pi-hole now")
+    stage.dot("red")
     stage.picture("red")
     stage.use("Start Pi-hole now")
     stage.sees("Pi-hole is answering and this Mac uses it")
+    stage.dot("green")
     stage.picture("green-again")
 
 
@@ -101,6 +109,7 @@ def stopped(stage):
     stage.sees("Pi-hole is answering, but this Mac does not use it")
     stage.use("Stop")
     stage.sees("Pi-hole is stopped", "Queries: -")
+    stage.dot("gray")
     stage.picture("gray-stopped")
     ctl("take-port", "8080", "tcp", "--as", "nginx", "--in-machine")
     stage.use("Start")
@@ -123,7 +132,26 @@ def checking(stage):
     stage.begin("protected", "fault docker hang --when inspect*")
     stage.dashboard()
     stage.sees("Checking Pi-hole...")
+    stage.dot("gray")
     stage.picture("gray-checking")
+
+
+def spoken(stage):
+    """A screen reader says the warning and the answer to what was pressed, each once."""
+    stage.begin("protected")
+    stage.dashboard()
+    stage.sees("Pi-hole is answering and this Mac uses it")
+    alerts = tree.Alerts()
+    stage.use("Pause blocking 5 minutes")
+    stage.sees("Blocking is paused for 5 minutes.")
+    stage.use("Stop")
+    stage.sees("Start Pi-hole now")
+    warning = "This Mac's DNS points at Pi-hole, but Pi-hole is not answering. Websites may not load."
+    stage.program.wait("the warning to be said", lambda: warning in alerts.said())
+    time.sleep(SILENCE)
+    for sentence in ("Blocking is paused for 5 minutes.", warning):
+        if alerts.said().count(sentence) != 1:
+            raise NotOnScreen(f"said once: {sentence}; said was {alerts.said()}")
 
 
 def menu(stage):
@@ -174,7 +202,8 @@ def settings(stage):
     stage.picture("settings-port-moved")
 
 
-SCENES = (protected, tests_again, small_window, not_used, dead, dead_engine, stopped, docker_down, checking, menu, settings)
+SCENES = (protected, tests_again, small_window, not_used, dead, dead_engine, stopped, docker_down, checking, spoken, menu,
+          settings)
 
 if __name__ == "__main__":
     sys.exit(play(SCENES))

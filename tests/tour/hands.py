@@ -75,7 +75,8 @@ class Mouse:
         if sheet and (BUTTON, "Close") in nodes:
             return tree.box(sheet), None
         sight = tree.box(self.program.window())
-        banner = next((tree.box(node) for (role, _), node in nodes.items() if role == "alert"), None)
+        warning = nodes.get(("panel", "Warning"))
+        banner = tree.box(warning) if warning else None
         for name in TOP_BARS:
             if (BUTTON, name) in nodes:
                 sight.top = max(sight.top, tree.box(nodes[BUTTON, name]).bottom + BAR_MARGIN)

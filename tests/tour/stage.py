@@ -20,6 +20,7 @@ EDGE = 14
 SETTLING = 0.3   # an animation takes 0.12 seconds
 END_LIMIT = 20
 MENU_WIDTH, MENU_HEIGHT = 360, 190
+DOT_COLOURS = {"green": (40, 205, 65), "orange": (255, 149, 0), "red": (255, 59, 48), "gray": (142, 142, 147)}
 
 
 def ctl(*words):
@@ -169,6 +170,11 @@ class Stage:
         self.program.wait(f"{name} {'on' if on else 'off'}", lambda: (
             (node := self.program.control(name)) and tree.checked(node) == on))
 
+    def dot(self, colour):
+        """Waits until the dot in the tray has this colour: green, orange, red or gray."""
+        middle = tree.Box(*_tray_icon()).middle()
+        self.program.wait(f"a {colour} dot", lambda: _colour_at(*middle) == colour)
+
     def follows_the_desktop(self):
         """Checks the last picture: the program is dark on a dark desktop and light on a light one."""
         last = max(self.folder.glob(f"{self.count:02}-*.png"))
@@ -214,6 +220,13 @@ def _windows_on_display():
     """How many windows of the program are on the display, menus among them."""
     found = subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "Corvane"], capture_output=True, check=False)
     return len(found.stdout.split())
+
+
+def _colour_at(x, y):
+    """Which colour of a dot comes closest to that of this pixel."""
+    pixel = subprocess.run(["import", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"], check=True,
+                           capture_output=True).stdout
+    return min(DOT_COLOURS, key=lambda name: sum((one - other) ** 2 for one, other in zip(pixel, DOT_COLOURS[name])))
 
 
 def _tray_icon():

@@ -85,6 +85,7 @@ def browser(stage):
 def done(stage):
     stage.sees("Pi-hole is running and this Mac uses it")
     stage.picture("done")
+    stage.dot("green")
     tick("Done: the dot is green")
     stage.use("Go to the main window")
 

@@ -141,3 +141,22 @@ def box(node):
     except GLib.Error:
         return Box(0, 0, 0, 0)
     return Box(found.x, found.y, found.x + found.width, found.y + found.height)
+
+
+class Alerts:
+    """What a screen reader says without having been asked: the alerts that programs show from now on."""
+
+    def __init__(self):
+        self._said = []
+        self._listener = Atspi.EventListener.new(self._note)
+        self._listener.register("object:state-changed:showing")
+
+    def _note(self, event):
+        if event.detail1 and role(event.source) == "alert":
+            self._said.append(says(event.source))
+
+    def said(self):
+        """All that was said so far."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return list(self._said)
