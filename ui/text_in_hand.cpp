@@ -1,12 +1,9 @@
 #include "ui/text_in_hand.h"
 
-namespace corvane {
+#include <QQmlComponent>
+#include <QQmlEngine>
 
-void TextInHand::setItem(QQuickItem *item)
-{
-    m_item = item;
-    Q_EMIT itemChanged();
-}
+namespace corvane {
 
 bool TextInHand::editable() const
 {
@@ -18,6 +15,30 @@ bool TextInHand::selected() const { return m_item && !m_item->property("selected
 
 bool TextInHand::canPaste() const { return editable() && m_item->property("canPaste").toBool(); }
 
+void TextInHand::openMenu(QQuickItem *item, QPointF place)
+{
+    if (!m_menu) {
+        QQmlComponent component(qmlEngine(this), QUrl(QStringLiteral("qrc:/qt/qml/Corvane/style/TextMenu.qml")));
+        m_menu = component.create();
+        if (!m_menu) qFatal("%s", qPrintable(component.errorString()));
+        m_menu->setParent(this);
+    }
+    m_item = item;
+    m_hasFocus = item->hasActiveFocus();
+    Q_EMIT itemChanged();
+    QMetaObject::invokeMethod(m_menu, "openAt", Q_ARG(QVariant, QVariant::fromValue(item)), Q_ARG(QVariant, place.x()),
+                              Q_ARG(QVariant, place.y()));
+}
+
+void TextInHand::openMenuBelow(QQuickItem *item) { openMenu(item, {0, item->height()}); }
+
+void TextInHand::letGo()
+{
+    if (m_item && m_hasFocus) m_item->forceActiveFocus(Qt::PopupFocusReason);
+    m_item.clear();
+    Q_EMIT itemChanged();
+}
+
 void TextInHand::copy() const
 {
     const bool whole = !selected();
@@ -26,9 +47,9 @@ void TextInHand::copy() const
     if (whole) tell("deselect");
 }
 
-void TextInHand::selectAll() const
+void TextInHand::selectAll()
 {
-    if (m_item) m_item->forceActiveFocus();
+    m_hasFocus = true;
     tell("selectAll");
 }
 

@@ -3,13 +3,17 @@
 #include <QPointer>
 #include <QQuickItem>
 
+class QQmlEngine;
+
 namespace corvane {
 
-/// The text that a context menu is open for, whatever shows it: what can be done with it, and the doing.
+/// The text that the context menu is open for, whatever shows it: what can be done with it, and the doing. One menu
+/// serves all texts and is made when the first one is asked for.
 class TextInHand : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QQuickItem *item READ item WRITE setItem NOTIFY itemChanged)
+    QML_SINGLETON
+    Q_PROPERTY(QQuickItem *item READ item NOTIFY itemChanged)
     // As they were when the text was taken in hand.
     Q_PROPERTY(bool editable READ editable NOTIFY itemChanged)
     Q_PROPERTY(bool selected READ selected NOTIFY itemChanged)
@@ -17,17 +21,22 @@ class TextInHand : public QObject {
 
 public:
     [[nodiscard]] QQuickItem *item() const { return m_item; }
-    void setItem(QQuickItem *item);
-
     [[nodiscard]] bool editable() const;
     [[nodiscard]] bool selected() const;
     [[nodiscard]] bool canPaste() const;
+
+    /// Opens the menu at a place in the item.
+    Q_INVOKABLE void openMenu(QQuickItem *item, QPointF place);
+    /// Opens it below the item, for a user without a mouse.
+    Q_INVOKABLE void openMenuBelow(QQuickItem *item);
+    /// The menu has closed.
+    Q_INVOKABLE void letGo();
 
     Q_INVOKABLE void cut() const { tell("cut"); }
     /// Copies what is selected, or all of it.
     Q_INVOKABLE void copy() const;
     Q_INVOKABLE void paste() const { tell("paste"); }
-    Q_INVOKABLE void selectAll() const;
+    Q_INVOKABLE void selectAll();
 
 Q_SIGNALS:
     void itemChanged();
@@ -36,6 +45,9 @@ private:
     void tell(const char *what) const;
 
     QPointer<QQuickItem> m_item;
+    QPointer<QObject> m_menu;
+    /// Whether the keyboard speaks to the text when the menu has closed.
+    bool m_hasFocus = false;
 };
 
 } // namespace corvane

@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QQmlComponent>
+#include <QQuickItem>
 
 namespace corvane {
 

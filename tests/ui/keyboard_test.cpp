@@ -36,7 +36,7 @@ TEST_F(ByKeyboard, Return_held_on_Next_goes_on_by_one_step)
 TEST_F(ByKeyboard, Return_held_on_a_step_or_a_switch_acts_once)
 {
     openStep(4);
-    focus("step6");
+    focus("step7");
     hold(Qt::Key_Return);
     EXPECT_EQ(m_app.step(), 6);
     m_app.setBrowserReadAllowed(false);

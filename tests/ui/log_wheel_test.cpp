@@ -15,9 +15,9 @@ protected:
     void SetUp() override
     {
         openDashboard();
-        m_app.setLogText(logLines(200).join(u'\n'));
-        QTest::qWait(20);
         m_log = qobject_cast<LogTextView *>(find(QStringLiteral("piholeLogCanvas")));
+        ASSERT_TRUE(m_log);
+        m_log->setText(logLines(200).join(u'\n'));
     }
 
     /// Whether the log took the turn for itself.

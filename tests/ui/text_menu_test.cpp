@@ -1,5 +1,6 @@
 #include "tests/ui/screen.h"
 #include "tests/ui/states.h"
+#include "ui/log_text_view.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -73,8 +74,8 @@ TEST_F(TextMenu, Selects_all)
 TEST_F(TextMenu, Of_a_log_copies_it_whole_or_what_is_selected)
 {
     openDashboard();
-    m_app.setLogText(QStringLiteral("one\ntwo"));
-    QTest::qWait(20);
+    qobject_cast<LogTextView *>(find(QStringLiteral("piholeLogCanvas")))->setText(QStringLiteral("one\ntwo"));
+    click(QStringLiteral("piholeLogCanvas"));
     rightClick(QStringLiteral("piholeLogCanvas"));
     choose("menuCopy");
     EXPECT_EQ(copied(), QStringLiteral("one\ntwo"));

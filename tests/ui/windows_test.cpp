@@ -38,12 +38,12 @@ TEST_F(OpenWindows, The_main_window_comes_back_where_it_was_and_as_large)
 {
     openDashboard();
     EXPECT_EQ(window()->size(), QSize(980, 720)) << "the first time";
-    window()->setGeometry(40, 30, 900, 640);
+    window()->setGeometry(0, 50, 860, 640);
     QTest::qWait(20);
     const QPoint place = window()->framePosition();
     m_windows.main()->close();
     openDashboard();
-    EXPECT_EQ(window()->size(), QSize(900, 640));
+    EXPECT_EQ(window()->size(), QSize(860, 640));
     EXPECT_EQ(window()->framePosition(), place);
 }
 
@@ -56,7 +56,7 @@ TEST_F(OpenWindows, The_place_of_the_main_window_outlives_the_program)
     auto first = windows();
     first->openMain();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(first->main()));
-    first->main()->setGeometry(60, 20, 870, 650);
+    first->main()->setGeometry(0, 40, 860, 650);
     QTest::qWait(20);
     const QRect frame(first->main()->framePosition(), first->main()->size());
     first.reset();

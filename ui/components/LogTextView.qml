@@ -23,12 +23,12 @@ Item {
         selectedTextColor: Theme.accentText
         padding: 6
         label: root.label
-        Keys.onMenuPressed: TextMenus.openBelow(canvas)
+        Keys.onMenuPressed: TextInHand.openMenuBelow(canvas)
         Accessible.role: Accessible.EditableText // makes it known; what else is spoken, the canvas answers itself
 
         TapHandler {
             acceptedButtons: Qt.RightButton
-            onPressedChanged: if (pressed && !canvas.empty) TextMenus.openAt(canvas, point.position)
+            onPressedChanged: if (pressed && !canvas.empty) TextInHand.openMenu(canvas, point.position)
         }
     }
     NoteText {

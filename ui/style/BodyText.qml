@@ -8,6 +8,7 @@ TextEdit {
     readOnly: true
     selectByMouse: true
     selectByKeyboard: true
+    persistentSelection: true
     activeFocusOnTab: false
     textFormat: TextEdit.PlainText
     wrapMode: TextEdit.Wrap
@@ -19,12 +20,12 @@ TextEdit {
     Accessible.name: root.text
     Accessible.ignored: root.text.length === 0
     Accessible.readOnly: true
-    onActiveFocusChanged: if (!root.activeFocus && TextMenus.target !== root) root.deselect()
-    Keys.onMenuPressed: TextMenus.openBelow(root)
+    onActiveFocusChanged: if (!root.activeFocus && TextInHand.item !== root) root.deselect()
+    Keys.onMenuPressed: TextInHand.openMenuBelow(root)
 
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onPressedChanged: if (pressed) TextMenus.openAt(root, point.position)
+        onPressedChanged: if (pressed) TextInHand.openMenu(root, point.position)
     }
     FocusRing {
         shown: root.activeFocus && root.activeFocusOnTab

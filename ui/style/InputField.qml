@@ -25,13 +25,13 @@ T.TextField {
     selectByMouse: true
     verticalAlignment: TextInput.AlignVCenter
     activeFocusOnTab: true
-    persistentSelection: TextMenus.target === root
+    persistentSelection: TextInHand.item === root
     Accessible.name: root.label
     Accessible.role: Accessible.EditableText
 
     Keys.onReturnPressed: event => root.enter(event)
     Keys.onEnterPressed: event => root.enter(event)
-    Keys.onMenuPressed: TextMenus.openBelow(root)
+    Keys.onMenuPressed: TextInHand.openMenuBelow(root)
 
     function enter(event: KeyEvent) {
         if (!event.isAutoRepeat)
@@ -40,7 +40,7 @@ T.TextField {
 
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onPressedChanged: if (pressed) TextMenus.openAt(root, point.position)
+        onPressedChanged: if (pressed) TextInHand.openMenu(root, point.position)
     }
 
     background: Rectangle {

@@ -40,7 +40,7 @@ Item {
         to: root.width
         duration: 1400
         loops: Animation.Infinite
-        running: root.visible && !Looks.reducesMotion
+        running: root.visible && root.width > 0 && !Looks.reducesMotion
         onStopped: piece.x = 0
     }
 }

@@ -6,38 +6,41 @@ import Corvane
 T.Menu {
     id: root
 
-    required property TextInHand inHand
-
     implicitWidth: Theme.sized(150)
     implicitHeight: contentHeight + 2 * root.padding
     padding: 5
     modal: true
     dim: false
+    onClosed: TextInHand.letGo()
 
     TextMenuItem {
         objectName: "menuCut"
         text: qsTr("Cut")
-        offered: root.inHand.editable
-        enabled: root.inHand.editable && root.inHand.selected
-        onTriggered: root.inHand.cut()
+        offered: TextInHand.editable
+        enabled: TextInHand.editable && TextInHand.selected
+        onTriggered: TextInHand.cut()
     }
     TextMenuItem {
         objectName: "menuCopy"
         text: qsTr("Copy")
-        enabled: root.inHand.selected || !root.inHand.editable
-        onTriggered: root.inHand.copy()
+        enabled: TextInHand.selected || !TextInHand.editable
+        onTriggered: TextInHand.copy()
     }
     TextMenuItem {
         objectName: "menuPaste"
         text: qsTr("Paste")
-        offered: root.inHand.editable
-        enabled: root.inHand.canPaste
-        onTriggered: root.inHand.paste()
+        offered: TextInHand.editable
+        enabled: TextInHand.canPaste
+        onTriggered: TextInHand.paste()
     }
     TextMenuItem {
         objectName: "menuSelectAll"
         text: qsTr("Select All")
-        onTriggered: root.inHand.selectAll()
+        onTriggered: TextInHand.selectAll()
+    }
+
+    function openAt(target: Item, x: real, y: real) {
+        root.popup(target, x, y);
     }
 
     contentItem: ListView {

@@ -38,7 +38,7 @@ QtObject {
     readonly property color shade: root.dark ? "#99000000" : "#55000000"
     readonly property color scrollBar: root.dark ? "#8e8e93" : "#8e8e93"
 
-    readonly property color green: root.dark ? "#30d158" : "#1f9d3f"
+    readonly property color green: root.dark ? "#30d158" : "#1b9139"
     readonly property color orange: root.dark ? "#ff9f0a" : "#d9730d"
     readonly property color red: root.dark ? "#ff453a" : "#d70015"
     readonly property color blue: root.dark ? "#409cff" : "#0066d6"
