@@ -40,8 +40,12 @@ typedef struct {
 typedef CGRect NSRect;
 typedef CGSize NSSize;
 
+/* NSObject.h */
+@protocol NSCopying
+@end
+
 /* NSString.h */
-@interface NSString : NSObject
+@interface NSString : NSObject <NSCopying>
 @end
 
 /* NSArray.h */
@@ -53,7 +57,7 @@ typedef CGSize NSSize;
 /* NSDictionary.h, NSValue.h */
 @interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject
 + (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
-                              forKeys:(const KeyType<NSObject> _Nonnull[_Nullable])keys
+                              forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
                                 count:(NSUInteger)count;
 @end
 @interface NSNumber : NSObject
