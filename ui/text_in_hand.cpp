@@ -26,8 +26,8 @@ void TextInHand::openMenu(QQuickItem *item, QPointF place)
     m_item = item;
     m_hasFocus = item->hasActiveFocus();
     Q_EMIT itemChanged();
-    QMetaObject::invokeMethod(m_menu, "openAt", Q_ARG(QVariant, QVariant::fromValue(item)), Q_ARG(QVariant, place.x()),
-                              Q_ARG(QVariant, place.y()));
+    QMetaObject::invokeMethod(m_menu, "openAt", Q_ARG(QQuickItem *, item), Q_ARG(double, place.x()),
+                              Q_ARG(double, place.y()));
 }
 
 void TextInHand::openMenuBelow(QQuickItem *item) { openMenu(item, {0, item->height()}); }

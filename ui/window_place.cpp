@@ -10,6 +10,8 @@ namespace corvane {
 namespace {
 
 const QString kKey = QStringLiteral("mainWindowFrame");
+/// Stands above the frame that is kept, which is the window without its decoration.
+constexpr int kTitleBar = 28;
 
 int shared(const QRect &one, const QRect &other)
 {
@@ -21,7 +23,7 @@ QList<QRect> screens()
 {
     QList<QRect> areas;
     for (const QScreen *screen : QGuiApplication::screens())
-        areas << screen->availableGeometry();
+        areas << screen->availableGeometry().adjusted(0, kTitleBar, 0, 0);
     return areas;
 }
 
@@ -36,15 +38,14 @@ void WindowPlace::restore(QWindow &window) const
     const std::optional<QRect> kept = frameFromText(m_store.value(kKey).toString());
     if (!kept) return;
     const QRect frame = placeOn(screens(), *kept, window.minimumSize());
-    window.setFramePosition(frame.topLeft());
-    window.resize(frame.size());
+    window.setGeometry(frame);
 }
 
 void WindowPlace::keep(const QWindow &window)
 {
     const Qt::WindowStates states = window.windowStates();
     if (!window.isVisible() || states.testAnyFlags(Qt::WindowMinimized | Qt::WindowFullScreen)) return;
-    m_store.setValue(kKey, textFromFrame({window.framePosition(), window.size()}));
+    m_store.setValue(kKey, textFromFrame(window.geometry()));
 }
 
 QRect placeOn(const QList<QRect> &screens, QRect kept, const QSize &minimum)

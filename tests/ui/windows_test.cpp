@@ -40,11 +40,11 @@ TEST_F(OpenWindows, The_main_window_comes_back_where_it_was_and_as_large)
     EXPECT_EQ(window()->size(), QSize(980, 720)) << "the first time";
     window()->setGeometry(0, 50, 860, 640);
     QTest::qWait(20);
-    const QPoint place = window()->framePosition();
+    const QPoint place = window()->position();
     m_windows.main()->close();
     openDashboard();
     EXPECT_EQ(window()->size(), QSize(860, 640));
-    EXPECT_EQ(window()->framePosition(), place);
+    EXPECT_EQ(window()->position(), place);
 }
 
 TEST_F(OpenWindows, The_place_of_the_main_window_outlives_the_program)
@@ -58,11 +58,11 @@ TEST_F(OpenWindows, The_place_of_the_main_window_outlives_the_program)
     ASSERT_TRUE(QTest::qWaitForWindowExposed(first->main()));
     first->main()->setGeometry(0, 40, 860, 650);
     QTest::qWait(20);
-    const QRect frame(first->main()->framePosition(), first->main()->size());
+    const QRect frame = first->main()->geometry();
     first.reset();
     auto second = windows();
     second->openMain();
-    EXPECT_EQ(QRect(second->main()->framePosition(), second->main()->size()), frame);
+    EXPECT_EQ(second->main()->geometry(), frame);
 }
 
 TEST_F(OpenWindows, A_place_that_is_no_longer_on_a_screen_is_brought_back)
@@ -70,7 +70,7 @@ TEST_F(OpenWindows, A_place_that_is_no_longer_on_a_screen_is_brought_back)
     m_settings.setValue(QStringLiteral("mainWindowFrame"), QStringLiteral("9000 -9000 20 20"));
     openDashboard();
     EXPECT_EQ(window()->size(), QSize(860, 620));
-    EXPECT_TRUE(window()->screen()->availableGeometry().contains(window()->framePosition()));
+    EXPECT_TRUE(window()->screen()->availableGeometry().contains(window()->position()));
 }
 
 TEST_F(OpenWindows, A_minimised_window_comes_back_as_large_as_it_was)
