@@ -5,10 +5,14 @@ import Corvane
 Item {
     id: root
 
+    /// How far the piece has come, from 0 to 1: its places follow the bar, whose width comes late.
+    property real way: 0
+
     clip: true
 
     Rectangle {
         id: piece
+        x: Looks.reducesMotion ? 0 : root.way * (root.width + width) - width
         width: Looks.reducesMotion ? root.width : root.width * 0.3
         height: root.height
         radius: height / 2
@@ -34,13 +38,12 @@ Item {
         }
     }
     NumberAnimation {
-        target: piece
-        property: "x"
-        from: -piece.width
-        to: root.width
+        target: root
+        property: "way"
+        from: 0
+        to: 1
         duration: 1400
         loops: Animation.Infinite
-        running: root.visible && root.width > 0 && !Looks.reducesMotion
-        onStopped: piece.x = 0
+        running: root.visible && !Looks.reducesMotion
     }
 }
