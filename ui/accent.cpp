@@ -10,7 +10,7 @@ namespace {
 constexpr double kReadable = 4.6;
 /// The luminance at which a colour has a contrast of 3 with the darkest light surface, with the lightest dark one, and
 /// with white.
-constexpr double kOnLight = 0.195;
+constexpr double kOnLight = 0.185;
 constexpr double kOnDark = 0.2;
 constexpr double kBehindWhite = 0.295;
 

@@ -132,6 +132,7 @@ TEST_P(AccentOnScreen, Work_under_way_can_be_seen)
 {
     openStep(2);
     const SleepingOperation installing(*m_app.installOp());
+    QTest::qWait(50); // the view makes room for it
     const auto pieces = ofKind("RunningPiece");
     ASSERT_EQ(pieces.size(), 1);
     const QQuickItem *piece = pieces.first()->childItems().first();
