@@ -18,8 +18,8 @@ QCoro::Task<> readPassword(QPointer<AppModel> model)
 
 void takePassword(AppModel &model, const QString &password)
 {
-    model.publishPasswordKnown(true);
     model.setAdminPassword(password);
+    model.publishPasswordKnown(true);
     model.configureAPI();
 }
 

@@ -9,6 +9,13 @@
 
 namespace corvane {
 
+namespace {
+
+constexpr auto kOnce =
+    static_cast<Qt::ConnectionType>(Qt::AutoConnection | Qt::UniqueConnection | Qt::SingleShotConnection);
+
+} // namespace
+
 Commands::Commands(AppModel &app, Workspace &workspace)
     : m_app(app)
     , m_workspace(workspace)
@@ -47,6 +54,10 @@ void Commands::installAppeared() { launch(m_app.refreshTools()); }
 void Commands::piholeAppeared()
 {
     if (!m_app.passwordInput().isEmpty()) return;
+    if (!m_app.passwordKnown()) { // A new password must not take the place of one that the keychain still holds.
+        connect(&m_app, &AppModel::passwordKnownChanged, this, &Commands::piholeAppeared, kOnce);
+        return;
+    }
     const QString saved = m_app.adminPassword();
     m_app.setPasswordInput(saved.isEmpty() ? AppModel::generatePassword() : saved);
 }

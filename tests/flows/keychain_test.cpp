@@ -1,4 +1,5 @@
 #include "tests/flows/flow_test.h"
+#include "ui/commands.h"
 
 namespace corvane::test {
 
@@ -55,6 +56,16 @@ TEST_F(SilentKeychain, What_needs_the_password_says_so_and_changes_nothing)
     EXPECT_EQ(model().notice(), kNotYet);
     EXPECT_EQ(model().webPort(), 8080);
     answer();
+}
+
+TEST_F(SilentKeychain, The_set_up_waits_for_the_saved_password_instead_of_making_a_new_one)
+{
+    Commands commands(model(), *workspace);
+    commands.piholeAppeared();
+    commands.piholeAppeared();
+    EXPECT_TEXT(model().passwordInput(), "");
+    answer();
+    EXPECT_TEXT(model().passwordInput(), "correct-horse-9");
 }
 
 } // namespace corvane::test
