@@ -175,7 +175,7 @@ QCoro::Task<> AppModel::changeWebPort(int port)
 {
     const QString key = QStringLiteral("container");
     if (port == webPort() || maintains() || busy().contains(key)) co_return;
-    setNotice(webPortProblem(port));
+    setNotice(passwordKnown() ? webPortProblem(port) : PiholeAPIError::noPassword().description());
     if (!notice().isEmpty()) co_return;
     const bool setUp = !adminPassword().isEmpty() && QFile::exists(PiholeController::composeFile());
     if (!setUp) { // There is no container to move yet.
