@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QList>
 #include <QString>
 
 namespace corvane::played {
@@ -32,6 +33,13 @@ struct Mac {
 
     static bool opens;
     static QString installed;
+    static bool hidden;
+    struct Window {
+        QString name;
+        bool visible = false;
+        bool canBeMain = false;
+    };
+    static QList<Window> windows;
 
     // The menu bar
 
