@@ -64,7 +64,8 @@ std::expected<PiholeSummary, PiholeAPIError> parseSummary(const QByteArray &json
     const std::optional<qint64> blocked = wholeNumber(queries.value(u"blocked"));
     const std::optional<double> percent = number(queries.value(u"percent_blocked"));
     if (!total || !blocked || !percent) return badResponse();
-    return PiholeSummary{*total, *blocked, *percent};
+    const std::optional<qint64> listed = wholeNumber((*answer)[u"gravity"][u"domains_being_blocked"]);
+    return PiholeSummary{*total, *blocked, *percent, listed};
 }
 
 std::expected<PiholeBlocking, PiholeAPIError> parseBlocking(const QByteArray &json)
@@ -83,11 +84,20 @@ std::expected<QList<PiholeQuery>, PiholeAPIError> parseQueries(const QByteArray 
     for (const QJsonValue &entry : entries) {
         const QJsonValue domain = entry[u"domain"];
         const QJsonValue status = entry[u"status"];
-        if (!domain.isString() || !status.isString()) return badResponse();
-        queries.append({domain.toString(), status.toString()});
+        // One odd entry does not make the others unreadable.
+        if (domain.isString() && status.isString()) queries.append({domain.toString(), status.toString()});
     }
+    if (queries.isEmpty() && !entries.isEmpty()) return badResponse();
     return queries;
 }
+
+std::expected<bool, PiholeAPIError> parseRestored(const QByteArray &json)
+{
+    const QJsonValue files = QJsonDocument::fromJson(json)[u"files"];
+    return !files.isArray() || !files.toArray().isEmpty();
+}
+
+bool listsWereLoaded(const QByteArray &printed) { return printed.trimmed().endsWith("Done."); }
 
 QByteArray loginBody(const QString &password)
 {

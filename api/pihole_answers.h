@@ -18,6 +18,13 @@ namespace corvane {
 [[nodiscard]] std::expected<PiholeSummary, PiholeAPIError> parseSummary(const QByteArray &json);
 [[nodiscard]] std::expected<PiholeBlocking, PiholeAPIError> parseBlocking(const QByteArray &json);
 [[nodiscard]] std::expected<QList<PiholeQuery>, PiholeAPIError> parseQueries(const QByteArray &json);
+/// Whether an upload's answer names files that were taken from the archive; an answer that names none at all, not even
+/// an empty list, is taken for a yes.
+[[nodiscard]] std::expected<bool, PiholeAPIError> parseRestored(const QByteArray &json);
+
+/// Whether what a run of the block lists printed tells of its end. The status of the answer says nothing: it goes out
+/// before the run begins.
+[[nodiscard]] bool listsWereLoaded(const QByteArray &printed);
 
 /// The value as a number; absent unless it is a finite JSON number.
 [[nodiscard]] std::optional<double> number(const QJsonValue &value);

@@ -12,6 +12,8 @@ struct PiholeSummary {
     qint64 total = 0;
     qint64 blocked = 0;
     double percentBlocked = 0;
+    /// The names on Pi-hole's block lists; 0 or less for none, absent when it does not say.
+    std::optional<qint64> domainsBlocked = {};
 
     bool operator==(const PiholeSummary &) const = default;
 };
@@ -49,7 +51,8 @@ public:
 
     [[nodiscard]] static PiholeAPIError unreachable() { return PiholeAPIError(Kind::Unreachable); }
     [[nodiscard]] static PiholeAPIError unauthorized() { return PiholeAPIError(Kind::Unauthorized); }
-    [[nodiscard]] static PiholeAPIError http(int code) { return PiholeAPIError(Kind::Http, code); }
+    /// `body`: what Pi-hole said about it.
+    [[nodiscard]] static PiholeAPIError http(int code, const QByteArray &body = {});
     [[nodiscard]] static PiholeAPIError badResponse() { return PiholeAPIError(Kind::BadResponse); }
     /// The keychain has not said yet what the password is.
     [[nodiscard]] static PiholeAPIError noPassword() { return PiholeAPIError(Kind::NoPassword); }
@@ -60,7 +63,10 @@ public:
     /// One sentence for the user.
     [[nodiscard]] QString description() const;
 
-    bool operator==(const PiholeAPIError &) const = default;
+    /// What the user can do about it where the sentence itself does not tell; else empty.
+    [[nodiscard]] QString advice() const { return m_advice; }
+
+    bool operator==(const PiholeAPIError &other) const { return m_kind == other.m_kind && m_code == other.m_code; }
 
 private:
     explicit PiholeAPIError(Kind kind, int code = 0)
@@ -70,6 +76,7 @@ private:
 
     Kind m_kind;
     int m_code;
+    QString m_advice;
 };
 
 } // namespace corvane

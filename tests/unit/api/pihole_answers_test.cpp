@@ -81,6 +81,33 @@ TEST(SummaryAnswer, The_three_counters_are_read)
     EXPECT_EQ(*summary, (PiholeSummary{29, 11, 37.5}));
 }
 
+TEST(SummaryAnswer, The_number_of_listed_names_may_be_missing_or_negative)
+{
+    const QByteArray queries = R"("queries":{"total":1,"blocked":0,"percent_blocked":0})";
+    const auto listed = [&queries](const QByteArray &gravity) {
+        return parseSummary('{' + queries + gravity + '}')->domainsBlocked;
+    };
+    EXPECT_EQ(listed(R"(,"gravity":{"domains_being_blocked":130002})"), 130002);
+    EXPECT_EQ(listed(R"(,"gravity":{"domains_being_blocked":-2})"), -2);
+    EXPECT_EQ(listed(R"(,"gravity":{"domains_being_blocked":"many"})"), std::nullopt);
+    EXPECT_EQ(listed(""), std::nullopt);
+}
+
+TEST(RestoredAnswer, Names_the_files_that_were_taken)
+{
+    EXPECT_TRUE(*parseRestored(R"({"files":["etc/pihole/pihole.toml"],"took":0.1})"));
+    EXPECT_FALSE(*parseRestored(R"({"files":[],"took":0.1})"));
+    EXPECT_TRUE(*parseRestored("{}")) << "the status alone says that it worked";
+    EXPECT_TRUE(*parseRestored("rubbish"));
+}
+
+TEST(ListRun, Is_good_only_when_it_printed_its_end)
+{
+    EXPECT_TRUE(listsWereLoaded("\r\x1b[K  [i] Optimizing\n\n  [\u2713] Done.\n"));
+    EXPECT_FALSE(listsWereLoaded("   [\u2717] No DNS resolution available. Please contact support.\n\r"));
+    EXPECT_FALSE(listsWereLoaded(""));
+}
+
 TEST(SummaryAnswer, Numbers_written_as_fractions_count_whole)
 {
     const auto summary = parseSummary(R"({"queries":{"total":29.9,"blocked":1e3,"percent_blocked":0}})");
@@ -158,13 +185,21 @@ TEST(QueriesAnswer, An_empty_log_is_an_empty_list)
     EXPECT_TRUE(queries->isEmpty());
 }
 
+TEST(QueriesAnswer, An_odd_entry_does_not_hide_the_others)
+{
+    const auto queries = parseQueries(R"({"queries":[{"domain":null,"status":"GRAVITY"},7,)"
+                                      R"({"domain":"example.com","status":"CACHE"}]})");
+    ASSERT_TRUE(queries);
+    EXPECT_EQ(*queries, (QList<PiholeQuery>{{QStringLiteral("example.com"), QStringLiteral("CACHE")}}));
+}
+
 TEST(QueriesAnswer, A_list_of_anything_else_is_not_understood)
 {
     for (const QByteArray &json : kNoObjects)
         EXPECT_TRUE(isBadResponse(parseQueries(json))) << json.left(40).constData();
     for (const char *list :
          {"{}", "null", "5", "[1]", "[null]", "[[]]", "[{}]", R"([{"domain":"a"}])", R"([{"domain":"a","status":3}])",
-          R"([{"domain":null,"status":"GRAVITY"}])", R"([{"domain":"a","status":"b"},7])"})
+          R"([{"domain":null,"status":"GRAVITY"}])", R"([7,{"domain":"a"}])"})
         EXPECT_TRUE(isBadResponse(parseQueries("{\"queries\":" + QByteArray(list) + "}"))) << list;
     EXPECT_TRUE(isBadResponse(parseQueries("{}")));
 }
