@@ -28,7 +28,12 @@ QCoro::Task<bool> pageAnswers(PiholeSession::Shared session)
 
 std::expected<PiholeArchive, PiholeAPIError> archiveOf(const QByteArray &body) { return PiholeArchive{body}; }
 
-std::expected<void, PiholeAPIError> discard(const QByteArray &) { return {}; }
+QCoro::Task<std::expected<bool, PiholeAPIError>> runLists(PiholeSession::Shared session, PiholeRequest request)
+{
+    const PiholeSession::Reply answer = co_await PiholeSession::sendLong(session, request);
+    if (!answer) co_return std::unexpected(answer.error());
+    co_return listsWereLoaded(answer->body);
+}
 
 } // namespace
 
@@ -82,7 +87,7 @@ PiholeAPI::Answer<PiholeArchive> PiholeAPI::teleporterDownload()
     return ask(m_session, request, &archiveOf);
 }
 
-PiholeAPI::Answer<void> PiholeAPI::teleporterUpload(QByteArray archive, QString filename)
+PiholeAPI::Answer<bool> PiholeAPI::teleporterUpload(QByteArray archive, QString filename)
 {
     const QByteArray boundary = newMultipartBoundary();
     const PiholeRequest request{.verb = "POST",
@@ -90,7 +95,14 @@ PiholeAPI::Answer<void> PiholeAPI::teleporterUpload(QByteArray archive, QString 
                                 .contentType = "multipart/form-data; boundary=" + boundary,
                                 .body = multipartBody(boundary, filename, archive),
                                 .largestAnswer = m_session->limits().jsonBytes};
-    return ask(m_session, request, &discard);
+    return ask(m_session, request, &parseRestored);
+}
+
+PiholeAPI::Answer<bool> PiholeAPI::updateLists()
+{
+    const PiholeRequest request{
+        .verb = "POST", .target = "/api/action/gravity", .largestAnswer = m_session->limits().jsonBytes};
+    return runLists(m_session, request);
 }
 
 } // namespace corvane

@@ -45,8 +45,11 @@ public:
     /// The newest `length` entries of the query log, newest first.
     [[nodiscard]] Answer<QList<PiholeQuery>> recentQueries(int length);
     [[nodiscard]] Answer<PiholeArchive> teleporterDownload();
-    /// Replaces Pi-hole's settings by those of the archive.
-    [[nodiscard]] Answer<void> teleporterUpload(QByteArray archive, QString filename);
+    /// Replaces Pi-hole's settings by those of the archive; answers whether it held any.
+    [[nodiscard]] Answer<bool> teleporterUpload(QByteArray archive, QString filename);
+    /// Lets Pi-hole load its block lists anew, which takes a second or some minutes; other calls go on beside it.
+    /// Whether it came to its end. Not to be called again before: two runs at once destroy the lists.
+    [[nodiscard]] Answer<bool> updateLists();
 
 private:
     std::shared_ptr<PiholeSession> m_session;

@@ -9,6 +9,9 @@ namespace corvane {
 namespace {
 
 constexpr int kUnauthorized = 401;
+/// Pi-hole takes three log-ins a second, right or wrong. To ask again at once with a password that it has just refused
+/// would only turn the reason into "too many".
+constexpr std::chrono::seconds kRefusalHolds{2};
 
 QFuture<HttpOutcome> unreachableOutcome()
 {
@@ -24,7 +27,8 @@ PiholeSession::Reply replyOf(const HttpOutcome &outcome)
         return std::unexpected(outcome.error() == HttpFailure::TooLarge ? PiholeAPIError::badResponse()
                                                                         : PiholeAPIError::unreachable());
     if (refused(outcome)) return std::unexpected(PiholeAPIError::unauthorized());
-    if (outcome->status < 200 || outcome->status > 299) return std::unexpected(PiholeAPIError::http(outcome->status));
+    if (outcome->status < 200 || outcome->status > 299)
+        return std::unexpected(PiholeAPIError::http(outcome->status, outcome->body));
     return *outcome;
 }
 
@@ -45,6 +49,7 @@ void PiholeSession::configure(const PiholeAccess &access)
 void PiholeSession::close()
 {
     m_calls.close();
+    m_longCall.reset();
     m_http.reset();
 }
 
@@ -96,9 +101,11 @@ QCoro::Task<PiholeSession::Sid> PiholeSession::login(Shared self, PiholeAccess a
                                 .contentType = "application/json",
                                 .body = loginBody(*access.password),
                                 .largestAnswer = self->m_limits.jsonBytes};
+    if (self->refusedJustNow(access)) co_return std::unexpected(PiholeAPIError::unauthorized());
     // No session id goes along: with an old one Pi-hole would take any password.
     const HttpOutcome outcome = co_await self->exchange(access, request, {});
     const Reply answer = replyOf(outcome);
+    if (refused(outcome)) self->rememberRefusal(access);
     if (!answer) co_return std::unexpected(answer.error());
     if (answer->status != 200) co_return std::unexpected(PiholeAPIError::http(answer->status));
     const Sid sid = parseLogin(answer->body);
@@ -106,8 +113,28 @@ QCoro::Task<PiholeSession::Sid> PiholeSession::login(Shared self, PiholeAccess a
     co_return sid;
 }
 
-QFuture<HttpOutcome> PiholeSession::exchange(const PiholeAccess &access, const PiholeRequest &request,
-                                             const QString &sid)
+QCoro::Task<PiholeSession::Reply> PiholeSession::sendLong(Shared self, PiholeRequest request)
+{
+    const PiholeAccess access = self->m_access;
+    // The small question first, so that the session that goes along is a good one.
+    const PiholeRequest small{.target = "/api/dns/blocking", .largestAnswer = self->m_limits.jsonBytes};
+    const Reply welcome = co_await send(self, small);
+    if (!welcome) co_return welcome;
+    if (!self->m_http || self->m_longCall) co_return std::unexpected(PiholeAPIError::unreachable());
+
+    HttpRequest http = self->requestFor(access, request, self->m_sid);
+    http.inactivity = self->m_limits.longInactivity;
+    http.whole = self->m_limits.longWhole;
+    // More bytes may follow the answer, which belong to no other.
+    http.headers.emplace_back(QByteArray("Connection"), QByteArray("close"));
+    self->m_longCall = std::make_unique<HttpClient>();
+    const HttpOutcome outcome = co_await self->m_longCall->send(http);
+    self->m_longCall.reset();
+    co_return replyOf(outcome);
+}
+
+HttpRequest PiholeSession::requestFor(const PiholeAccess &access, const PiholeRequest &request,
+                                      const QString &sid) const
 {
     HttpRequest http{.port = access.port,
                      .verb = request.verb,
@@ -118,7 +145,24 @@ QFuture<HttpOutcome> PiholeSession::exchange(const PiholeAccess &access, const P
                      .largestAnswer = request.largestAnswer};
     if (!sid.isEmpty()) http.headers.append({"X-FTL-SID", sid.toLatin1()});
     if (!request.contentType.isEmpty()) http.headers.append({"Content-Type", request.contentType});
-    return start(http);
+    return http;
+}
+
+QFuture<HttpOutcome> PiholeSession::exchange(const PiholeAccess &access, const PiholeRequest &request,
+                                             const QString &sid)
+{
+    return start(requestFor(access, request, sid));
+}
+
+bool PiholeSession::refusedJustNow(const PiholeAccess &access) const
+{
+    return m_refused == access && !m_refusalHolds.hasExpired();
+}
+
+void PiholeSession::rememberRefusal(const PiholeAccess &access)
+{
+    m_refused = access;
+    m_refusalHolds.setRemainingTime(kRefusalHolds);
 }
 
 QFuture<HttpOutcome> PiholeSession::start(const HttpRequest &request)

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QCoro/QCoroTask>
+#include <QDeadlineTimer>
 #include <QString>
 
 #include <expected>
@@ -51,22 +52,32 @@ public:
     /// An answer with a status from 200 to 299. Logs in when there is no session, and once more when
     /// Pi-hole no longer takes the one there is.
     [[nodiscard]] static QCoro::Task<Reply> send(Shared self, PiholeRequest request);
+    /// The same for a call that takes its time, on a connection of its own, so that others need not wait for it. One at
+    /// a time.
+    [[nodiscard]] static QCoro::Task<Reply> sendLong(Shared self, PiholeRequest request);
     /// The outcome of asking for a page without a login.
     [[nodiscard]] static QCoro::Task<HttpOutcome> visit(Shared self, QByteArray target);
 
 private:
     [[nodiscard]] static QCoro::Task<Sid> login(Shared self, PiholeAccess access);
     [[nodiscard]] static QCoro::Task<Reply> sendAs(Shared self, PiholeAccess access, PiholeRequest request);
+    [[nodiscard]] HttpRequest requestFor(const PiholeAccess &access, const PiholeRequest &request,
+                                         const QString &sid) const;
     [[nodiscard]] QFuture<HttpOutcome> exchange(const PiholeAccess &access, const PiholeRequest &request,
                                                 const QString &sid);
     [[nodiscard]] QFuture<HttpOutcome> start(const HttpRequest &request);
+    [[nodiscard]] bool refusedJustNow(const PiholeAccess &access) const;
+    void rememberRefusal(const PiholeAccess &access);
     void keep(const PiholeAccess &access, const QString &sid);
 
     ExchangeLimits m_limits;
     PiholeAccess m_access;
     QString m_sid;
+    PiholeAccess m_refused;
+    QDeadlineTimer m_refusalHolds;
     CallQueue m_calls;
     std::unique_ptr<HttpClient> m_http;
+    std::unique_ptr<HttpClient> m_longCall;
 };
 
 } // namespace corvane
