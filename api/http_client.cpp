@@ -64,8 +64,10 @@ void HttpClient::connectAnew()
 void HttpClient::writeRequest()
 {
     m_socket->setSocketOption(QTcpSocket::LowDelayOption, 1);
-    m_socket->write(headOf(m_request));
-    m_socket->write(m_request.body);
+    // A body that follows its head may have to wait for the other side's acknowledgement; small ones go along with it.
+    const bool small = m_request.body.size() <= kReadAhead;
+    m_socket->write(small ? headOf(m_request) + m_request.body : headOf(m_request));
+    if (!small) m_socket->write(m_request.body);
 }
 
 void HttpClient::onReadyRead()

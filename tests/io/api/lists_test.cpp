@@ -1,0 +1,84 @@
+#include "tests/io/api/api_fixture.h"
+
+using namespace corvane;
+using namespace corvane::test;
+
+namespace {
+
+const QByteArray kLists = "/api/action/gravity";
+const QByteArray kEnabled = R"({"blocking":"enabled","timer":null})";
+
+/// What a run prints, as Pi-hole sends it: in chunks, and more bytes after the end of the answer.
+Reaction run(const QByteArray &printed)
+{
+    Reaction reaction;
+    reaction.bytes = "HTTP/1.1 200 OK\r\nContent-Type: text/plain\r\nTransfer-Encoding: chunked\r\n\r\n" +
+                     QByteArray::number(printed.size(), 16) + "\r\n" + printed +
+                     "\r\n0\r\n\r\n{\"status\":\"success\"}";
+    return reaction;
+}
+
+ScriptedServer::Script withLists(const Reaction &lists)
+{
+    return [lists](const ReceivedRequest &request) {
+        if (request.target == kLists) return lists;
+        return afterLogin(answer(200, kEnabled))(request);
+    };
+}
+
+} // namespace
+
+TEST(PiholeLists, A_run_that_came_to_its_end_is_told_from_one_that_did_not)
+{
+    for (const auto &[printed, loaded] : {std::pair<QByteArray, bool>{"  [i] ...\n  Done.\n", true},
+                                          std::pair<QByteArray, bool>{"No DNS resolution available.\n", false}}) {
+        ScriptedServer server(withLists(run(printed)));
+        Client client(server);
+        const auto ended = QCoro::waitFor(client.api.updateLists());
+        ASSERT_TRUE(ended);
+        EXPECT_EQ(*ended, loaded);
+        EXPECT_EQ(server.requests().last().verb, "POST");
+        EXPECT_EQ(server.requests().last().headers["connection"], "close");
+        EXPECT_EQ(server.requests().last().headers["x-ftl-sid"], "good");
+    }
+}
+
+TEST(PiholeLists, Other_calls_go_on_beside_a_run)
+{
+    Reaction slow = run("Done.\n");
+    slow.delay = std::chrono::milliseconds(400);
+    ScriptedServer server(withLists(slow));
+    Client client(server);
+    bool ended = false;
+    auto lists = [](PiholeAPI *api, bool *done) -> QCoro::Task<> {
+        const auto loaded = co_await api->updateLists();
+        *done = loaded && *loaded;
+    }(&client.api, &ended);
+    while (server.requestsTo(kLists) == 0)
+        ASSERT_TRUE(QCoro::waitFor(client.api.blocking()));
+    EXPECT_TRUE(QCoro::waitFor(client.api.blocking()));
+    EXPECT_FALSE(ended) << "the run is still under way";
+    QCoro::waitFor(std::move(lists));
+    EXPECT_TRUE(ended);
+}
+
+TEST(PiholeLists, A_run_may_be_silent_for_longer_than_other_calls)
+{
+    Reaction slow = run("Done.\n");
+    slow.delay = std::chrono::milliseconds(600);
+    ScriptedServer server(withLists(slow));
+    Client client(server, shortLimits());
+    const auto ended = QCoro::waitFor(client.api.updateLists());
+    EXPECT_TRUE(ended && *ended);
+}
+
+TEST(PiholeLists, A_client_that_goes_away_ends_the_run_as_unreachable)
+{
+    ScriptedServer server(withLists(Reaction{}));
+    auto client = std::make_unique<Client>(server);
+    auto lists = client->api.updateLists();
+    while (server.requestsTo(kLists) == 0)
+        QCoro::waitFor(client->api.blocking());
+    client.reset();
+    EXPECT_EQ(errorOf(QCoro::waitFor(std::move(lists))), PiholeAPIError::unreachable());
+}
