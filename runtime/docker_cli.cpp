@@ -3,6 +3,8 @@
 #include "exec/command_runner.h"
 #include "exec/tools.h"
 
+#include <QRegularExpression>
+
 namespace corvane {
 
 namespace {
@@ -16,6 +18,21 @@ constexpr QLatin1StringView kRefused{"Docker refused access (permission denied).
                                      "Docker socket."};
 constexpr QLatin1StringView kNoSuchVersion{"That Pi-hole version does not exist on Docker Hub."};
 constexpr QLatin1StringView kOther{"Docker reported an error. Open 'Show details' to read it."};
+
+constexpr QLatin1StringView kClientTooOld{"Docker's client is too old for the engine in Colima. Run 'brew upgrade "
+                                          "docker' in Terminal, then try again."};
+constexpr QLatin1StringView kClientTooNew{"Docker's client is too new for the engine in Colima. Run 'brew upgrade "
+                                          "colima' in Terminal, then restart Colima."};
+constexpr double kInfoTimeout = 10; // seconds
+
+/// What the engine says about a client of another age.
+QString versionProblem(const QString &text)
+{
+    static const QRegularExpression pattern(QStringLiteral("client version \\S+ is too (old|new)"));
+    const QString age = pattern.match(text).captured(1);
+    if (age.isEmpty()) return {};
+    return age == QLatin1String("old") ? kClientTooOld : kClientTooNew;
+}
 
 struct Wording {
     QLatin1StringView found;
@@ -70,8 +87,19 @@ QCoro::Task<CommandResult> DockerCLI::run(QStringList args, double timeout, Stre
     co_return co_await CommandRunner::run(*docker, args, timeout, nothingExtra, streams);
 }
 
+QCoro::Task<EngineAnswer> DockerCLI::engine()
+{
+    const QStringList info{QStringLiteral("info"), QStringLiteral("--format"), QStringLiteral("{{.ServerVersion}}")};
+    const CommandResult result = co_await run(info, kInfoTimeout);
+    EngineAnswer answer;
+    answer.answers = result.succeeded() && !result.standardOutput.trimmed().isEmpty();
+    if (!answer.answers) answer.problem = versionProblem(result.combined());
+    co_return answer;
+}
+
 QString DockerCLI::friendlyError(const QString &text)
 {
+    if (const QString problem = versionProblem(text); !problem.isEmpty()) return problem;
     const QString lowered = text.toLower();
     for (const Wording &wording : kWordings) {
         if (lowered.contains(wording.found)) return wording.sentence;

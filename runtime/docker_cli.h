@@ -10,6 +10,13 @@
 
 namespace corvane {
 
+/// Whether the Docker engine can be used.
+struct EngineAnswer {
+    bool answers = false;
+    /// Why an engine that is there cannot be used, in a sentence; empty when it can, or when there is none.
+    QString problem = {};
+};
+
 /// Runs the Docker client and puts its errors into plain words.
 class DockerCLI {
 public:
@@ -20,6 +27,10 @@ public:
     /// Runs docker; `timeout` in seconds. Without docker the result's launch error is "docker was not found".
     [[nodiscard]] static QCoro::Task<CommandResult> run(QStringList args, double timeout,
                                                         Streams streams = Streams::Apart);
+
+    /// Asks the engine for its version. A client may end with status 0 although no engine answered: what counts is that
+    /// a version was printed.
+    [[nodiscard]] static QCoro::Task<EngineAnswer> engine();
 
     /// What `friendlyError` says when another program holds a port.
     static constexpr QLatin1StringView kPortInUse{"A port that Pi-hole needs is already in use. Pick another web port "

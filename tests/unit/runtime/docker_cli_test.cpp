@@ -52,6 +52,38 @@ TEST(DockerCLI, Hands_on_the_arguments_and_the_result)
     EXPECT_EQ(result.launchError, std::nullopt);
 }
 
+TEST(DockerCLI, An_engine_answers_when_a_version_is_printed)
+{
+    const FakeTool docker(kHomebrew, "echo 28.4.0");
+    EXPECT_TRUE(QCoro::waitFor(DockerCLI::engine()).answers);
+    const QList<QStringList> calls = docker.calls();
+    ASSERT_EQ(calls.size(), 1);
+    EXPECT_EQ(calls.first().join(u' '), QStringLiteral("info --format {{.ServerVersion}}"));
+}
+
+TEST(DockerCLI, A_client_that_ends_well_without_a_version_has_no_engine)
+{
+    // So did the clients of 2023 and 2024 when no engine answered.
+    const FakeTool docker(kHomebrew, "echo; echo 'Cannot connect to the Docker daemon' >&2");
+    const EngineAnswer engine = QCoro::waitFor(DockerCLI::engine());
+    EXPECT_FALSE(engine.answers);
+    EXPECT_EQ(engine.problem, QString());
+}
+
+TEST(DockerCLI, A_client_of_another_age_than_the_engine_is_told)
+{
+    const FakeTool docker(kHomebrew, "echo; echo 'Error response from daemon: client version 1.43 is too old. Minimum "
+                                     "supported API version is 1.44' >&2");
+    const EngineAnswer engine = QCoro::waitFor(DockerCLI::engine());
+    EXPECT_FALSE(engine.answers);
+    EXPECT_EQ(engine.problem, QStringLiteral("Docker's client is too old for the engine in Colima. Run 'brew upgrade "
+                                             "docker' in Terminal, then try again."));
+    EXPECT_EQ(DockerCLI::friendlyError(QStringLiteral("client version 1.52 is too new. Maximum supported API version "
+                                                      "is 1.51")),
+              QStringLiteral("Docker's client is too new for the engine in Colima. Run 'brew upgrade colima' in "
+                             "Terminal, then restart Colima."));
+}
+
 TEST(DockerCLI, Is_stopped_at_the_time_limit)
 {
     const FakeTool docker(kHomebrew, "echo begun; exec sleep 30");
