@@ -39,6 +39,12 @@ QStringList parseAnswers(const QString &text)
 
 bool DigResult::answered() const { return ok && status == u"NOERROR" && !answers.isEmpty(); }
 
+bool DigResult::stale() const
+{
+    static const QRegularExpression extendedError(QStringLiteral("^; EDE: 3\\b"), QRegularExpression::MultilineOption);
+    return extendedError.match(output).hasMatch();
+}
+
 DigResult DigResult::parse(const CommandResult &result)
 {
     const QString status = parseStatus(result.standardOutput);

@@ -20,6 +20,9 @@ struct DigResult {
     /// A reply without error that carries an answer.
     [[nodiscard]] bool answered() const;
 
+    /// The answer comes from the server's memory although its time is over; a fresh one may be under way.
+    [[nodiscard]] bool stale() const;
+
     [[nodiscard]] static DigResult parse(const CommandResult &result);
 
     bool operator==(const DigResult &) const = default;

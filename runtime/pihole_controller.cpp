@@ -8,6 +8,8 @@ namespace corvane {
 
 namespace {
 
+constexpr int kDigSeconds = 3;
+
 QString imageOf(const QString &tag) { return QStringLiteral("pihole/pihole:") + tag; }
 
 QStringList composeArguments(const QStringList &command)
@@ -66,13 +68,13 @@ CommandStep createStep(const QString &docker, const QString &tag, int webPort, b
     };
 }
 
-QStringList digArguments(const QString &name, const QString &type, bool tcp, const QString &server)
+QStringList digArguments(const QString &name, const QString &type, bool tcp, const QString &server, int seconds)
 {
     QStringList args{
         u'@' + server,
         QStringLiteral("-p"),
         QStringLiteral("53"),
-        QStringLiteral("+time=3"),
+        QStringLiteral("+time=%1").arg(seconds),
         QStringLiteral("+tries=1"),
         QStringLiteral("+noall"),
         QStringLiteral("+comments"),
@@ -84,13 +86,20 @@ QStringList digArguments(const QString &name, const QString &type, bool tcp, con
     return args;
 }
 
+QCoro::Task<DigResult> runDig(QStringList args)
+{
+    const QString exe = QStringLiteral("/usr/bin/dig");
+    const Environment nothingExtra;
+    const CommandResult result = co_await CommandRunner::run(exe, args, PiholeController::kQuickTimeout, nothingExtra);
+    co_return DigResult::parse(result);
+}
+
 } // namespace
 
 QCoro::Task<ContainerState> PiholeController::containerState()
 {
-    const QStringList info{QStringLiteral("info"), QStringLiteral("--format"), QStringLiteral("{{.ServerVersion}}")};
-    const CommandResult engine = co_await DockerCLI::run(info, kQuickTimeout);
-    if (!engine.succeeded()) co_return ContainerState::dockerDown();
+    const EngineAnswer engine = co_await DockerCLI::engine();
+    if (!engine.answers) co_return ContainerState::dockerDown();
 
     const QString format =
         QStringLiteral("{{.State.Status}}|{{if .State.Health}}{{.State.Health.Status}}{{else}}none{{end}}");
@@ -102,11 +111,16 @@ QCoro::Task<ContainerState> PiholeController::containerState()
 
 QCoro::Task<DigResult> PiholeController::dig(QString name, QString type, bool tcp, QString server)
 {
-    const QString exe = QStringLiteral("/usr/bin/dig");
-    const QStringList args = digArguments(name, type, tcp, server);
-    const Environment nothingExtra;
-    const CommandResult result = co_await CommandRunner::run(exe, args, kQuickTimeout, nothingExtra);
-    co_return DigResult::parse(result);
+    const QStringList args = digArguments(name, type, tcp, server, kDigSeconds);
+    return runDig(args);
+}
+
+QCoro::Task<bool> PiholeController::knowsItsName()
+{
+    const QStringList args =
+        digArguments(QStringLiteral("pi.hole"), QStringLiteral("A"), false, QStringLiteral("127.0.0.1"), 1);
+    const DigResult reply = co_await runDig(args);
+    co_return reply.answered();
 }
 
 CommandSteps PiholeController::pullSteps(const QString &tag, bool compose)

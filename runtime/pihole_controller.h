@@ -22,6 +22,9 @@ public:
 
     /// Asks `server` on port 53 for `name`.
     [[nodiscard]] static QCoro::Task<DigResult> dig(QString name, QString type, bool tcp, QString server);
+    /// Whether Pi-hole's resolver on 127.0.0.1 knows its own name. It neither counts nor logs that question, and the
+    /// answer comes from nowhere else; given up after a second.
+    [[nodiscard]] static QCoro::Task<bool> knowsItsName();
 
     /// The Mac's time zone if every character of it may stand in YAML and on a command line, else "UTC".
     [[nodiscard]] static QString safeTimeZone();

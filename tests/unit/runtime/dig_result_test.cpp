@@ -78,6 +78,17 @@ TEST(DigResult, Lines_of_fewer_than_five_columns_and_comments_are_no_answers)
               QStringList(QStringLiteral("10.0.0.1")));
 }
 
+TEST(DigResult, An_answer_whose_time_is_over_is_told_by_its_extended_error)
+{
+    const QString answer =
+        QStringLiteral(";; ->>HEADER<<- opcode: QUERY, status: NOERROR, id: 1\n%1\nexample.com.\t0\tIN\t"
+                       "A\t93.184.215.14\n");
+    EXPECT_TRUE(parse(answer.arg(QStringLiteral("; EDE: 3 (Stale Answer)"))).stale());
+    EXPECT_FALSE(parse(answer.arg(QStringLiteral("; EDE: 30 (Other)"))).stale());
+    EXPECT_FALSE(parse(answer.arg(QStringLiteral("; EDE: 15 (Blocked): (gravity)"))).stale());
+    EXPECT_FALSE(parse(answer.arg(QString())).stale());
+}
+
 TEST(DigResult, The_output_keeps_both_streams)
 {
     CommandResult result;
