@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/settings_store.h"
+
+#include <chrono>
+#include <optional>
+
+namespace corvane {
+
+/// The pause of blocking that Corvane asked for last: when it is over is kept in the settings, because Pi-hole forgets
+/// its own timer whenever it restarts, and stays off.
+class Pause {
+public:
+    explicit Pause(SettingsStore &settings)
+        : m_settings(settings)
+    {}
+
+    void begin(std::chrono::seconds length);
+    void end();
+    /// What is left of it, 0 when it is over, absent when there is none. Never more than its whole length, wherever the
+    /// wall clock was set meanwhile.
+    [[nodiscard]] std::optional<std::chrono::seconds> rest() const;
+
+private:
+    SettingsStore &m_settings;
+};
+
+} // namespace corvane
