@@ -12,14 +12,7 @@ namespace {
 constexpr std::chrono::seconds kHealthLimit{90};
 constexpr std::chrono::seconds kBetweenAttempts{2};
 constexpr int kAttempts = 3;
-
-/// Advertising and tracking names that the image's default list blocks, in the order they are tried.
-const QStringList &trackerNames()
-{
-    static const QStringList names{QStringLiteral("doubleclick.net"), QStringLiteral("googleadservices.com"),
-                                   QStringLiteral("ssl.google-analytics.com")};
-    return names;
-}
+const QString kPihole = QStringLiteral("pihole");
 
 QCoro::Task<DigResult> askPihole(QString name, bool tcp = false)
 {
@@ -68,19 +61,6 @@ Finding containerFinding(const ContainerState &container)
         break;
     }
     return {false, QStringLiteral("Docker is not running.")};
-}
-
-std::optional<QString> blockedKind(const DigResult &reply)
-{
-    if (reply.status == QLatin1String("NXDOMAIN")) return QStringLiteral("NXDOMAIN (the name does not exist)");
-    if (reply.answers.contains(QStringLiteral("0.0.0.0"))) return QStringLiteral("answered 0.0.0.0 (nowhere)");
-    return std::nullopt;
-}
-
-QString allowedAnswer(const DigResult &reply)
-{
-    if (reply.answered()) return reply.answers.join(QStringLiteral(", "));
-    return QStringLiteral("no answer (%1)").arg(reply.status.isEmpty() ? QStringLiteral("timeout") : reply.status);
 }
 
 } // namespace
@@ -155,6 +135,8 @@ QCoro::Task<bool> AppModel::testDns(int run, int attempts, bool containerPassed)
     const QPointer<AppModel> alive(this);
     setUdpProblem(false);
     setTcpWorks(false);
+    setUdpReplied(false);
+    setNote(kPihole, {});
     const QString name = QStringLiteral("example.com");
     DigResult reply = co_await askPihole(name);
     for (int attempt = 1; alive && !reply.answered() && attempt < attempts; ++attempt) {
@@ -163,15 +145,24 @@ QCoro::Task<bool> AppModel::testDns(int run, int attempts, bool containerPassed)
         reply = co_await askPihole(name);
     }
     if (!alive) co_return false;
-    if (reply.answered()) {
+    if (reply.answered())
         showPiholeCheck(run, 2, true, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
-        co_return true;
-    }
-    if (containerPassed)
-        co_await explainSilentDns(run);
-    else
+    else if (!containerPassed)
         showPiholeCheck(run, 2, false, QStringLiteral("No answer on 127.0.0.1 port 53."));
-    co_return false;
+    co_await explainReply(run, reply);
+    if (!alive) co_return false;
+    if (containerPassed && !reply.answered()) co_await explainSilentDns(run);
+    co_return reply.answered();
+}
+
+/// Says beside the row what a reply, or none, says about Pi-hole.
+QCoro::Task<> AppModel::explainReply(int run, DigResult reply)
+{
+    const QPointer<AppModel> alive(this);
+    const DnsTrouble trouble = co_await dnsTroubleProven(reply);
+    if (!alive || run != m_newestTestRun) co_return;
+    setUdpReplied(!reply.status.isEmpty() || trouble == DnsTrouble::NothingBehind);
+    setNote(kPihole, trouble == DnsTrouble::Silent ? QString() : sentence(trouble));
 }
 
 /// A healthy container gave no answer over UDP: finds out whether TCP works, and whether Colima can forward UDP too.
@@ -218,46 +209,6 @@ QCoro::Task<> AppModel::finishUDPFix(bool succeeded)
     const QPointer<AppModel> alive(this);
     co_await refreshTools();
     if (alive && succeeded) co_await runPiholeTests(true);
-}
-
-QCoro::Task<> AppModel::runBlockingTest()
-{
-    const QString key = QStringLiteral("blocking");
-    if (busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
-    configureAPI();
-
-    BlockingTestResult result;
-    for (const QString &name : trackerNames()) {
-        const DigResult reply = co_await askPihole(name);
-        result.blockedKind = blockedKind(reply);
-        if (!result.blockedKind) continue;
-        result.blockedDomain = name;
-        break;
-    }
-    const DigResult allowed = co_await askPihole(QStringLiteral("example.com"));
-    if (!alive) co_return;
-    result.allowedAnswer = allowedAnswer(allowed);
-
-    const auto counters = co_await m_api.summary();
-    if (!alive) co_return;
-    if (counters) {
-        result.queries = counters->total;
-        result.blockedToday = counters->blocked;
-    } else {
-        result.note = QStringLiteral("Could not read the statistics: ") + counters.error().description();
-    }
-    if (!result.blockedDomain) {
-        result.note =
-            QStringLiteral("None of the test domains was blocked. The block lists are downloaded on the first "
-                           "start, which takes about a minute. Press Test again soon.");
-    }
-    setBlockingTest(result);
-    const bool bothHold = result.blockedDomain && allowed.answered();
-    recordOutcome(key, bothHold,
-                  bothHold ? QStringLiteral("A tracker domain was blocked and a normal one allowed")
-                           : QStringLiteral("Blocking test did not pass"));
 }
 
 QCoro::Task<> AppModel::runAllTests()

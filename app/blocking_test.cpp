@@ -1,0 +1,163 @@
+#include "app/app_model.h"
+#include "app/busy_key.h"
+#include "app/status_note.h"
+#include "runtime/pihole_controller.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+/// What is asked for enters Pi-hole's log after at most a second.
+constexpr std::chrono::milliseconds kBeforeLogRead{1200};
+constexpr int kLogLength = 300;
+
+/// Advertising and tracking names that the image's default list blocks, in the order they are tried.
+const QStringList &trackerNames()
+{
+    static const QStringList names{QStringLiteral("doubleclick.net"), QStringLiteral("googleadservices.com"),
+                                   QStringLiteral("ssl.google-analytics.com")};
+    return names;
+}
+
+QCoro::Task<DigResult> askPihole(QString name)
+{
+    return PiholeController::dig(std::move(name), QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
+}
+
+std::optional<QString> blockedKind(const DigResult &reply)
+{
+    if (reply.status == QLatin1String("NXDOMAIN")) return QStringLiteral("NXDOMAIN (the name does not exist)");
+    if (reply.answers.contains(QStringLiteral("0.0.0.0"))) return QStringLiteral("answered 0.0.0.0 (nowhere)");
+    return std::nullopt;
+}
+
+QString allowedAnswer(const DigResult &reply)
+{
+    if (reply.answered()) return reply.answers.join(QStringLiteral(", "));
+    return QStringLiteral("no answer (%1)").arg(reply.status.isEmpty() ? QStringLiteral("timeout") : reply.status);
+}
+
+/// Pi-hole's status words for what it did not let through.
+bool saysBlocked(const QString &status)
+{
+    static const QStringList words{QStringLiteral("GRAVITY"), QStringLiteral("REGEX"), QStringLiteral("DENYLIST")};
+    return std::ranges::any_of(words, [&status](const QString &word) { return status.startsWith(word); });
+}
+
+QString noteOnState(const PiholeBlocking &state)
+{
+    if (state.enabled) return {};
+    return state.timerSeconds
+               ? QStringLiteral("Blocking is paused, so nothing is blocked now. Press Test again after the pause.")
+               : QStringLiteral("Blocking is switched off in Pi-hole, so nothing is blocked now. Press 'Resume "
+                                "blocking' on the dashboard.");
+}
+
+} // namespace
+
+QCoro::Task<> AppModel::runBlockingTest()
+{
+    const QString key = QStringLiteral("blocking");
+    if (busy().contains(key)) co_return;
+    const BusyKey mark(this, key);
+    const QPointer<AppModel> alive(this);
+    configureAPI();
+
+    BlockingTestResult result;
+    for (const QString &name : trackerNames()) {
+        const DigResult reply = co_await askPihole(name);
+        result.blockedKind = blockedKind(reply);
+        if (!result.blockedKind) continue;
+        result.blockedDomain = name;
+        break;
+    }
+    const DigResult allowed = co_await askPihole(QStringLiteral("example.com"));
+    if (!alive) co_return;
+    result.allowedAnswer = allowedAnswer(allowed);
+
+    const auto counters = co_await m_api.summary();
+    if (!alive) co_return;
+    if (counters) {
+        result.queries = counters->total;
+        result.blockedToday = counters->blocked;
+    } else {
+        result.note = QStringLiteral("Could not read the statistics: ") + counters.error().description();
+    }
+    if (!result.blockedDomain) {
+        result.note =
+            QStringLiteral("None of the test domains was blocked. The block lists are downloaded on the first "
+                           "start, which takes about a minute. Press Test again soon.");
+    }
+    const bool bothHold = result.blockedDomain && allowed.answered();
+    const std::optional<PiholeSummary> known = counters ? std::optional(*counters) : std::nullopt;
+    if (known) setSummary(known);
+    QString beside;
+    if (!bothHold) beside = co_await whyBlockingFailed(result, allowed, known);
+    if (!alive) co_return;
+    setBlockingTest(result);
+    setNote(key, beside);
+    recordOutcome(key, bothHold,
+                  bothHold ? QStringLiteral("A tracker domain was blocked and a normal one allowed")
+                           : QStringLiteral("Blocking test did not pass"));
+}
+
+/// What a blocking test that did not pass really says about Pi-hole; empty when it is not known better.
+QCoro::Task<QString> AppModel::whyBlockingFailed(BlockingTestResult result, DigResult allowed,
+                                                 std::optional<PiholeSummary> counters)
+{
+    const QPointer<AppModel> alive(this);
+    const DnsTrouble trouble = co_await dnsTroubleProven(allowed);
+    if (!alive) co_return {};
+    if (trouble != DnsTrouble::None && trouble != DnsTrouble::Silent) co_return sentence(trouble);
+    if (result.blockedDomain || !counters) co_return {};
+    if (hasNoLists(counters)) co_return QStringLiteral("Pi-hole has no block lists, so it blocks nothing.");
+    const auto state = co_await m_api.blocking();
+    if (!alive || !state) co_return {};
+    if (!state->enabled) co_return noteOnState(*state);
+    const QString inAnotherWay = co_await blockedInAnotherWay();
+    co_return inAnotherWay;
+}
+
+/// Whether Pi-hole's own log says that it blocked one of the names, whatever it answered.
+QCoro::Task<QString> AppModel::blockedInAnotherWay()
+{
+    const QPointer<AppModel> alive(this);
+    co_await m_clock.pause(kBeforeLogRead);
+    if (!alive) co_return {};
+    const auto queries = co_await m_api.recentQueries(kLogLength);
+    if (!alive || !queries) co_return {};
+    const auto blocked = std::ranges::find_if(*queries, [](const PiholeQuery &query) {
+        return trackerNames().contains(query.domain) && saysBlocked(query.status);
+    });
+    if (blocked == queries->end()) co_return {};
+    co_return QStringLiteral("Pi-hole did block %1. It answers blocked names in another way than usual (its blocking "
+                             "mode), which this test does not count.")
+        .arg(blocked->domain);
+}
+
+/// Says beside a test that looked for names in Pi-hole's log when Pi-hole shows no names at all.
+QCoro::Task<> AppModel::explainMissingNames(QString key, bool missing)
+{
+    const QPointer<AppModel> alive(this);
+    setNote(key, {});
+    if (!missing) co_return;
+    const auto queries = co_await m_api.recentQueries(kLogLength);
+    if (!alive || !queries) co_return;
+    bool hidden = std::ranges::count(*queries, QStringLiteral("hidden"), &PiholeQuery::domain) > 0;
+    if (queries->isEmpty()) {
+        // Pi-hole counts what it does not log.
+        const auto counters = co_await m_api.summary();
+        if (!alive) co_return;
+        hidden = counters && counters->total > 0;
+    }
+    if (hidden) {
+        setNote(key, QStringLiteral("Pi-hole hides the names in its log (its privacy level), so this test cannot see "
+                                    "them, whoever asked."));
+    }
+}
+
+} // namespace corvane
