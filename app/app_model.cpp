@@ -36,7 +36,7 @@ const QStringList &AppModel::stepTitles()
 }
 
 AppModel::AppModel(const Surroundings &surroundings)
-    : m_settings(surroundings.settings)
+    : AppState(surroundings.settings, surroundings.loginItem)
     , m_dialogs(surroundings.dialogs)
     , m_workspace(surroundings.workspace)
     , m_loginItem(surroundings.loginItem)
@@ -47,36 +47,14 @@ AppModel::AppModel(const Surroundings &surroundings)
     , m_maintOp(DockerCLI::friendlyError, ToolFailures::read)
     , m_followOp(DockerCLI::friendlyError)
 {
-    const PersistedSettings stored = PersistedSettings::load(m_settings);
-    m_webPort = stored.webPort;
-    m_pinnedTag = stored.pinnedTag;
-    m_autostartColima = stored.autostartColima;
-    m_wizardFinished = stored.wizardFinished;
-    m_browserReadAllowed = stored.browserReadAllowed;
-    m_showWizard = !stored.wizardFinished;
     // From the event loop: by then the dot stands, whatever the keychain asks.
     QTimer::singleShot(0, this, [this] { launch(readPassword(this)); });
-    m_launchAtLogin = m_loginItem.status() == LoginItem::Status::Enabled;
-    bindDerivedFields();
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
         if (m_showsFollowedLog) Q_EMIT logTextChanged();
     });
 }
 
 AppModel::~AppModel() = default;
-
-void AppModel::bindDerivedFields()
-{
-    m_icon.setBinding([this] { return menuIcon(m_statusChecked, m_answering, m_usedByMac); });
-    m_statusLine.setBinding([this] { return corvane::statusLine(m_icon, m_containerState); });
-    m_showDeadDNSBanner.setBinding(
-        [this] { return m_statusChecked && m_usedByMac && !m_answering && !m_bannerDismissed; });
-    m_setupSucceeded.setBinding([this] {
-        return passed(m_outcomes, QStringLiteral("pihole")) && passed(m_outcomes, QStringLiteral("system"));
-    });
-    m_dashboardURL.setBinding(
-        [this] { return QUrl(QStringLiteral("http://127.0.0.1:%1/admin").arg(m_webPort.value())); });
-}
 
 QCoro::Task<> AppModel::bootstrap()
 {
@@ -91,7 +69,12 @@ QCoro::Task<> AppModel::poll()
 {
     const QPointer<AppModel> alive(this);
     for (bool includeStats = true; alive; includeStats = !includeStats) {
-        co_await refreshStatus(includeStats);
+        const bool answered = answering() || !statusChecked();
+        // Whoever looks already will tell.
+        if (!m_refreshing && !starting()) co_await refreshStatus(includeStats);
+        if (!alive) co_return;
+        // Counters that went with the answers come back with them.
+        if (!answered && answering() && !includeStats && mayCount()) co_await refreshStats();
         if (!alive) co_return;
         co_await m_clock.pause(kPollInterval);
     }
@@ -104,22 +87,20 @@ QCoro::Task<> AppModel::refreshTools()
     setHasDocker(DockerCLI::find().has_value());
     setHasColima(Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()).has_value());
 
-    bool engineAnswers = false;
+    const int search = ++m_toolSearches;
+    const EngineAnswer engine = co_await DockerCLI::engine();
+    // Of two searches at once, the later one knows better.
+    if (!alive || search < m_newestToolsFound) co_return;
+    m_newestToolsFound = search;
+    setDockerWorks(engine.answers);
+    setEngineProblem(engine.problem);
     bool composeAnswers = false;
-    if (hasDocker()) {
-        const QStringList info{QStringLiteral("info"), QStringLiteral("--format"),
-                               QStringLiteral("{{.ServerVersion}}")};
-        const CommandResult result = co_await DockerCLI::run(info, kQuickTool);
-        engineAnswers = result.succeeded();
-    }
-    if (engineAnswers) {
+    if (engine.answers) {
         const QStringList version{QStringLiteral("compose"), QStringLiteral("version")};
         const CommandResult result = co_await DockerCLI::run(version, kQuickTool);
         composeAnswers = result.succeeded();
     }
-    if (!alive) co_return;
-    setDockerWorks(engineAnswers);
-    setComposeAvailable(composeAnswers);
+    if (alive && search == m_newestToolsFound) setComposeAvailable(composeAnswers);
 }
 
 void AppModel::configureAPI()
@@ -171,6 +152,16 @@ void AppModel::clearBusy(const QString &key)
 {
     if (--m_busyCounts[key] <= 0) m_busyCounts.remove(key);
     setBusy(QSet<QString>(m_busyCounts.keyBegin(), m_busyCounts.keyEnd()));
+}
+
+void AppModel::setNote(const QString &key, const QString &text)
+{
+    QVariantMap all = notes();
+    if (text.isEmpty())
+        all.remove(key);
+    else
+        all.insert(key, text);
+    setNotes(all);
 }
 
 void AppModel::recordOutcome(const QString &test, bool passed, const QString &summary)

@@ -1,27 +1,17 @@
 #pragma once
 
 #include "api/pihole_api.h"
-#include "app/check_row.h"
+#include "app/app_state.h"
 #include "app/clock.h"
 #include "app/dialogs.h"
 #include "app/launch.h"
-#include "app/menu_icon.h"
+#include "app/pause.h"
 #include "app/place.h"
-#include "app/published.h"
-#include "app/settings_store.h"
-#include "app/test_outcome.h"
-#include "checks/browser_info.h"
-#include "checks/port_report.h"
-#include "dns/network_service.h"
-#include "dns/resolver_report.h"
 #include "exec/operation_runner.h"
 #include "platform/login_item.h"
 #include "platform/workspace.h"
-#include "runtime/container_state.h"
 
 #include <QCoro/QCoroTask>
-#include <QObject>
-#include <QSet>
 #include <QUrl>
 
 namespace corvane {
@@ -37,88 +27,12 @@ struct Surroundings {
     QUrl releaseFeed;
 };
 
-/// The one observable state behind every screen: every view reads it, every flow writes it.
+/// The one observable state behind every screen, with the flows that change it.
 ///
-/// Lives on the main thread. A flow is a coroutine; it ends quietly when the model goes away while it waits. The flows
+/// A flow is a coroutine; it ends quietly when the model goes away while it waits. The flows
 /// stand in files of their own, by subject.
-class AppModel : public QObject {
+class AppModel : public AppState {
     Q_OBJECT
-
-    // Settings that outlive the program.
-    CORVANE_PERSISTED(AppModel, int, webPort, setWebPort)
-    CORVANE_PERSISTED(AppModel, QString, pinnedTag, setPinnedTag)
-    CORVANE_PERSISTED(AppModel, bool, autostartColima, setAutostartColima)
-    CORVANE_PERSISTED(AppModel, bool, wizardFinished, setWizardFinished)
-    CORVANE_PERSISTED(AppModel, bool, browserReadAllowed, setBrowserReadAllowed)
-
-    // Where the user is, and what has been found out since launch.
-    CORVANE_PUBLISHED(AppModel, bool, showWizard, setShowWizard, true)
-    CORVANE_PUBLISHED(AppModel, int, step, setStep, 0)
-    CORVANE_PUBLISHED(AppModel, QSet<int>, visited, setVisited, QSet<int>{0})
-    CORVANE_PUBLISHED(AppModel, Outcomes, outcomes, setOutcomes, Outcomes())
-    CORVANE_PUBLISHED(AppModel, QSet<QString>, busy, setBusy, QSet<QString>())
-    CORVANE_PUBLISHED(AppModel, QString, notice, setNotice, QString())
-
-    // Tools.
-    CORVANE_PUBLISHED(AppModel, bool, hasBrew, setHasBrew, false)
-    CORVANE_PUBLISHED(AppModel, bool, hasDocker, setHasDocker, false)
-    CORVANE_PUBLISHED(AppModel, bool, hasColima, setHasColima, false)
-    CORVANE_PUBLISHED(AppModel, bool, dockerWorks, setDockerWorks, false)
-    CORVANE_PUBLISHED(AppModel, bool, composeAvailable, setComposeAvailable, false)
-
-    // Checks of this Mac.
-    CORVANE_PUBLISHED(AppModel, CheckRows, systemChecks, setSystemChecks, CheckRows())
-    CORVANE_PUBLISHED(AppModel, QList<PortReport>, portReports, setPortReports, QList<PortReport>())
-
-    // Starting and testing Pi-hole.
-    CORVANE_PUBLISHED(AppModel, QString, passwordInput, setPasswordInput, QString())
-    CORVANE_PUBLISHED(AppModel, QString, adminPassword, setAdminPassword, QString())
-    CORVANE_PUBLISHED(AppModel, bool, passwordKnown, publishPasswordKnown, false)
-    CORVANE_PUBLISHED(AppModel, QString, startMessage, setStartMessage, QString())
-    /// Where Pi-hole was last started, stopped or restarted from.
-    CORVANE_PUBLISHED(AppModel, corvane::Place::Name, startPlace, setStartPlace, Place::SetUp)
-    CORVANE_PUBLISHED(AppModel, CheckRows, piholeChecks, setPiholeChecks, CheckRows())
-    CORVANE_PUBLISHED(AppModel, bool, udpProblem, setUdpProblem, false)
-    CORVANE_PUBLISHED(AppModel, bool, tcpWorks, setTcpWorks, false)
-    CORVANE_PUBLISHED(AppModel, bool, grpcFlagSupported, setGrpcFlagSupported, false)
-    CORVANE_PUBLISHED(AppModel, std::optional<BlockingTestResult>, blockingTest, setBlockingTest, std::nullopt)
-
-    // This Mac's DNS.
-    CORVANE_PUBLISHED(AppModel, QList<NetworkService>, services, setServices, QList<NetworkService>())
-    CORVANE_PUBLISHED(AppModel, QSet<QString>, selectedServices, setSelectedServices, QSet<QString>())
-    CORVANE_PUBLISHED(AppModel, bool, piholeOnly, setPiholeOnly, false)
-    CORVANE_PUBLISHED(AppModel, QString, dnsMessage, setDnsMessage, QString())
-    /// Where the DNS servers were last changed or restored from.
-    CORVANE_PUBLISHED(AppModel, corvane::Place::Name, dnsPlace, setDnsPlace, Place::SetUp)
-    CORVANE_PUBLISHED(AppModel, std::optional<ResolverReport>, resolverReport, setResolverReport, std::nullopt)
-    CORVANE_PUBLISHED(AppModel, QString, systemTestDetail, setSystemTestDetail, QString())
-
-    // Browsers.
-    CORVANE_PUBLISHED(AppModel, QList<BrowserInfo>, browsers, setBrowsers, QList<BrowserInfo>())
-    CORVANE_PUBLISHED(AppModel, QString, browserTestDetail, setBrowserTestDetail, QString())
-
-    // The live status.
-    CORVANE_PUBLISHED(AppModel, ContainerState, containerState, setContainerState, ContainerState::dockerDown())
-    CORVANE_PUBLISHED(AppModel, bool, answering, setAnswering, false)
-    CORVANE_PUBLISHED(AppModel, bool, usedByMac, setUsedByMac, false)
-    CORVANE_PUBLISHED(AppModel, bool, statusChecked, setStatusChecked, false)
-    CORVANE_PUBLISHED(AppModel, std::optional<PiholeSummary>, summary, setSummary, std::nullopt)
-    CORVANE_PUBLISHED(AppModel, std::optional<PiholeBlocking>, blocking, setBlocking, std::nullopt)
-    CORVANE_PUBLISHED(AppModel, QString, apiMessage, setApiMessage, QString())
-    CORVANE_PUBLISHED(AppModel, bool, bannerDismissed, setBannerDismissed, false)
-    CORVANE_PUBLISHED(AppModel, bool, following, publishFollowing, false)
-
-    // Maintenance.
-    CORVANE_PUBLISHED(AppModel, std::optional<QString>, latestTag, setLatestTag, std::nullopt)
-    CORVANE_PUBLISHED(AppModel, QString, updateMessage, setUpdateMessage, QString())
-    CORVANE_PUBLISHED(AppModel, bool, launchAtLogin, publishLaunchAtLogin, false)
-
-    // What follows from the fields above.
-    CORVANE_DERIVED(AppModel, MenuIcon, icon)
-    CORVANE_DERIVED(AppModel, QString, statusLine)
-    CORVANE_DERIVED(AppModel, bool, showDeadDNSBanner)
-    CORVANE_DERIVED(AppModel, bool, setupSucceeded)
-    CORVANE_DERIVED(AppModel, QUrl, dashboardURL)
 
     Q_PROPERTY(QString logText READ logText NOTIFY logTextChanged)
     Q_PROPERTY(corvane::OperationRunner *installOp READ installOp CONSTANT)
@@ -151,15 +65,16 @@ public:
 
     // The live status: status.cpp
 
+    /// Asked for while a refresh is under way, it is done right after that one.
     [[nodiscard]] QCoro::Task<> refreshStatus(bool includeStats);
     [[nodiscard]] QCoro::Task<> refreshStats();
+    /// What follows whatever has just started Pi-hole anew: looks every second until it answers or 10 seconds are over,
+    /// says meanwhile that it is starting, and ends in a refresh with counters.
+    [[nodiscard]] QCoro::Task<> refreshAfterStart();
 
     // Everyday actions: actions.cpp
 
     void openDashboard();
-    [[nodiscard]] QCoro::Task<> pauseBlocking();
-    [[nodiscard]] QCoro::Task<> resumeBlocking();
-    [[nodiscard]] QCoro::Task<> togglePause();
     /// The title of the operation that brings Colima up.
     static constexpr QLatin1StringView kStartingColima{"Starting Colima"};
     [[nodiscard]] QCoro::Task<> startPiholeNow(Place::Name from = Place::Dashboard);
@@ -169,6 +84,15 @@ public:
     [[nodiscard]] QCoro::Task<> restartPihole();
     /// What the menu offers.
     [[nodiscard]] QCoro::Task<> toggleStartStop();
+
+    // Blocking and its pauses: blocking.cpp
+
+    static constexpr QLatin1StringView kPaused{"Blocking is paused for 5 minutes."};
+    [[nodiscard]] QCoro::Task<> pauseBlocking();
+    [[nodiscard]] QCoro::Task<> resumeBlocking();
+    [[nodiscard]] QCoro::Task<> togglePause();
+    /// Loads Pi-hole's block lists anew.
+    [[nodiscard]] QCoro::Task<> loadBlockLists();
 
     // The container's log: logs.cpp
 
@@ -199,9 +123,12 @@ public:
     /// `wait`: give a container that is still starting 90 seconds.
     [[nodiscard]] QCoro::Task<> runPiholeTests(bool wait);
     [[nodiscard]] QCoro::Task<> fixUDPForwarding();
-    [[nodiscard]] QCoro::Task<> runBlockingTest();
     /// The Pi-hole tests, the blocking test and the system DNS test, one after another.
     [[nodiscard]] QCoro::Task<> runAllTests();
+
+    // Proving that Pi-hole blocks: blocking_test.cpp
+
+    [[nodiscard]] QCoro::Task<> runBlockingTest();
 
     // This Mac's DNS: dns_flows.cpp
 
@@ -244,10 +171,22 @@ Q_SIGNALS:
     void logTextChanged();
 
 private:
-    void bindDerivedFields();
     void recordOutcome(const QString &test, bool passed, const QString &summary);
+    /// Puts a line beside what the key stands for, or takes it away.
+    void setNote(const QString &key, const QString &text);
     [[nodiscard]] QCoro::Task<> poll();
-    [[nodiscard]] QCoro::Task<> control(QString verb, Place::Name from);
+    [[nodiscard]] QCoro::Task<> look(bool includeStats);
+    void tellApi(const QString &about, const std::optional<PiholeAPIError> &error);
+    void tellStart(const QString &message, const QString &note);
+    [[nodiscard]] bool mayCount() const;
+    void publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report);
+    [[nodiscard]] QCoro::Task<> control(QString verb, bool starts, Place::Name from);
+    [[nodiscard]] QCoro::Task<> afterControl(CommandResult result, bool starts);
+    [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;
+    [[nodiscard]] QCoro::Task<> keepPauseShort();
+    /// Pi-hole's settings as an archive. A pause is lifted for it: whoever restored it would have blocking off for
+    /// good.
+    [[nodiscard]] PiholeAPI::Answer<PiholeArchive> downloadSettings();
     void follow();
     void onFollowerEnded();
 
@@ -261,7 +200,12 @@ private:
     [[nodiscard]] QCoro::Task<bool> testContainer(int run, Clock::Duration limit);
     [[nodiscard]] QCoro::Task<bool> testAdminPage(int run, int attempts);
     [[nodiscard]] QCoro::Task<bool> testDns(int run, int attempts, bool containerPassed);
+    [[nodiscard]] QCoro::Task<> explainReply(int run, DigResult reply);
     [[nodiscard]] QCoro::Task<> explainSilentDns(int run);
+    [[nodiscard]] QCoro::Task<QString> whyBlockingFailed(BlockingTestResult result, DigResult allowed,
+                                                         std::optional<PiholeSummary> counters);
+    [[nodiscard]] QCoro::Task<QString> blockedInAnotherWay();
+    [[nodiscard]] QCoro::Task<> explainMissingNames(QString key, bool missing);
     [[nodiscard]] QCoro::Task<> finishUDPFix(bool succeeded);
 
     [[nodiscard]] bool changesDns() const;
@@ -275,7 +219,6 @@ private:
     [[nodiscard]] QCoro::Task<> removeContainer();
     void forgetPihole();
 
-    SettingsStore &m_settings;
     Dialogs &m_dialogs;
     Workspace &m_workspace;
     LoginItem &m_loginItem;
@@ -288,7 +231,15 @@ private:
     OperationRunner m_maintOp;
     OperationRunner m_followOp;
     QHash<QString, int> m_busyCounts;
+    Pause m_pause{m_settings};
     bool m_refreshing = false;
+    bool m_refreshAgain = false;
+    bool m_refreshAgainWithStats = false;
+    int m_newestWatch = 0;
+    int m_oldAnswers = 0;
+    int m_newestScan = 0;
+    int m_toolSearches = 0;
+    int m_newestToolsFound = 0;
     bool m_preparingStart = false;
     bool m_updating = false;
     bool m_removing = false;
