@@ -12,60 +12,21 @@ namespace corvane {
 namespace {
 
 const QString kContainerKey = QStringLiteral("container");
-constexpr int kPauseSeconds = 300;
 constexpr double kStartTimeout = 30; // seconds
 constexpr double kStopTimeout = 60;  // seconds
+
+/// What docker said about its failure, or how it failed without a word.
+QString ownWords(const CommandResult &result)
+{
+    if (result.launchError) return QStringLiteral("docker was not found.");
+    if (result.timedOut) return QStringLiteral("docker did not end in time.");
+    const QString last = result.combined().section(u'\n', -1).trimmed();
+    return last.isEmpty() ? QString() : QStringLiteral("docker says: ") + last;
+}
 
 } // namespace
 
 void AppModel::openDashboard() { m_workspace.open(dashboardURL()); }
-
-QCoro::Task<> AppModel::pauseBlocking()
-{
-    const QPointer<AppModel> alive(this);
-    configureAPI();
-    const auto changed = co_await m_api.setBlocking(false, kPauseSeconds);
-    if (!alive) co_return;
-    const auto state = changed ? co_await m_api.blocking() : changed;
-    if (!alive) co_return;
-    if (!state) {
-        setApiMessage(QStringLiteral("Could not pause blocking: ") + state.error().description());
-        co_return;
-    }
-    setBlocking(*state);
-    setApiMessage(QStringLiteral("Blocking is paused for 5 minutes."));
-}
-
-QCoro::Task<> AppModel::resumeBlocking()
-{
-    const QPointer<AppModel> alive(this);
-    configureAPI();
-    const auto changed = co_await m_api.setBlocking(true, std::nullopt);
-    if (!alive) co_return;
-    const auto state = changed ? co_await m_api.blocking() : changed;
-    if (!alive) co_return;
-    if (!state) {
-        setApiMessage(QStringLiteral("Could not resume blocking: ") + state.error().description());
-        co_return;
-    }
-    setBlocking(*state);
-    setApiMessage(QStringLiteral("Blocking is back on."));
-}
-
-QCoro::Task<> AppModel::togglePause()
-{
-    const QPointer<AppModel> alive(this);
-    // The button's label takes blocking for on while it is not known; what it does must follow what is so.
-    if (!blocking()) {
-        co_await refreshStats();
-        if (!alive || !blocking()) co_return;
-    }
-    const bool blocks = blocking() && blocking()->enabled;
-    if (blocks)
-        co_await pauseBlocking();
-    else
-        co_await resumeBlocking();
-}
 
 QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
 {
@@ -73,7 +34,7 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
     setStartPlace(from);
     const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
-    setStartMessage({});
+    tellStart({}, {});
     co_await refreshTools();
     if (!alive) co_return;
     if (dockerWorks()) {
@@ -113,14 +74,15 @@ QCoro::Task<> AppModel::finishStart()
     }
     const QString problem = co_await makeRoom();
     if (!alive) co_return;
-    setStartMessage(problem);
-    if (problem.isEmpty()) {
-        const QStringList start{QStringLiteral("start"), QStringLiteral("pihole")};
-        const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
-        if (!alive) co_return;
-        if (!result.succeeded()) setStartMessage(DockerCLI::friendlyError(result.combined()));
+    tellStart(problem, {});
+    if (!problem.isEmpty()) {
+        co_await refreshStatus(true);
+        co_return;
     }
-    co_await refreshStatus(true);
+    const QStringList start{QStringLiteral("start"), QStringLiteral("pihole")};
+    const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
+    if (!alive) co_return;
+    co_await afterControl(result, true);
 }
 
 /// Lets Colima's own name service give way to the container; who else is in its way, as a sentence.
@@ -134,22 +96,38 @@ QCoro::Task<QString> AppModel::makeRoom()
     co_return {};
 }
 
-QCoro::Task<> AppModel::stopPihole(Place::Name from) { return control(QStringLiteral("stop"), from); }
+QCoro::Task<> AppModel::stopPihole(Place::Name from) { return control(QStringLiteral("stop"), false, from); }
 
-QCoro::Task<> AppModel::restartPihole() { return control(QStringLiteral("restart"), Place::Dashboard); }
+QCoro::Task<> AppModel::restartPihole() { return control(QStringLiteral("restart"), true, Place::Dashboard); }
 
-QCoro::Task<> AppModel::control(QString verb, Place::Name from)
+QCoro::Task<> AppModel::control(QString verb, bool starts, Place::Name from)
 {
     if (busy().contains(kContainerKey)) co_return;
     setStartPlace(from);
     const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
-    setStartMessage({});
+    tellStart({}, {});
     const QStringList command{verb, QStringLiteral("pihole")};
     const CommandResult result = co_await DockerCLI::run(command, kStopTimeout);
     if (!alive) co_return;
-    if (!result.succeeded()) setStartMessage(DockerCLI::friendlyError(result.combined()));
-    co_await refreshStatus(true);
+    co_await afterControl(result, starts);
+}
+
+/// Why the container was not started or stopped, and beside it what docker itself said.
+void AppModel::tellStart(const QString &message, const QString &note)
+{
+    setStartMessage(message);
+    setNote(QStringLiteral("start"), note);
+}
+
+/// Says how docker's command ended, and looks what came of it.
+QCoro::Task<> AppModel::afterControl(CommandResult result, bool starts)
+{
+    if (!result.succeeded()) tellStart(DockerCLI::friendlyError(result.combined()), ownWords(result));
+    if (starts && result.succeeded())
+        co_await refreshAfterStart();
+    else
+        co_await refreshStatus(true);
 }
 
 QCoro::Task<> AppModel::toggleStartStop()

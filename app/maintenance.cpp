@@ -108,8 +108,7 @@ QCoro::Task<> AppModel::performUpdate()
 QCoro::Task<QString> AppModel::saveBackupBefore(QString newTag)
 {
     const QPointer<AppModel> alive(this);
-    configureAPI();
-    const auto archive = co_await m_api.teleporterDownload();
+    const auto archive = co_await downloadSettings();
     if (!archive) co_return archive.error().description();
     if (!alive) co_return {};
     const auto written = co_await writeFile(updateBackupPath(newTag), archive->bytes);
@@ -216,7 +215,7 @@ void AppModel::finishPortChange(bool succeeded)
         setNotice(
             QStringLiteral("Pi-hole was not recreated on port %1: %2").arg(webPort()).arg(m_maintOp.failureText()));
     }
-    launch(refreshStatus(true));
+    launch(refreshAfterStart());
 }
 
 } // namespace corvane

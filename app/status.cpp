@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QScopeGuard>
 
+#include <utility>
+
 namespace corvane {
 
 namespace {
@@ -20,38 +22,105 @@ QCoro::Task<bool> mayAnswer(ContainerState container)
     const MachinePort port = co_await MachinePort::ask();
     co_return port.holder() != MachinePort::Holder::NameService;
 }
+constexpr std::chrono::seconds kStartPatience{10};
+constexpr std::chrono::seconds kBetweenLooks{1};
 
 } // namespace
 
 QCoro::Task<> AppModel::refreshStatus(bool includeStats)
 {
+    m_refreshAgain = m_refreshing;
+    m_refreshAgainWithStats = m_refreshing && (m_refreshAgainWithStats || includeStats);
     if (m_refreshing) co_return;
     m_refreshing = true;
     const QPointer<AppModel> alive(this);
     const auto done = qScopeGuard([alive] {
         if (alive) alive->m_refreshing = false;
     });
+    co_await look(includeStats);
+    // Who asked meanwhile did so because something had changed.
+    while (alive && std::exchange(m_refreshAgain, false)) {
+        co_await look(std::exchange(m_refreshAgainWithStats, false));
+    }
+}
 
+QCoro::Task<> AppModel::look(bool includeStats)
+{
+    const QPointer<AppModel> alive(this);
     const ContainerState container = co_await PiholeController::containerState();
     if (!alive) co_return;
     setContainerState(container);
 
     const DigResult reply = co_await PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), false,
                                                            QStringLiteral("127.0.0.1"));
+    DnsTrouble trouble = co_await dnsTroubleBehind(reply, container.isRunning());
     const bool fromPihole = reply.answered() && co_await mayAnswer(container);
-    if (!alive) co_return;
-    setAnswering(fromPihole);
-
+    // What Colima's machine answers by itself ends when Pi-hole starts.
+    if (reply.answered() && !fromPihole) trouble = DnsTrouble::Silent;
     const ResolverReport report = co_await DNSConfigurator::resolverReport();
-    if (!alive) co_return;
-    setResolverReport(report);
-    setUsedByMac(report.firstIsPihole);
-    setStatusChecked(true);
+    // While Pi-hole starts, a question that gets lost says nothing.
+    if (!alive || (starting() && !fromPihole)) co_return;
+    // One old answer is usual: Pi-hole gives it while it asks anew.
+    m_oldAnswers = reply.stale() ? m_oldAnswers + 1 : 0;
+    const bool onlyOld = trouble == DnsTrouble::None && m_oldAnswers > 1;
+    publishLook(fromPihole, onlyOld ? DnsTrouble::OldAnswers : trouble, report);
 
     if (!answering()) {
         setSummary(std::nullopt);
         setBlocking(std::nullopt);
-    } else if (includeStats && !(passwordKnown() && adminPassword().isEmpty())) {
+        if (apiMessage() == kPaused) setApiMessage({});
+    } else if (includeStats && mayCount()) {
+        co_await refreshStats();
+    }
+}
+
+/// Whether there is a password to read the counters with, or may be one.
+bool AppModel::mayCount() const { return !(passwordKnown() && adminPassword().isEmpty()); }
+
+/// All at once, so that no colour shows that never was.
+void AppModel::publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report)
+{
+    // What kept it from starting is over.
+    if (answers && !answering() && statusChecked()) tellStart({}, {});
+    Qt::beginPropertyUpdateGroup();
+    setAnswering(answers);
+    setDnsTrouble(trouble);
+    setResolverReport(report);
+    setUsedByMac(report.firstIsPihole);
+    setStatusChecked(true);
+    Qt::endPropertyUpdateGroup();
+}
+
+QCoro::Task<> AppModel::refreshAfterStart()
+{
+    const QPointer<AppModel> alive(this);
+    const int watch = ++m_newestWatch;
+    const ContainerState container = co_await PiholeController::containerState();
+    if (!alive || watch != m_newestWatch) co_return;
+    setContainerState(container);
+    setStarting(container.isRunning());
+    if (starting()) setStatusChecked(false);
+
+    const QString silence = PiholeAPIError::unreachable().description();
+    const Clock::Instant deadline = m_clock.now() + kStartPatience;
+    bool told = false;
+    while (starting() && !told) {
+        const bool answers = co_await PiholeController::knowsItsName();
+        if (!alive || watch != m_newestWatch) co_return;
+        // It may have been the last answer before the restart; then this look finds nothing, and says nothing.
+        if (answers) co_await refreshStatus(true);
+        if (!alive || watch != m_newestWatch) co_return;
+        told = answers && statusChecked();
+        if (told || m_clock.now() >= deadline) break;
+        co_await m_clock.pause(kBetweenLooks);
+        if (!alive || watch != m_newestWatch) co_return;
+    }
+    setStarting(false);
+    if (!told) co_await refreshStatus(true);
+    // The web server comes a moment after the resolver.
+    while (alive && answering() && apiMessage() == silence && m_clock.now() < deadline) {
+        co_await m_clock.pause(kBetweenLooks);
+        if (!alive || watch != m_newestWatch) co_return;
         co_await refreshStats();
     }
 }
@@ -63,15 +132,27 @@ QCoro::Task<> AppModel::refreshStats()
     const auto counters = co_await m_api.summary();
     if (!alive) co_return;
     if (!counters) {
-        setApiMessage(counters.error().description());
+        tellApi({}, counters.error());
         co_return;
     }
     setSummary(*counters);
 
     const auto state = co_await m_api.blocking();
     if (!alive) co_return;
-    if (state) setBlocking(*state);
-    setApiMessage(state ? QString() : state.error().description());
+    if (!state) {
+        tellApi({}, state.error());
+        co_return;
+    }
+    setBlocking(*state);
+    tellApi({}, std::nullopt);
+    co_await keepPauseShort();
+}
+
+/// What the API had to say, and beside it what that means where the words themselves do not tell.
+void AppModel::tellApi(const QString &about, const std::optional<PiholeAPIError> &error)
+{
+    setApiMessage(error ? about + error->description() : about);
+    setNote(QStringLiteral("api"), error ? error->advice() : QString());
 }
 
 } // namespace corvane
