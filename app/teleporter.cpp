@@ -9,6 +9,8 @@ namespace corvane {
 
 namespace {
 
+constexpr std::chrono::milliseconds kBeforeRestart{500};
+
 FilePanel zipPanel(FilePanel::Purpose purpose)
 {
     FilePanel panel;
@@ -17,14 +19,20 @@ FilePanel zipPanel(FilePanel::Purpose purpose)
     return panel;
 }
 
+/// Pi-hole takes archives by the end of their name, and only in small letters.
+QString uploadName(const QString &name)
+{
+    const QString suffix = QStringLiteral(".zip");
+    return name.endsWith(suffix, Qt::CaseInsensitive) ? name.chopped(suffix.size()) + suffix : name;
+}
+
 } // namespace
 
 QCoro::Task<> AppModel::exportBackup()
 {
     const QPointer<AppModel> alive(this);
     setNotice({});
-    configureAPI();
-    const auto archive = co_await m_api.teleporterDownload();
+    const auto archive = co_await downloadSettings();
     if (!alive) co_return;
     if (!archive) {
         setNotice(QStringLiteral("Backup failed: ") + archive.error().description());
@@ -68,14 +76,18 @@ QCoro::Task<> AppModel::importBackup()
         setNotice(QStringLiteral("Restore failed: ") + archive.error());
         co_return;
     }
-    const auto restored = co_await m_api.teleporterUpload(archive->bytes, name);
+    const auto restored = co_await m_api.teleporterUpload(archive->bytes, uploadName(name));
     if (!alive) co_return;
     if (!restored) {
         setNotice(QStringLiteral("Restore failed: ") + restored.error().description());
         co_return;
     }
-    setNotice(QStringLiteral("Backup restored."));
-    co_await refreshStatus(true);
+    setNotice(*restored ? QStringLiteral("Backup restored.")
+                        : QStringLiteral("Restore failed: %1 holds no Pi-hole settings.").arg(name));
+    // Pi-hole's answer is out before it restarts itself.
+    co_await m_clock.pause(kBeforeRestart);
+    if (!alive) co_return;
+    co_await refreshAfterStart();
 }
 
 } // namespace corvane
