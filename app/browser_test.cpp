@@ -27,9 +27,11 @@ QCoro::Task<> AppModel::scanBrowsers()
     const std::function<QList<BrowserInfo>()> scan = [installed = BrowserInspector::installedBundles(m_workspace)] {
         return BrowserInspector::scan(installed);
     };
+    const int number = ++m_newestScan;
     BackgroundWork<QList<BrowserInfo>> work(scan);
     const QList<BrowserInfo> found = co_await work;
-    if (alive) setBrowsers(found);
+    // Of two readings at once, the one that began later knows better.
+    if (alive && number == m_newestScan) setBrowsers(found);
 }
 
 QCoro::Task<> AppModel::openBrowserSettings(QString id)
@@ -48,6 +50,7 @@ QCoro::Task<> AppModel::runBrowserTest()
     const QPointer<AppModel> alive(this);
     configureAPI();
 
+    setNote(key, {});
     const QString name = freshTestName();
     m_workspace.open(QUrl(QStringLiteral("http://%1/").arg(name)));
     setBrowserTestDetail(QStringLiteral("Opened ") + name +
@@ -70,6 +73,7 @@ QCoro::Task<> AppModel::runBrowserTest()
                                     "using its own secure DNS, a VPN or a proxy.");
     setBrowserTestDetail(detail);
     recordOutcome(key, found, detail);
+    co_await explainMissingNames(key, !found);
 }
 
 } // namespace corvane

@@ -158,7 +158,8 @@ QCoro::Task<> AppModel::runSystemTest()
     setSystemTestDetail(detail);
     recordOutcome(key, !found.isEmpty() && report.firstIsPihole, detail);
     if (setupSucceeded()) setWizardFinished(true);
-    co_await refreshStatus(false);
+    co_await explainMissingNames(key, unread.isEmpty() && found.size() < kTestLookups);
+    if (alive) co_await refreshStatus(false);
 }
 
 /// Looks for the names in Pi-hole's query log until all are there, a read fails, or three reads were made. Answers why

@@ -81,7 +81,12 @@ QCoro::Task<> AppModel::saveLogs()
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
     if (!alive || !path) co_return;
     const auto saved = co_await writeFile(*path, logText().toUtf8());
-    if (alive && !saved) setApiMessage(QStringLiteral("Could not save the log: ") + saved.error());
+    if (!alive) co_return;
+    const QString failed = QStringLiteral("Could not save the log: ");
+    if (!saved)
+        tellApi(failed + saved.error(), std::nullopt);
+    else if (apiMessage().startsWith(failed))
+        tellApi({}, std::nullopt);
 }
 
 } // namespace corvane
