@@ -27,6 +27,7 @@ Commands::Commands(AppModel &app, Workspace &workspace)
 
 void Commands::openDashboard() { m_app.openDashboard(); }
 void Commands::togglePause() { launch(m_app.togglePause()); }
+void Commands::loadBlockLists() { launch(m_app.loadBlockLists()); }
 void Commands::startPiholeNow(Place::Name from) { launch(m_app.startPiholeNow(from)); }
 void Commands::stopPihole() { launch(m_app.stopPihole()); }
 void Commands::restartPihole() { launch(m_app.restartPihole()); }

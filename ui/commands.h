@@ -16,6 +16,7 @@ public:
     // Everyday actions.
     Q_INVOKABLE void openDashboard();
     Q_INVOKABLE void togglePause();
+    Q_INVOKABLE void loadBlockLists();
     Q_INVOKABLE void startPiholeNow(corvane::Place::Name from);
     Q_INVOKABLE void stopPihole();
     Q_INVOKABLE void restartPihole();

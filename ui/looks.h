@@ -29,6 +29,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, askingForUpdates)
     CORVANE_DERIVED(Looks, bool, loadingLog)
     CORVANE_DERIVED(Looks, bool, testingAnything)
+    CORVANE_DERIVED(Looks, bool, loadingLists)
     /// The container is being started, stopped or restarted.
     CORVANE_DERIVED(Looks, bool, controlling)
     /// Colima is being started for Pi-hole, or could not be.

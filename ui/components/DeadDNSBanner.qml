@@ -42,6 +42,10 @@ Rectangle {
             text: qsTr("This often happens after a restart when Colima is not running yet.")
             color: Theme.text
         }
+        StatusNote {
+            Layout.fillWidth: true
+            objectName: "bannerStatusNote"
+        }
         RowLayout {
             spacing: Theme.gap / 2
 
@@ -72,6 +76,11 @@ Rectangle {
             Layout.fillWidth: true
             objectName: "bannerStartMessage"
             text: Looks.bannerTellsStart ? App.startMessage : ""
+        }
+        NoteBeside {
+            Layout.fillWidth: true
+            objectName: "bannerStartNote"
+            about: "start"
         }
         OperationLogView {
             objectName: "bannerStartLog"

@@ -88,6 +88,10 @@ Column {
             text: Looks.bannerTellsStart ? "" : App.startMessage
             color: Theme.orangeText
         }
+        NoteBeside {
+            width: parent.width
+            about: "start"
+        }
         MessageText {
             objectName: "dnsMessage"
             width: parent.width

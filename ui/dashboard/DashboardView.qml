@@ -9,8 +9,22 @@ ScrollArea {
     padding: 20
     spacing: 18
 
-    StatusRow {
+    Column {
         width: parent.width
+
+        StatusRow {
+            width: parent.width
+        }
+        MessageRoom {
+            width: parent.width
+
+            StatusNote {
+                width: parent.width
+            }
+            ListsHelp {
+                width: parent.width
+            }
+        }
     }
     TodayBox {
         width: parent.width

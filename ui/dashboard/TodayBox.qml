@@ -59,5 +59,9 @@ Column {
                 upwards: true
             }
         }
+        NoteBeside {
+            width: parent.width
+            about: "api"
+        }
     }
 }

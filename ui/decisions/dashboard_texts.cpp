@@ -1,5 +1,6 @@
 #include "ui/decisions/dashboard_texts.h"
 
+#include <algorithm>
 #include <iomanip>
 #include <sstream>
 
@@ -8,6 +9,7 @@ namespace corvane {
 namespace {
 
 const QString kNothing = QStringLiteral("-");
+constexpr double kMostMinutes = 1e15; // A timer may hold any number; no integer holds more than some.
 
 /// As printf rounds, which of two equally near numbers takes the even one. QString takes the larger.
 QString oneDecimal(double number)
@@ -41,7 +43,8 @@ QString blockingText(const std::optional<PiholeBlocking> &blocking)
     if (blocking->enabled) return QStringLiteral("On");
     if (!blocking->timerSeconds) return QStringLiteral("Off");
     // A started minute counts whole, so that a pause never reads as 0 minutes.
-    const auto minutes = static_cast<qint64>(*blocking->timerSeconds / 60) + 1;
+    const double whole = std::clamp(*blocking->timerSeconds / 60, 0.0, kMostMinutes);
+    const auto minutes = static_cast<qint64>(whole) + 1;
     return QStringLiteral("Paused (%1 min left)").arg(minutes);
 }
 

@@ -24,4 +24,11 @@ StepScaffold {
         width: parent.width
         text: Looks.blockingCounts
     }
+    NoteBeside {
+        width: parent.width
+        about: "blocking"
+    }
+    ListsHelp {
+        width: parent.width
+    }
 }

@@ -78,5 +78,9 @@ StepScaffold {
                 words: App.browserTestDetail
             }
         }
+        NoteBeside {
+            width: parent.width
+            about: "browser"
+        }
     }
 }

@@ -14,6 +14,9 @@ StepScaffold {
         width: parent.width
         text: Looks.serversInUse
     }
+    StatusNote {
+        width: parent.width
+    }
     ServiceList {
         objectName: "services"
         width: parent.width
@@ -87,6 +90,10 @@ StepScaffold {
                 item: systemVerdict
                 words: App.systemTestDetail
             }
+        }
+        NoteBeside {
+            width: parent.width
+            about: "system"
         }
         MessageText {
             objectName: "resolverWarning"

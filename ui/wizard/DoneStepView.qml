@@ -14,6 +14,12 @@ StepScaffold {
         width: parent.width
         rows: Looks.outcomes
     }
+    StatusNote {
+        width: parent.width
+    }
+    ListsHelp {
+        width: parent.width
+    }
     GroupBox {
         width: parent.width
 

@@ -69,6 +69,10 @@ StepScaffold {
         width: parent.width
         rows: Looks.piholeChecks
     }
+    NoteBeside {
+        width: parent.width
+        about: "pihole"
+    }
     TestButton {
         objectName: "pihole"
         title: qsTr("Test")
@@ -77,6 +81,6 @@ StepScaffold {
     }
     UdpHelp {
         width: parent.width
-        visible: App.udpProblem
+        visible: App.udpProblem && !App.udpReplied
     }
 }

@@ -45,7 +45,9 @@ TEST_P(PauseText, Counts_a_started_minute_whole)
 INSTANTIATE_TEST_SUITE_P(Seconds, PauseText,
                          testing::Values(Pause{299, "Paused (5 min left)"}, Pause{300, "Paused (6 min left)"},
                                          Pause{60, "Paused (2 min left)"}, Pause{59.9, "Paused (1 min left)"},
-                                         Pause{30, "Paused (1 min left)"}, Pause{0, "Paused (1 min left)"}));
+                                         Pause{30, "Paused (1 min left)"}, Pause{0, "Paused (1 min left)"},
+                                         Pause{-0.1, "Paused (1 min left)"},
+                                         Pause{1e300, "Paused (1000000000000001 min left)"}));
 
 TEST(DashboardTexts, Blocking_reads_on_off_or_unknown)
 {

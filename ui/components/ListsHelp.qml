@@ -1,0 +1,24 @@
+import QtQuick
+import Corvane
+
+// A Pi-hole without block lists: the way to load them, and how that went.
+Column {
+    id: root
+
+    visible: App.listsEmpty || Looks.loadingLists || verdict.text.length > 0
+    spacing: 6
+
+    TestButton {
+        objectName: "loadLists"
+        visible: App.listsEmpty || Looks.loadingLists
+        title: qsTr("Load the block lists")
+        busy: Looks.loadingLists
+        allowed: !Looks.operating && !Looks.controlling
+        onPressed: Commands.loadBlockLists()
+    }
+    NoteBeside {
+        id: verdict
+        width: root.width
+        about: "lists"
+    }
+}
