@@ -46,7 +46,14 @@ void MacTest::relaunch()
 void MacTest::launchModel()
 {
     m_model.reset();
-    m_model = std::make_unique<AppModel>(Surroundings{settings, dialogs, *workspace, *loginItem, clock, releaseFeed()});
+    m_model =
+        std::make_unique<AppModel>(Surroundings{settings, dialogs, *workspace, *loginItem, *m_pace, releaseFeed()});
+}
+
+void MacTest::relaunchInRealTime()
+{
+    m_pace = &realClock;
+    relaunch();
 }
 
 void MacTest::run(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }

@@ -37,13 +37,18 @@ protected:
 
     [[nodiscard]] AppModel &model() { return *m_model; }
 
+    /// Starts the application anew on a clock that does not hurry.
+    void relaunchInRealTime();
+
     MemorySettings settings;
     FastClock clock;
+    SystemClock realClock;
     Dialogs dialogs;
     std::unique_ptr<Workspace> workspace = systemWorkspace();
     std::unique_ptr<LoginItem> loginItem = systemLoginItem();
 
 private:
+    Clock *m_pace = &clock;
     std::unique_ptr<AppModel> m_model;
 };
 

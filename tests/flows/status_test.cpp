@@ -1,7 +1,5 @@
 #include "tests/flows/in_state.h"
 
-#include <QElapsedTimer>
-
 namespace corvane::test {
 
 TEST_F(Bare, Without_tools_nothing_is_found_and_nothing_answers)
@@ -115,20 +113,6 @@ TEST_F(Running, A_wrong_password_is_told_and_the_old_counters_stay)
     EXPECT_TRUE(model().summary());
 }
 
-TEST_F(Running, A_refresh_during_a_refresh_does_nothing)
-{
-    Mac::ctl(QStringLiteral("fault docker late 0.3"));
-    auto first = model().refreshStatus(false);
-    QElapsedTimer time;
-    time.start();
-    run(model().refreshStatus(false));
-    EXPECT_LT(time.elapsed(), 250) << "the second came back at once";
-    EXPECT_FALSE(model().statusChecked());
-    run(std::move(first));
-    EXPECT_TRUE(model().statusChecked());
-    EXPECT_EQ(Mac::calls(QStringLiteral("scutil")).size(), 1);
-}
-
 TEST_F(Running, Rubbish_from_every_tool_gives_a_status_and_no_crash)
 {
     for (const char *tool : {"docker", "scutil"})
@@ -138,14 +122,13 @@ TEST_F(Running, Rubbish_from_every_tool_gives_a_status_and_no_crash)
     EXPECT_FALSE(model().usedByMac());
 }
 
-TEST_F(Running, The_poll_refreshes_every_15_seconds_and_counts_every_30)
+TEST_F(Running, The_poll_refreshes_every_15_seconds)
 {
     launch(model().bootstrap());
     waitFor([this] { return clock.waited() >= std::chrono::seconds(60); }, "four passes");
     const auto refreshes = Mac::calls(QStringLiteral("scutil")).size();
     EXPECT_GE(refreshes, 4);
     EXPECT_LE(refreshes, 6);
-    ASSERT_TRUE(model().summary());
 }
 
 TEST_F(Running, A_model_that_goes_away_during_a_refresh_ends_it_quietly)
