@@ -6,7 +6,13 @@ namespace corvane::test {
 
 namespace {
 
-qsizetype digs() { return Mac::calls(QStringLiteral("dig")).size(); }
+/// The questions for names of the world; Pi-hole's own name is asked for beside them.
+qsizetype digs()
+{
+    QStringList calls = Mac::calls(QStringLiteral("dig"));
+    calls.removeIf([](const QString &call) { return call.contains(QStringLiteral(" pi.hole ")); });
+    return calls.size();
+}
 
 const char *const kStatistics = "Could not read the statistics: ";
 const char *const kNothingBlocked =

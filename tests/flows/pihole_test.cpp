@@ -14,7 +14,13 @@ std::string rowText(const AppModel &model, int row)
     return state + found.detail.toStdString();
 }
 
-qsizetype digs() { return Mac::calls(QStringLiteral("dig")).size(); }
+/// The questions for names of the world; Pi-hole's own name is asked for beside them.
+qsizetype digs()
+{
+    QStringList calls = Mac::calls(QStringLiteral("dig"));
+    calls.removeIf([](const QString &call) { return call.contains(QStringLiteral(" pi.hole ")); });
+    return calls.size();
+}
 
 } // namespace
 
