@@ -135,9 +135,9 @@ TEST_F(ApplicationMenu, A_window_zooms_and_back_and_closes)
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     item(QStringLiteral("Window"), QStringLiteral("Zoom"))->trigger();
-    EXPECT_TRUE(window.isMaximized());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.isMaximized(); }));
     item(QStringLiteral("Window"), QStringLiteral("Zoom"))->trigger();
-    EXPECT_FALSE(window.isMaximized());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isMaximized(); }));
     item(QStringLiteral("Window"), QStringLiteral("Bring All to Front"))->trigger();
     item(QStringLiteral("File"), QStringLiteral("Close"))->trigger();
     EXPECT_FALSE(window.isVisible());
