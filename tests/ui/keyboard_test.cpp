@@ -103,9 +103,7 @@ TEST_F(ByKeyboard, A_busy_test_cannot_be_started_again_by_key_or_by_a_screen_rea
     const auto outcomes = m_app.outcomes();
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return})
         press(key);
-    EXPECT_EQ(m_app.step(), 5) << "Return went on, because the button is off";
-    m_app.go(4);
-    QTest::qWait(20);
+    EXPECT_EQ(m_app.step(), 4) << "a second Return is not meant for Next";
     auto *spoken = QAccessible::queryAccessibleInterface(find(QStringLiteral("blockingTestButton")));
     ASSERT_TRUE(spoken && spoken->actionInterface());
     spoken->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
