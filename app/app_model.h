@@ -29,9 +29,9 @@ struct Surroundings {
 
 /// The one observable state behind every screen, with the flows that change it.
 ///
-/// A flow is a coroutine; it ends quietly when the model goes away while it waits. The flows
-/// stand in files of their own, by subject.
-class AppModel : public AppState {
+/// A flow is a coroutine; it ends quietly when the model goes away while it waits. The flows stand in files of their
+/// own, by subject. The base has its full name because the views' linter finds its fields by no other.
+class AppModel : public corvane::AppState {
     Q_OBJECT
 
     Q_PROPERTY(QString logText READ logText NOTIFY logTextChanged)
