@@ -167,6 +167,7 @@ TEST_F(Running, A_second_press_during_a_run_of_the_lists_starts_none)
 TEST_F(Protected, Names_that_pihole_hides_are_told_beside_the_tests_that_look_for_them)
 {
     Mac::ctl(QStringLiteral("pihole login-limit 100"));
+    Mac::ctl(QStringLiteral("pihole log-delay 0"));
     const std::string hidden = "Pi-hole hides the names in its log (its privacy level), so this test cannot see them, "
                                "whoever asked.";
     for (int level : {1, 3}) {
@@ -178,7 +179,6 @@ TEST_F(Protected, Names_that_pihole_hides_are_told_beside_the_tests_that_look_fo
     run(model().runBrowserTest());
     EXPECT_EQ(note(model(), "browser"), hidden);
     Mac::ctl(QStringLiteral("pihole privacy 0"));
-    Mac::ctl(QStringLiteral("pihole log-delay 0"));
     run(model().runSystemTest());
     EXPECT_EQ(note(model(), "system"), "");
 }
