@@ -83,6 +83,8 @@ TEST_F(DashboardTexts, Todays_numbers_and_the_state_of_blocking)
     run(model().refreshStatus(true)); // as the poll does every few seconds
     EXPECT_TRUE(appears("Paused (5 min left)"));
     EXPECT_TRUE(menuItems().contains(QStringLiteral("Resume blocking")));
+    pressButton("Resume blocking");
+    EXPECT_TRUE(appears("Pause blocking 5 minutes"));
     // On Pi-hole's own page, blocking can be switched off for good.
     ASSERT_TRUE(QCoro::waitFor(model().api().setBlocking(false, std::nullopt)));
     run(model().refreshStatus(true));
