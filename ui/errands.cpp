@@ -15,7 +15,7 @@ Errands::Errands(AppModel &app, std::function<void()> openWindow)
     m_look.setInterval(0);
     connect(&m_look, &QTimer::timeout, this, &Errands::look);
     const auto lookSoon = [this] {
-        if (m_shouldRun) m_look.start();
+        if (m_noticeBefore) m_look.start();
     };
     connect(&m_app, &AppModel::busyChanged, this, lookSoon);
     for (OperationRunner *runner : {m_app.installOp(), m_app.startOp(), m_app.maintOp()})
@@ -36,16 +36,18 @@ QCoro::Task<> Errands::runPause()
 
 void Errands::toggleStartStop()
 {
-    m_shouldRun = !m_app.containerState().isRunning();
+    m_noticeBefore = m_app.notice();
     launch(m_app.toggleStartStop());
     m_look.start();
 }
 
 void Errands::look()
 {
-    if (!m_shouldRun || m_app.operationRunning() || m_app.busy().contains(QStringLiteral("container"))) return;
-    const bool done = m_app.containerState().isRunning() == *std::exchange(m_shouldRun, std::nullopt);
-    if (!done) tell();
+    if (!m_noticeBefore || m_app.operationRunning() || m_app.busy().contains(QStringLiteral("container"))) return;
+    const QString before = *std::exchange(m_noticeBefore, std::nullopt);
+    const bool noticed = !m_app.notice().isEmpty() && m_app.notice() != before;
+    // The container's state may come a moment later, with a look that was under way already.
+    if (noticed || !m_app.startMessage().isEmpty()) tell();
 }
 
 void Errands::tell()

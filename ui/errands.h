@@ -26,8 +26,8 @@ private:
 
     AppModel &m_app;
     std::function<void()> m_openWindow;
-    /// Whether Pi-hole should run when what was begun has come to its end; absent while nothing was begun.
-    std::optional<bool> m_shouldRun;
+    /// The notice that stood there when a start or a stop was asked for; absent when none is under way.
+    std::optional<QString> m_noticeBefore;
     QTimer m_look;
 };
 
