@@ -1,20 +1,24 @@
 """The certificate authority that only the simulated Mac trusts, and what it has signed."""
 
+import hashlib
 import os
 import shutil
 import subprocess
 import tempfile
 
+from pihole.names import FEED_HOST, SECURE_DNS
+
 CACHE = "/run/simmac-cache"
+HOSTS = (FEED_HOST, *SECURE_DNS)
 _EC = ["-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-days", "3650"]
 
 
-def ensure(host):
-    """The folder with ca.pem, good.pem and wrong.pem for a host; made once and kept from one Mac to the next."""
-    folder = f"{CACHE}/authority-{host}"
+def ensure():
+    """The folder with ca.pem, good.pem and wrong.pem for all hosts; made once and kept from one Mac to the next."""
+    folder = f"{CACHE}/authority-" + hashlib.sha256(" ".join(HOSTS).encode()).hexdigest()[:12]
     if not os.path.isdir(folder):
         new = tempfile.mkdtemp(dir=CACHE if os.access(CACHE, os.W_OK) else None)
-        _make(new, host)
+        _make(new)
         try:
             os.rename(new, folder)
         except OSError:      # another Mac was quicker, or there is no cache
@@ -24,12 +28,13 @@ def ensure(host):
     return folder
 
 
-def _make(folder, host):
+def _make(folder):
     _authority(folder, "ca", "Simulated Mac Root")
     _authority(folder, "stranger", "A Stranger")
+    names = ",".join(f"DNS:{host}" for host in HOSTS)
     for name, authority in (("good", "ca"), ("wrong", "stranger")):
         _openssl("req", "-x509", *_EC, "-CA", f"{folder}/{authority}.pem", "-CAkey", f"{folder}/{authority}.key",
-                 "-subj", f"/CN={host}", "-addext", f"subjectAltName=DNS:{host}", "-addext",
+                 "-subj", f"/CN={HOSTS[0]}", "-addext", f"subjectAltName={names}", "-addext",
                  "basicConstraints=critical,CA:FALSE", "-keyout", f"{folder}/{name}.key",
                  "-out", f"{folder}/{name}.pem")
     # Programs look an authority up by a link of this name.

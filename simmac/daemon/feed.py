@@ -36,7 +36,7 @@ class ReleaseFeed:
         self.requests = []
 
     async def start(self):
-        folder = await asyncio.to_thread(certificates.ensure, FEED_HOST)
+        folder = await asyncio.to_thread(certificates.ensure)
         certificates.trust(self._mac, folder)
         good, self._wrong = (_context(folder, name) for name in ("good", "wrong"))
         good.sni_callback = self._choose_certificate

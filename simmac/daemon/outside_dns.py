@@ -44,15 +44,20 @@ class OutsideDns:
     def reply(self, server, packet):
         """The answer to one packet; none when it gets no answer."""
         try:
-            identifier, flags, name, kind, question = dns.read_question(packet)
+            name = dns.read_question(packet)[2]
         except dns.BadQuestion:
             return None
         if not self._network.internet and server == PUBLIC:
             return None
         self.questions.append((server, name))
-        return dns.write_answer(identifier, flags, question, *self._answer(name, kind))
+        return self.answer(packet)
 
-    def _answer(self, name, kind):
+    def answer(self, packet):
+        """What the internet answers to a question, whoever was asked."""
+        identifier, flags, name, kind, question = dns.read_question(packet)
+        return dns.write_answer(identifier, flags, question, *self._found(name, kind))
+
+    def _found(self, name, kind):
         if not self._network.internet:
             return dns.SERVFAIL, ()
         found = addresses(name)

@@ -12,6 +12,16 @@ BLOCK_PAGE = "146.112.61.104"
 BLOCKED_UPSTREAM = {"extip.example.org": "EXTERNAL_BLOCKED_IP", "extnull.example.org": "EXTERNAL_BLOCKED_NULL",
                     "extnxra.example.org": "EXTERNAL_BLOCKED_NXRA", "extede.example.org": "EXTERNAL_BLOCKED_EDE15"}
 
+# The public providers of DNS over HTTPS, and where they answer.
+SECURE_DNS = {
+    "chrome.cloudflare-dns.com": ["162.159.61.3", "172.64.41.3"],
+    "mozilla.cloudflare-dns.com": ["162.159.61.4", "172.64.41.4"],
+    "dns.google": ["8.8.8.8", "8.8.4.4"],
+}
+
+# Every name below it exists, so that a test can ask for one that nobody has asked for before.
+ANY_NAME_BELOW = ".page.example.net"
+
 TTL_SECONDS = 300
 
 INTERNET = {
@@ -39,11 +49,13 @@ INTERNET = {
     "captive.apple.com": {"A": ["198.51.100.21"]},
     "www.wikipedia.org": {"A": ["198.51.100.22"], "AAAA": ["2001:db8::22"]},
     "pi-hole.net": {"A": ["198.51.100.23"]},
+    "www.gstatic.com": {"A": ["198.51.100.25"]},
     "brew.sh": {"A": ["198.51.100.24"]},
     "github.com": {"A": ["203.0.113.9"]},
     "registry.example": {"A": ["198.51.100.10"]},
     FEED_HOST: {"A": [FEED_ADDRESS]},
     "one.one.one.one": {"A": ["1.1.1.1", "1.0.0.1"]},
+    **{host: {"A": addresses} for host, addresses in SECURE_DNS.items()},
 }
 
 # Names that tell clients to leave encrypted DNS alone; Pi-hole answers them itself.
@@ -87,6 +99,8 @@ def records(name: str) -> dict | None:
     """What the internet knows about a name: record type to values; None when the name does not exist."""
     if name in INTERNET:
         return INTERNET[name]
+    if name.endswith(ANY_NAME_BELOW):
+        return {"A": [AD_ADDRESS]}
     if name in SPECIAL or _is_advertising(name):
         return {"A": [AD_ADDRESS], "AAAA": [AD_ADDRESS_V6]}
     return None
