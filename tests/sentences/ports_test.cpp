@@ -72,7 +72,8 @@ TEST_F(Ports, After_another_one_was_chosen_nothing_speaks_of_the_old_one)
     openStep(4);
     mac("fault|docker|fail|1|Bind for 127.0.0.1:8080 failed: port is already allocated|--when|run *");
     pressButton("Start Pi-hole");
-    EXPECT_TRUE(eventually([this] { return reads(QStringLiteral("Another container in Colima holds a port that Pi-hole needs.")); }));
+    EXPECT_TRUE(eventually(
+        [this] { return reads(QStringLiteral("Another container in Colima holds a port that Pi-hole needs.")); }));
     settle();
     take(8080);
     pressButton("Start Pi-hole");
