@@ -66,7 +66,7 @@ class Check(unittest.TestCase):
         self.assertIn("requires a bridged cast", said)
 
     def test_an_interface_newer_than_macos_13_is_found(self):
-        said = self.compile(MAC / "workspace.mm", "if (@available(macOS 14.0, *)) {", "if (NSApp) {")
+        said = self.compile(MAC / "workspace.mm", "[NSApp unhide:nil];", "[NSApp activate];")
         self.assertIn("'activate' is only available on macOS 14.0 or newer", said)
 
     def test_a_call_that_only_linux_has_is_found(self):
