@@ -2,6 +2,7 @@
 
 #include "api/multipart.h"
 #include "api/pihole_answers.h"
+#include "api/pihole_rules.h"
 #include "api/pihole_session.h"
 
 namespace corvane {
@@ -24,6 +25,14 @@ QCoro::Task<bool> pageAnswers(PiholeSession::Shared session)
     const HttpOutcome outcome = co_await PiholeSession::visit(session, "/admin");
     const bool answered = outcome && outcome->status >= 200 && outcome->status <= 399;
     co_return answered;
+}
+
+PiholeAPI::Answer<void> removeRule(PiholeSession::Shared session, PiholeRequest request)
+{
+    const PiholeSession::Reply answer = co_await PiholeSession::send(session, request);
+    const bool gone = answer || answer.error() == PiholeAPIError::http(404);
+    if (!gone) co_return std::unexpected(answer.error());
+    co_return {};
 }
 
 std::expected<PiholeArchive, PiholeAPIError> archiveOf(const QByteArray &body) { return PiholeArchive{body}; }
@@ -103,6 +112,29 @@ PiholeAPI::Answer<bool> PiholeAPI::updateLists()
     const PiholeRequest request{
         .verb = "POST", .target = "/api/action/gravity", .largestAnswer = m_session->limits().jsonBytes};
     return runLists(m_session, request);
+}
+
+PiholeAPI::Answer<std::optional<PiholeRule>> PiholeAPI::denyRule(QString expression)
+{
+    const PiholeRequest request{.target = denyRulePath(expression), .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseDenyRule);
+}
+
+PiholeAPI::Answer<bool> PiholeAPI::addDenyRule(PiholeRule rule)
+{
+    const PiholeRequest request{.verb = "POST",
+                                .target = denyRulePath({}),
+                                .contentType = "application/json",
+                                .body = denyRuleBody(rule),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseDenyRuleAdded);
+}
+
+PiholeAPI::Answer<void> PiholeAPI::removeDenyRule(QString expression)
+{
+    const PiholeRequest request{
+        .verb = "DELETE", .target = denyRulePath(expression), .largestAnswer = m_session->limits().jsonBytes};
+    return removeRule(m_session, request);
 }
 
 } // namespace corvane

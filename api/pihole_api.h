@@ -51,6 +51,13 @@ public:
     /// Whether it came to its end. Not to be called again before: two runs at once destroy the lists.
     [[nodiscard]] Answer<bool> updateLists();
 
+    /// The denying rule of this expression; nothing when there is none.
+    [[nodiscard]] Answer<std::optional<PiholeRule>> denyRule(QString expression);
+    /// Whether the rule was added; a rule of the same expression that is there already stays as it is.
+    [[nodiscard]] Answer<bool> addDenyRule(PiholeRule rule);
+    /// Takes the denying rule of this expression away; a missing one counts as taken away.
+    [[nodiscard]] Answer<void> removeDenyRule(QString expression);
+
 private:
     std::shared_ptr<PiholeSession> m_session;
 };

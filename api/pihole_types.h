@@ -36,6 +36,16 @@ struct PiholeQuery {
     bool operator==(const PiholeQuery &) const = default;
 };
 
+/// One of Pi-hole's own rules for names, with the comment that says whose it is.
+struct PiholeRule {
+    /// A regular expression, with Pi-hole's options behind it (";reply=NXDOMAIN").
+    QString expression;
+    QString comment;
+    bool enabled = true;
+
+    bool operator==(const PiholeRule &) const = default;
+};
+
 /// Pi-hole's settings as the zip archive that it made. Not a bare QByteArray: a null pointer turns into one, which
 /// makes a task of `std::expected` of it ambiguous to await.
 struct PiholeArchive {
