@@ -2,6 +2,7 @@
 
 #include <QHostAddress>
 #include <QNetworkProxy>
+#include <QPointer>
 #include <QTcpSocket>
 
 #include <utility>
@@ -32,6 +33,7 @@ QFuture<HttpOutcome> HttpClient::send(const HttpRequest &request)
     Q_ASSERT(!m_busy);
     const int lastPort = std::exchange(m_request, request).port;
     m_reader = HttpAnswerReader(request.largestAnswer);
+    m_told = 0;
     m_promise = QPromise<HttpOutcome>();
     m_promise.start();
     m_busy = true;
@@ -94,8 +96,22 @@ void HttpClient::onEnd()
         follow(m_reader.finish());
 }
 
+/// Hands on what came of the body.
+void HttpClient::tell()
+{
+    const HttpAnswer &answer = m_reader.answer();
+    const QByteArray news = answer.body.mid(m_told);
+    if (!m_request.heard || news.isEmpty() || answer.status < 200 || answer.status > 299) return;
+    m_told = answer.body.size();
+    const auto heard = m_request.heard; // which may end the exchange
+    heard(news);
+}
+
 void HttpClient::follow(HttpAnswerReader::State state)
 {
+    const QPointer<HttpClient> alive(this);
+    tell();
+    if (!alive || !m_busy) return;
     switch (state) {
     case HttpAnswerReader::State::Reading:
         break;
@@ -120,6 +136,7 @@ void HttpClient::settle(const HttpOutcome &outcome)
     m_promise.addResult(outcome);
     m_promise.finish();
     m_request.body.clear();
+    m_request.heard = nullptr;
     m_reader = HttpAnswerReader(0);
 }
 

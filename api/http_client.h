@@ -33,6 +33,7 @@ private:
     void onReadyRead();
     void onEnd();
     void follow(HttpAnswerReader::State state);
+    void tell();
     void settle(const HttpOutcome &outcome);
     void drop();
 
@@ -42,6 +43,8 @@ private:
     QPromise<HttpOutcome> m_promise;
     QTimer m_inactivity;
     QTimer m_deadline;
+    /// How much of the body has been told.
+    qsizetype m_told = 0;
     bool m_busy = false;
     bool m_reused = false;
 };

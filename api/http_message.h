@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <expected>
+#include <functional>
 #include <utility>
 
 namespace corvane {
@@ -20,6 +21,8 @@ struct HttpRequest {
     std::chrono::milliseconds inactivity;
     std::chrono::milliseconds whole;
     qint64 largestAnswer = 0;
+    /// Is given the body of an answer with a status from 200 to 299, piece by piece as it comes.
+    std::function<void(const QByteArray &)> heard = nullptr;
 };
 
 /// A complete answer, whatever its status.

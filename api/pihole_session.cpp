@@ -142,7 +142,8 @@ HttpRequest PiholeSession::requestFor(const PiholeAccess &access, const PiholeRe
                      .body = request.body,
                      .inactivity = m_limits.inactivity,
                      .whole = m_limits.whole,
-                     .largestAnswer = request.largestAnswer};
+                     .largestAnswer = request.largestAnswer,
+                     .heard = request.heard};
     if (!sid.isEmpty()) http.headers.append({"X-FTL-SID", sid.toLatin1()});
     if (!request.contentType.isEmpty()) http.headers.append({"Content-Type", request.contentType});
     return http;

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <expected>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,6 +25,8 @@ struct PiholeRequest {
     QByteArray contentType = {};
     QByteArray body = {};
     qint64 largestAnswer = 0;
+    /// Is given the body of a good answer as it comes.
+    std::function<void(const QByteArray &)> heard = nullptr;
 };
 
 /// Where Pi-hole is and how it is entered.
