@@ -64,8 +64,9 @@ std::expected<PiholeSummary, PiholeAPIError> parseSummary(const QByteArray &json
     const std::optional<qint64> blocked = wholeNumber(queries.value(u"blocked"));
     const std::optional<double> percent = number(queries.value(u"percent_blocked"));
     if (!total || !blocked || !percent) return badResponse();
-    const std::optional<qint64> listed = wholeNumber((*answer)[u"gravity"][u"domains_being_blocked"]);
-    return PiholeSummary{*total, *blocked, *percent, listed};
+    const QJsonValue gravity = answer->value(u"gravity");
+    return PiholeSummary{*total, *blocked, *percent, wholeNumber(gravity[u"domains_being_blocked"]),
+                         wholeNumber(gravity[u"last_update"])};
 }
 
 std::expected<PiholeBlocking, PiholeAPIError> parseBlocking(const QByteArray &json)
@@ -82,10 +83,10 @@ std::expected<QList<PiholeQuery>, PiholeAPIError> parseQueries(const QByteArray 
     QList<PiholeQuery> queries;
     const QJsonArray entries = answer->value(u"queries").toArray();
     for (const QJsonValue &entry : entries) {
-        const QJsonValue domain = entry[u"domain"];
-        const QJsonValue status = entry[u"status"];
         // One odd entry does not make the others unreadable.
-        if (domain.isString() && status.isString()) queries.append({domain.toString(), status.toString()});
+        if (!entry[u"domain"].isString() || !entry[u"status"].isString()) continue;
+        queries.append({entry[u"domain"].toString(), entry[u"status"].toString(), number(entry[u"time"]).value_or(0),
+                        entry[u"cname"].toString(), wholeNumber(entry[u"list_id"])});
     }
     if (queries.isEmpty() && !entries.isEmpty()) return badResponse();
     return queries;
@@ -97,7 +98,12 @@ std::expected<bool, PiholeAPIError> parseRestored(const QByteArray &json)
     return !files.isArray() || !files.toArray().isEmpty();
 }
 
-bool listsWereLoaded(const QByteArray &printed) { return printed.trimmed().endsWith("Done."); }
+std::expected<int, PiholeAPIError> parsePrivacyLevel(const QByteArray &json)
+{
+    const QJsonValue level = QJsonDocument::fromJson(json)[u"ftl"][u"privacy_level"];
+    if (!level.isDouble()) return badResponse();
+    return level.toInt();
+}
 
 QByteArray loginBody(const QString &password)
 {

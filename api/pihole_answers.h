@@ -22,9 +22,8 @@ namespace corvane {
 /// an empty list, is taken for a yes.
 [[nodiscard]] std::expected<bool, PiholeAPIError> parseRestored(const QByteArray &json);
 
-/// Whether what a run of the block lists printed tells of its end. The status of the answer says nothing: it goes out
-/// before the run begins.
-[[nodiscard]] bool listsWereLoaded(const QByteArray &printed);
+/// How much of the names Pi-hole hides in its log: 0 for nothing.
+[[nodiscard]] std::expected<int, PiholeAPIError> parsePrivacyLevel(const QByteArray &json);
 
 /// The value as a number; absent unless it is a finite JSON number.
 [[nodiscard]] std::optional<double> number(const QJsonValue &value);

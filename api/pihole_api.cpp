@@ -2,8 +2,11 @@
 
 #include "api/multipart.h"
 #include "api/pihole_answers.h"
+#include "api/pihole_lists.h"
 #include "api/pihole_rules.h"
 #include "api/pihole_session.h"
+
+#include <QUrl>
 
 namespace corvane {
 
@@ -27,10 +30,11 @@ QCoro::Task<bool> pageAnswers(PiholeSession::Shared session)
     co_return answered;
 }
 
-PiholeAPI::Answer<void> removeRule(PiholeSession::Shared session, PiholeRequest request)
+/// Sends what only has to be done.
+PiholeAPI::Answer<void> tell(PiholeSession::Shared session, PiholeRequest request)
 {
     const PiholeSession::Reply answer = co_await PiholeSession::send(session, request);
-    const bool gone = answer || answer.error() == PiholeAPIError::http(404);
+    const bool gone = answer || (request.verb == "DELETE" && answer.error() == PiholeAPIError::http(404));
     if (!gone) co_return std::unexpected(answer.error());
     co_return {};
 }
@@ -90,6 +94,27 @@ PiholeAPI::Answer<QList<PiholeQuery>> PiholeAPI::recentQueries(int length)
     return ask(m_session, request, &parseQueries);
 }
 
+PiholeAPI::Answer<QList<PiholeQuery>> PiholeAPI::blockedSince(double second, int length)
+{
+    const PiholeRequest request{.target = "/api/queries?from=" + QByteArray::number(second, 'f', 6) +
+                                          "&upstream=blocklist&length=" + QByteArray::number(length),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseQueries);
+}
+
+PiholeAPI::Answer<QList<PiholeQuery>> PiholeAPI::newestQuestion(QString name)
+{
+    const PiholeRequest request{.target = "/api/queries?length=1&domain=" + QUrl::toPercentEncoding(name),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseQueries);
+}
+
+PiholeAPI::Answer<int> PiholeAPI::privacyLevel()
+{
+    const PiholeRequest request{.target = "/api/info/ftl", .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parsePrivacyLevel);
+}
+
 PiholeAPI::Answer<PiholeArchive> PiholeAPI::teleporterDownload()
 {
     const PiholeRequest request{.target = "/api/teleporter", .largestAnswer = m_session->limits().archiveBytes};
@@ -107,34 +132,58 @@ PiholeAPI::Answer<bool> PiholeAPI::teleporterUpload(QByteArray archive, QString 
     return ask(m_session, request, &parseRestored);
 }
 
-PiholeAPI::Answer<bool> PiholeAPI::updateLists()
+PiholeAPI::Answer<QList<PiholeList>> PiholeAPI::lists()
 {
-    const PiholeRequest request{
-        .verb = "POST", .target = "/api/action/gravity", .largestAnswer = m_session->limits().jsonBytes};
+    const PiholeRequest request{.target = "/api/lists", .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseLists);
+}
+
+PiholeAPI::Answer<bool> PiholeAPI::updateLists(std::function<void(const QByteArray &)> heard)
+{
+    const PiholeRequest request{.verb = "POST",
+                                .target = "/api/action/gravity",
+                                .largestAnswer = m_session->limits().jsonBytes,
+                                .heard = heard};
     return runLists(m_session, request);
 }
 
-PiholeAPI::Answer<std::optional<PiholeRule>> PiholeAPI::denyRule(QString expression)
+PiholeAPI::Answer<QList<PiholeRule>> PiholeAPI::rules()
 {
-    const PiholeRequest request{.target = denyRulePath(expression), .largestAnswer = m_session->limits().jsonBytes};
-    return ask(m_session, request, &parseDenyRule);
+    const PiholeRequest request{.target = kAllRules, .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseRules);
 }
 
-PiholeAPI::Answer<bool> PiholeAPI::addDenyRule(PiholeRule rule)
+PiholeAPI::Answer<std::optional<PiholeRule>> PiholeAPI::rule(PiholeRule::Kind kind, QString domain)
+{
+    const PiholeRequest request{.target = rulePath(kind, domain), .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseRule);
+}
+
+PiholeAPI::Answer<bool> PiholeAPI::addRule(PiholeRule rule)
 {
     const PiholeRequest request{.verb = "POST",
-                                .target = denyRulePath({}),
+                                .target = rulesPath(rule.kind),
                                 .contentType = "application/json",
-                                .body = denyRuleBody(rule),
+                                .body = ruleBody(rule),
                                 .largestAnswer = m_session->limits().jsonBytes};
-    return ask(m_session, request, &parseDenyRuleAdded);
+    return ask(m_session, request, &parseRuleAdded);
 }
 
-PiholeAPI::Answer<void> PiholeAPI::removeDenyRule(QString expression)
+PiholeAPI::Answer<void> PiholeAPI::replaceRule(PiholeRule rule)
+{
+    const PiholeRequest request{.verb = "PUT",
+                                .target = rulePath(rule.kind, rule.domain),
+                                .contentType = "application/json",
+                                .body = ruleBody(rule),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return tell(m_session, request);
+}
+
+PiholeAPI::Answer<void> PiholeAPI::removeRule(PiholeRule::Kind kind, QString domain)
 {
     const PiholeRequest request{
-        .verb = "DELETE", .target = denyRulePath(expression), .largestAnswer = m_session->limits().jsonBytes};
-    return removeRule(m_session, request);
+        .verb = "DELETE", .target = rulePath(kind, domain), .largestAnswer = m_session->limits().jsonBytes};
+    return tell(m_session, request);
 }
 
 } // namespace corvane

@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <expected>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -44,19 +45,31 @@ public:
     [[nodiscard]] Answer<PiholeBlocking> setBlocking(bool enabled, std::optional<int> timerSeconds);
     /// The newest `length` entries of the query log, newest first.
     [[nodiscard]] Answer<QList<PiholeQuery>> recentQueries(int length);
+    /// The newest `length` questions that were blocked at that second (of Pi-hole's clock) or later, newest first.
+    [[nodiscard]] Answer<QList<PiholeQuery>> blockedSince(double second, int length);
+    /// The newest question for this very name, if any.
+    [[nodiscard]] Answer<QList<PiholeQuery>> newestQuestion(QString name);
+    /// How much of the names Pi-hole hides in its log: 0 for nothing.
+    [[nodiscard]] Answer<int> privacyLevel();
     [[nodiscard]] Answer<PiholeArchive> teleporterDownload();
     /// Replaces Pi-hole's settings by those of the archive; answers whether it held any.
     [[nodiscard]] Answer<bool> teleporterUpload(QByteArray archive, QString filename);
     /// Lets Pi-hole load its block lists anew, which takes a second or some minutes; other calls go on beside it.
-    /// Whether it came to its end. Not to be called again before: two runs at once destroy the lists.
-    [[nodiscard]] Answer<bool> updateLists();
+    /// Whether it came to its end. Not to be called again before: two runs at once destroy the lists. `heard` is given
+    /// what the run prints, as it comes.
+    [[nodiscard]] Answer<bool> updateLists(std::function<void(const QByteArray &)> heard = nullptr);
 
-    /// The denying rule of this expression; nothing when there is none.
-    [[nodiscard]] Answer<std::optional<PiholeRule>> denyRule(QString expression);
-    /// Whether the rule was added; a rule of the same expression that is there already stays as it is.
-    [[nodiscard]] Answer<bool> addDenyRule(PiholeRule rule);
-    /// Takes the denying rule of this expression away; a missing one counts as taken away.
-    [[nodiscard]] Answer<void> removeDenyRule(QString expression);
+    /// Every rule of the user, and of Corvane.
+    [[nodiscard]] Answer<QList<PiholeRule>> rules();
+    /// The rule of this kind for this very name or expression; nothing when there is none.
+    [[nodiscard]] Answer<std::optional<PiholeRule>> rule(PiholeRule::Kind kind, QString domain);
+    /// Whether the rule was added; a rule of its kind and domain that is there already stays as it is.
+    [[nodiscard]] Answer<bool> addRule(PiholeRule rule);
+    /// Gives the rule that is there this comment, and switches it as the new one says.
+    [[nodiscard]] Answer<void> replaceRule(PiholeRule rule);
+    /// Takes the rule away; a missing one counts as taken away. The domain as Pi-hole spells it.
+    [[nodiscard]] Answer<void> removeRule(PiholeRule::Kind kind, QString domain);
+    [[nodiscard]] Answer<QList<PiholeList>> lists();
 
 private:
     std::shared_ptr<PiholeSession> m_session;

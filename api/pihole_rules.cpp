@@ -5,41 +5,86 @@
 #include <QJsonObject>
 #include <QUrl>
 
+#include <algorithm>
+#include <array>
+
 namespace corvane {
 
 namespace {
 
-constexpr char kDenyRules[] = "/api/domains/deny/regex";
-
 std::unexpected<PiholeAPIError> badResponse() { return std::unexpected(PiholeAPIError::badResponse()); }
+
+struct KindName {
+    PiholeRule::Kind kind;
+    QLatin1StringView type;
+    QLatin1StringView form;
+};
+
+constexpr std::array kKinds{
+    KindName{PiholeRule::Kind::AllowedName, QLatin1StringView("allow"), QLatin1StringView("exact")},
+    KindName{PiholeRule::Kind::AllowedPattern, QLatin1StringView("allow"), QLatin1StringView("regex")},
+    KindName{PiholeRule::Kind::DeniedName, QLatin1StringView("deny"), QLatin1StringView("exact")},
+    KindName{PiholeRule::Kind::DeniedPattern, QLatin1StringView("deny"), QLatin1StringView("regex")},
+};
+
+bool isWhole(const QJsonValue &rule)
+{
+    return rule[u"domain"].isString() && rule[u"enabled"].isBool() && rule[u"type"].isString() &&
+           rule[u"kind"].isString();
+}
+
+std::optional<PiholeRule> ruleIn(const QJsonValue &rule)
+{
+    const auto kind = std::ranges::find_if(kKinds, [&rule](const KindName &each) {
+        return rule[u"type"].toString() == each.type && rule[u"kind"].toString() == each.form;
+    });
+    if (kind == kKinds.end()) return std::nullopt;
+    return PiholeRule{kind->kind, rule[u"domain"].toString(), rule[u"comment"].toString(), rule[u"enabled"].toBool(),
+                      rule[u"id"].toInteger()};
+}
 
 } // namespace
 
-QByteArray denyRulePath(const QString &expression)
+QByteArray rulesPath(PiholeRule::Kind kind)
 {
-    if (expression.isEmpty()) return kDenyRules;
-    return kDenyRules + QByteArray("/") + QUrl::toPercentEncoding(expression);
+    const auto *known = std::ranges::find(kKinds, kind, &KindName::kind);
+    return kAllRules + QByteArray("/") + known->type.data() + "/" + known->form.data();
 }
 
-QByteArray denyRuleBody(const PiholeRule &rule)
+QByteArray rulePath(PiholeRule::Kind kind, const QString &domain)
 {
-    const QJsonObject body{{QStringLiteral("domain"), rule.expression},
+    return rulesPath(kind) + "/" + QUrl::toPercentEncoding(domain);
+}
+
+QByteArray ruleBody(const PiholeRule &rule)
+{
+    const QJsonObject body{{QStringLiteral("domain"), rule.domain},
                            {QStringLiteral("comment"), rule.comment},
                            {QStringLiteral("enabled"), rule.enabled}};
     return QJsonDocument(body).toJson(QJsonDocument::Compact);
 }
 
-std::expected<std::optional<PiholeRule>, PiholeAPIError> parseDenyRule(const QByteArray &json)
+std::expected<QList<PiholeRule>, PiholeAPIError> parseRules(const QByteArray &json)
 {
-    const QJsonValue rules = QJsonDocument::fromJson(json)[u"domains"];
-    if (!rules.isArray()) return badResponse();
-    if (rules.toArray().isEmpty()) return std::nullopt;
-    const QJsonValue rule = rules[0];
-    if (!rule[u"domain"].isString() || !rule[u"enabled"].isBool()) return badResponse();
-    return PiholeRule{rule[u"domain"].toString(), rule[u"comment"].toString(), rule[u"enabled"].toBool()};
+    const QJsonValue domains = QJsonDocument::fromJson(json)[u"domains"];
+    if (!domains.isArray()) return badResponse();
+    QList<PiholeRule> rules;
+    for (const QJsonValue &each : domains.toArray()) {
+        if (!isWhole(each)) return badResponse();
+        if (const auto rule = ruleIn(each)) rules.append(*rule);
+    }
+    return rules;
 }
 
-std::expected<bool, PiholeAPIError> parseDenyRuleAdded(const QByteArray &json)
+std::expected<std::optional<PiholeRule>, PiholeAPIError> parseRule(const QByteArray &json)
+{
+    const auto rules = parseRules(json);
+    if (!rules) return std::unexpected(rules.error());
+    if (rules->isEmpty()) return std::nullopt;
+    return rules->first();
+}
+
+std::expected<bool, PiholeAPIError> parseRuleAdded(const QByteArray &json)
 {
     const QJsonValue processed = QJsonDocument::fromJson(json)[u"processed"];
     const QJsonValue errors = processed[u"errors"];

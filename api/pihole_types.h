@@ -14,6 +14,9 @@ struct PiholeSummary {
     double percentBlocked = 0;
     /// The names on Pi-hole's block lists; 0 or less for none, absent when it does not say.
     std::optional<qint64> domainsBlocked = {};
+    /// When the lists were last run, in seconds since 1970 by Pi-hole's clock; 0 for never, absent when it does not
+    /// say.
+    std::optional<qint64> listsRun = {};
 
     bool operator==(const PiholeSummary &) const = default;
 };
@@ -32,18 +35,46 @@ struct PiholeQuery {
     QString domain;
     /// Pi-hole's status word for the query.
     QString status;
+    /// Seconds since 1970, by Pi-hole's clock.
+    double time = 0;
+    /// The name behind the asked one for which it was blocked; empty when it was blocked itself.
+    QString cname = {};
+    /// Which list (below 0) or rule (above 0) decided; absent when none did.
+    std::optional<qint64> decidedBy = {};
 
     bool operator==(const PiholeQuery &) const = default;
 };
 
 /// One of Pi-hole's own rules for names, with the comment that says whose it is.
 struct PiholeRule {
-    /// A regular expression, with Pi-hole's options behind it (";reply=NXDOMAIN").
-    QString expression;
-    QString comment;
+    enum class Kind { AllowedName, AllowedPattern, DeniedName, DeniedPattern };
+
+    Kind kind = Kind::AllowedName;
+    /// A name, or a regular expression with Pi-hole's options behind it (";reply=NXDOMAIN").
+    QString domain = {};
+    QString comment = {};
     bool enabled = true;
+    /// What the query log calls it; 0 for a rule that Pi-hole does not have yet.
+    qint64 id = 0;
 
     bool operator==(const PiholeRule &) const = default;
+};
+
+/// One list of names that Pi-hole has subscribed to, as its last run left it.
+struct PiholeList {
+    /// How the last run came by it.
+    enum class Fetch { Never, Fetched, Unchanged, OldCopy, Nothing };
+
+    qint64 id = 0;
+    QString address;
+    QString comment;
+    bool enabled = true;
+    Fetch fetch = Fetch::Never;
+    qint64 names = 0;
+    /// Lines that hold no name; a log-in page has nothing else.
+    qint64 otherLines = 0;
+
+    bool operator==(const PiholeList &) const = default;
 };
 
 /// Pi-hole's settings as the zip archive that it made. Not a bare QByteArray: a null pointer turns into one, which
