@@ -1,6 +1,8 @@
 #include "api/http_answer_reader.h"
 #include "api/multipart.h"
 #include "api/pihole_answers.h"
+#include "api/pihole_lists.h"
+#include "api/pihole_rules.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -45,6 +47,10 @@ void checkAnswers(const QByteArray &bytes)
     (void)parseSummary(bytes);
     (void)parseBlocking(bytes);
     (void)parseQueries(bytes);
+    (void)parsePrivacyLevel(bytes);
+    (void)parseLists(bytes);
+    (void)parseRules(bytes);
+    (void)parseRuleAdded(bytes);
 }
 
 } // namespace

@@ -43,6 +43,39 @@ TEST(PiholeLists, A_run_that_came_to_its_end_is_told_from_one_that_did_not)
     }
 }
 
+TEST(PiholeLists, What_a_run_prints_is_heard_while_it_goes_on)
+{
+    const QByteArray printed = "  [i] Target: https://lists.example/a.txt\n\n  Done.\n";
+    Reaction slow = run(printed);
+    slow.drip = std::chrono::milliseconds(1);
+    ScriptedServer server(withLists(slow));
+    Client client(server);
+    QByteArrayList heard;
+    const std::function<void(const QByteArray &)> hear = [&heard](const QByteArray &piece) { heard += piece; };
+    const auto ended = QCoro::waitFor(client.api.updateLists(hear));
+    EXPECT_TRUE(ended && *ended);
+    EXPECT_EQ(heard.join(), printed) << "and nothing of what follows the answer";
+    EXPECT_GT(heard.size(), 1);
+}
+
+TEST(PiholeLists, A_refusal_is_no_output)
+{
+    ScriptedServer server(withLists(answer(400, R"({"error":{"key":"bad_request"}})")));
+    Client client(server);
+    QByteArray heard;
+    const std::function<void(const QByteArray &)> hear = [&heard](const QByteArray &piece) { heard += piece; };
+    EXPECT_EQ(errorOf(QCoro::waitFor(client.api.updateLists(hear))), PiholeAPIError::http(400));
+    EXPECT_EQ(heard, "");
+}
+
+TEST(PiholeLists, Whoever_hears_may_end_the_client)
+{
+    ScriptedServer server(withLists(run("Done.\n")));
+    auto client = std::make_unique<Client>(server);
+    const std::function<void(const QByteArray &)> leave = [&client](const QByteArray &) { client.reset(); };
+    EXPECT_EQ(errorOf(QCoro::waitFor(client->api.updateLists(leave))), PiholeAPIError::unreachable());
+}
+
 TEST(PiholeLists, Other_calls_go_on_beside_a_run)
 {
     Reaction slow = run("Done.\n");

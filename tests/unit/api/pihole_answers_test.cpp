@@ -101,13 +101,6 @@ TEST(RestoredAnswer, Names_the_files_that_were_taken)
     EXPECT_TRUE(*parseRestored("rubbish"));
 }
 
-TEST(ListRun, Is_good_only_when_it_printed_its_end)
-{
-    EXPECT_TRUE(listsWereLoaded("\r\x1b[K  [i] Optimizing\n\n  [\u2713] Done.\n"));
-    EXPECT_FALSE(listsWereLoaded("   [\u2717] No DNS resolution available. Please contact support.\n\r"));
-    EXPECT_FALSE(listsWereLoaded(""));
-}
-
 TEST(SummaryAnswer, Numbers_written_as_fractions_count_whole)
 {
     const auto summary = parseSummary(R"({"queries":{"total":29.9,"blocked":1e3,"percent_blocked":0}})");
