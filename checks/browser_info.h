@@ -31,6 +31,8 @@ struct BrowserInfo {
     QString detail;
     /// What to do in the browser, step by step.
     QStringList steps;
+    /// The browser itself decides whether it uses secure DNS: the user has not.
+    bool decidesItself = false;
 
     bool operator==(const BrowserInfo &) const = default;
 };

@@ -78,6 +78,7 @@ BrowserInfo withReading(BrowserInfo browser, const SecureDNSReading &reading, co
     browser.state = reading.state;
     browser.detail = reading.detail;
     browser.steps = steps;
+    browser.decidesItself = reading.decidesItself;
     return browser;
 }
 
@@ -185,6 +186,15 @@ QCoro::Task<> BrowserInspector::openSettings(BrowserInfo browser)
     const Environment nothingExtra;
     // Nothing depends on whether it worked: the steps are on screen either way.
     [[maybe_unused]] const auto result = co_await CommandRunner::run(exe, args, kOpenTimeout, nothingExtra);
+}
+
+QCoro::Task<bool> BrowserInspector::open(BrowserInfo browser, QString address)
+{
+    const QString exe = QStringLiteral("/usr/bin/open");
+    const QStringList args{QStringLiteral("-b"), browser.bundleID, address};
+    const Environment nothingExtra;
+    const CommandResult result = co_await CommandRunner::run(exe, args, kOpenTimeout, nothingExtra);
+    co_return result.succeeded();
 }
 
 } // namespace corvane

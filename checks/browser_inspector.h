@@ -29,6 +29,8 @@ public:
 
     /// Opens the browser, not the default one, at its own settings page.
     [[nodiscard]] static QCoro::Task<> openSettings(BrowserInfo browser);
+    /// Opens the address in this browser, whichever the default one is; whether that worked.
+    [[nodiscard]] static QCoro::Task<bool> open(BrowserInfo browser, QString address);
 };
 
 } // namespace corvane

@@ -59,8 +59,10 @@ SecureDNSReading readMode(QByteArrayView written)
         return {SecureDNSState::Off, QStringLiteral("Secure DNS is switched off (network.trr.mode = 5). Good.")};
     }
     if (isNumber && mode == 0) {
-        return {SecureDNSState::UnknownDefault, QStringLiteral("network.trr.mode = 0 (Firefox default). Firefox may "
-                                                               "still turn secure DNS on for some countries.")};
+        return {SecureDNSState::UnknownDefault,
+                QStringLiteral("network.trr.mode = 0 (Firefox default). Firefox may "
+                               "still turn secure DNS on for some countries."),
+                true};
     }
     return {SecureDNSState::UnknownDefault, QStringLiteral("network.trr.mode = %1.").arg(value)};
 }
@@ -77,14 +79,16 @@ SecureDNSReading readLocalState(const QByteArray &bytes)
     if (!settings[u"mode"].isString()) {
         return {SecureDNSState::UnknownDefault,
                 QStringLiteral("Not set by you. The default only upgrades to secure DNS when the system DNS server "
-                               "supports it, which Pi-hole does not.")};
+                               "supports it, which Pi-hole does not."),
+                true};
     }
     const QString mode = settings[u"mode"].toString();
     if (mode == u"secure") return secure(settings[u"templates"].toString());
     if (mode == u"off") return {SecureDNSState::Off, QStringLiteral("Secure DNS is off. Good.")};
     return {SecureDNSState::Off,
             QStringLiteral("Secure DNS is on 'automatic': it is used only if the system DNS server supports it, so "
-                           "Pi-hole stays in charge.")};
+                           "Pi-hole stays in charge."),
+            true};
 }
 
 SecureDNSReading readPrefs(const QByteArray &bytes)
@@ -97,7 +101,8 @@ SecureDNSReading readPrefs(const QByteArray &bytes)
     if (key < 0) {
         return {SecureDNSState::UnknownDefault,
                 QStringLiteral("Not set by you. Firefox enables secure DNS by default in some countries, so check the "
-                               "setting.")};
+                               "setting."),
+                true};
     }
     return readMode(secondPart(lineAround(text, key)));
 }

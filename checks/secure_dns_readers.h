@@ -10,6 +10,8 @@ namespace corvane {
 struct SecureDNSReading {
     SecureDNSState state = SecureDNSState::NotReadable;
     QString detail;
+    /// The browser itself decides whether it uses secure DNS.
+    bool decidesItself = false;
 
     bool operator==(const SecureDNSReading &) const = default;
 };

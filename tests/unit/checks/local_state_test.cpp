@@ -8,13 +8,16 @@ namespace {
 
 const SecureDNSReading kNotSet{SecureDNSState::UnknownDefault,
                                QStringLiteral("Not set by you. The default only upgrades to secure DNS when the system "
-                                              "DNS server supports it, which Pi-hole does not.")};
+                                              "DNS server supports it, which Pi-hole does not."),
+                               true};
 const SecureDNSReading kUnexpected{SecureDNSState::NotReadable,
                                    QStringLiteral("The settings file has an unexpected format.")};
 const SecureDNSReading kOff{SecureDNSState::Off, QStringLiteral("Secure DNS is off. Good.")};
 const SecureDNSReading kAutomatic{
-    SecureDNSState::Off, QStringLiteral("Secure DNS is on 'automatic': it is used only if the system DNS server "
-                                        "supports it, so Pi-hole stays in charge.")};
+    SecureDNSState::Off,
+    QStringLiteral("Secure DNS is on 'automatic': it is used only if the system DNS server "
+                   "supports it, so Pi-hole stays in charge."),
+    true};
 
 SecureDNSReading on(const char *detail) { return {SecureDNSState::On, QString::fromUtf8(detail)}; }
 

@@ -43,5 +43,17 @@ TEST(OpeningSettings, Does_nothing_for_a_browser_without_a_page)
     EXPECT_TRUE(callsToOpen(other).isEmpty());
 }
 
+TEST(OpeningAnAddress, Goes_to_the_named_browser_and_says_whether_that_worked)
+{
+    const QString address = QStringLiteral("http://cv-1a2b3c.example.com/");
+    const QStringList inBrave{QStringLiteral("-b"), QStringLiteral("com.brave.Browser"), address};
+    for (const char *status : {"exit 0", "exit 1"}) {
+        const test::FakeTool open(QStringLiteral("/usr/bin/open"), status);
+        const bool opened = QCoro::waitFor(BrowserInspector::open(scanned("brave"), address));
+        EXPECT_EQ(opened, QByteArray(status) == "exit 0");
+        EXPECT_EQ(open.calls(), QList<QStringList>{inBrave});
+    }
+}
+
 } // namespace
 } // namespace corvane

@@ -8,7 +8,8 @@ namespace {
 const SecureDNSReading kNotSet{
     SecureDNSState::UnknownDefault,
     QStringLiteral("Not set by you. Firefox enables secure DNS by default in some countries, "
-                   "so check the setting.")};
+                   "so check the setting."),
+    true};
 const SecureDNSReading kUnreadable{SecureDNSState::NotReadable, QStringLiteral("Could not read Firefox's prefs.js.")};
 const SecureDNSReading kOn{SecureDNSState::On,
                            QStringLiteral("Secure DNS is ON (network.trr.mode = 2). This bypasses Pi-hole.")};
@@ -47,7 +48,8 @@ TEST(Prefs, Mode_zero_is_firefoxs_own_choice)
     const SecureDNSReading zero{
         SecureDNSState::UnknownDefault,
         QStringLiteral("network.trr.mode = 0 (Firefox default). Firefox may still turn secure DNS "
-                       "on for some countries.")};
+                       "on for some countries."),
+        true};
     EXPECT_EQ(readPrefs(line("0")), zero);
 }
 
