@@ -43,6 +43,7 @@ class Network:
         self.router_ipv6 = []       # resolvers that the router announces over IPv6
         self.vpn = None             # the resolver that a VPN brought
         self.vpn_takes_route = True
+        self.hidden_dns = None      # a server that takes every lookup without being listed, as encrypted DNS does
         self.browser_dns = None     # a resolver that the browser asks instead of the system's
         self.flushes = 0
 
@@ -120,7 +121,8 @@ class Network:
 
     def resolv_conf(self):
         """The text of /etc/resolv.conf; without a network no server answers (an empty file would mean 127.0.0.1)."""
-        lines = [f"nameserver {server}" for server in self.default_servers()] or ["nameserver 192.0.2.1"]
+        servers = [self.hidden_dns] if self.hidden_dns and self.primary() else self.default_servers()
+        lines = [f"nameserver {server}" for server in servers] or ["nameserver 192.0.2.1"]
         return "\n".join(["# Written by the simulated Mac.", *lines, "options timeout:1 attempts:1", ""])
 
     def grant_port_53(self, granted):

@@ -29,6 +29,15 @@ def vpn(mac, args):
     network.publish()
 
 
+@command("hidden-dns", "hidden-dns ADDRESS|none: takes every lookup without being listed, as encrypted DNS does")
+def hidden_dns(mac, args):
+    """What a profile with encrypted DNS or Private Relay does: scutil goes on listing the Mac's own servers."""
+    if len(args) != 1:
+        raise Refused("Say one address, or none.")
+    mac.network.hidden_dns = None if args == ["none"] else _address(args[0])
+    mac.network.publish()
+
+
 @command("service", "service add NAME [DEVICE] [linked] | remove NAME | rename NAME NEW | disable NAME | enable NAME"
                     " | link NAME | unlink NAME | first NAME")
 def service(mac, args):

@@ -167,6 +167,25 @@ class ResolversTest(MacCase):
         self.assertIn("interface: en0", self.mac.run("/sbin/route", "-n", "get", "default").out)
         self.assertEqual(self.resolv_conf(), ["10.8.0.1"])
 
+    def test_Split_VPN_stands_before_the_servers_of_the_Mac(self):
+        self.mac.ctl("servers", "Wi-Fi", "127.0.0.1", "1.1.1.1")
+        self.mac.ctl("vpn", "on", "10.9.8.7", "split")
+        self.assertIn("resolver #1\n  nameserver[0] : 10.9.8.7\n  if_index : 24 (utun4)\n"
+                      "  flags    : Supplemental, Request A records\n"
+                      "  reach    : 0x00000003 (Reachable,Transient Connection)\n  order    : 101400\n\n"
+                      "resolver #2\n  search domain[0] : home.arpa\n  nameserver[0] : 127.0.0.1\n"
+                      "  nameserver[1] : 1.1.1.1\n", self.report())
+        self.assertIn("  order    : 200000\n\nresolver #3\n  domain   : local\n", self.report())
+
+    def test_Hidden_server_takes_the_lookups_and_is_not_listed(self):
+        self.mac.ctl("servers", "Wi-Fi", "127.0.0.1", "1.1.1.1")
+        listed = self.report()
+        self.mac.ctl("hidden-dns", "1.1.1.1")
+        self.assertEqual(self.resolv_conf(), ["1.1.1.1"])
+        self.assertEqual(self.report(), listed)
+        self.mac.ctl("hidden-dns", "none")
+        self.assertEqual(self.resolv_conf(), ["127.0.0.1", "1.1.1.1"])
+
     def test_Without_Wi_Fi_there_is_no_server_and_no_route(self):
         self.mac.ctl("wifi", "off")
         self.assertNotIn("nameserver", self.report())

@@ -7,6 +7,7 @@ MULTICAST = (("local", 300000), ("254.169.in-addr.arpa", 300200), ("8.e.f.ip6.ar
 REACHABLE = "0x00000002 (Reachable)"
 NEXT_DOOR = "0x00020002 (Reachable,Directly Reachable Address)"
 LOCAL = "0x00030002 (Reachable,Local Address,Directly Reachable Address)"
+TUNNEL = "0x00000003 (Reachable,Transient Connection)"
 NOT_REACHABLE = "0x00000000 (Not Reachable)"
 
 
@@ -22,7 +23,8 @@ async def scutil(call):
 
 def report(network):
     """The whole text of `scutil --dns`."""
-    parts = ["DNS configuration", *_default_resolvers(network), *_multicast_resolvers()]
+    default = _default_resolvers(network)
+    parts = ["DNS configuration", *default, *_multicast_resolvers(len(default) + 1)]
     scoped = [_scoped(number, network, service)
               for number, service in enumerate(filter(network.is_up, network.services), 1)]
     if scoped:
@@ -63,17 +65,28 @@ def _default_resolvers(network):
     primary = network.primary()
     if primary is None:
         return [_block(1, ("flags", ""), ("reach", NOT_REACHABLE))]
-    servers = network.default_servers()
-    device = "utun4" if network.vpn else primary.device
-    search = "corp.example" if network.vpn else network.search
-    return [_block(1, ("search domain[0]", search), *_servers(servers), _interface(network, device),
-                   ("flags", _records(servers)), ("reach", reach(network, servers)))]
+    if network.vpn and not network.vpn_takes_route:
+        return [_supplemental(network), _default(2, network, network.servers_of(primary), ("order", 200000))]
+    return [_default(1, network, network.default_servers())]
 
 
-def _multicast_resolvers():
+def _default(number, network, servers, *more):
+    in_vpn = servers == [network.vpn]
+    device = "utun4" if in_vpn else network.primary().device
+    return _block(number, ("search domain[0]", "corp.example" if in_vpn else network.search), *_servers(servers),
+                  _interface(network, device), ("flags", _records(servers)), ("reach", reach(network, servers)), *more)
+
+
+def _supplemental(network):
+    """The resolver of a VPN that leaves the route alone and takes every name all the same."""
+    return _block(1, *_servers([network.vpn]), _interface(network, "utun4"),
+                  ("flags", "Supplemental, Request A records"), ("reach", TUNNEL), ("order", 101400))
+
+
+def _multicast_resolvers(first):
     return [_block(number, ("domain", domain), ("options", "mdns"), ("timeout", "5"), ("flags", "Request A records"),
                    ("reach", NOT_REACHABLE), ("order", order))
-            for number, (domain, order) in enumerate(MULTICAST, 2)]
+            for number, (domain, order) in enumerate(MULTICAST, first)]
 
 
 def _scoped(number, network, service):
