@@ -1,6 +1,7 @@
 #include "dns/resolver_report.h"
 
 #include "dns/dns_configurator.h"
+#include "dns/dns_detour.h"
 #include "dns/text_lines.h"
 
 #include <algorithm>
@@ -14,11 +15,16 @@ constexpr QStringView kPihole = u"127.0.0.1";
 /// What stands after the first colon, without the blanks around it.
 QString valueOf(QStringView line) { return trimmedBlanks(line.sliced(line.indexOf(u':') + 1)).toString(); }
 
+/// The name in "24 (utun4)".
+QString deviceOf(const QString &index) { return index.section(u'(', 1).section(u')', 0, 0); }
+
 void readLine(QStringView line, ResolverBlock &block)
 {
     if (!line.contains(u':')) return;
     if (line.startsWith(u"nameserver[")) block.nameservers += valueOf(line);
     if (line.startsWith(u"domain")) block.domain = valueOf(line);
+    if (line.startsWith(u"if_index")) block.device = deviceOf(valueOf(line));
+    if (line.startsWith(u"flags")) block.supplemental = valueOf(line).contains(u"Supplemental");
 }
 
 bool servesEveryDomain(const ResolverBlock &block) { return !block.domain && !block.nameservers.isEmpty(); }
@@ -65,6 +71,7 @@ ResolverReport ResolverReport::of(const QList<ResolverBlock> &blocks)
         .defaultServers = block->nameservers,
         .firstIsPihole = block->nameservers.first() == kPihole,
         .warnings = warningsFor(block->nameservers),
+        .detour = dnsDetour(*block),
     };
 }
 

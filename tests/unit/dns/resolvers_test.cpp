@@ -42,7 +42,7 @@ ResolverReport reportOnServers(const QStringList &servers)
 TEST(ParsingResolvers, Reads_servers_and_domains_of_each_block_up_to_the_scoped_ones)
 {
     const QList<ResolverBlock> expected{
-        {.nameservers = list({"127.0.0.1", "fe80::1%en0"}), .domain = std::nullopt},
+        {.nameservers = list({"127.0.0.1", "fe80::1%en0"}), .domain = std::nullopt, .device = QStringLiteral("en0")},
         {.nameservers = {}, .domain = QStringLiteral("local")},
         {.nameservers = {}, .domain = QStringLiteral("254.169.in-addr.arpa")},
     };
@@ -52,7 +52,7 @@ TEST(ParsingResolvers, Reads_servers_and_domains_of_each_block_up_to_the_scoped_
 TEST(ParsingResolvers, Numbers_may_have_gaps_and_a_search_domain_is_no_domain)
 {
     const QList<ResolverBlock> expected{
-        {.nameservers = list({"10.0.0.53"}), .domain = QStringLiteral("corp.example.com")},
+        {.nameservers = list({"10.0.0.53"}), .domain = QStringLiteral("corp.example.com"), .supplemental = true},
         {.nameservers = list({"127.0.0.1"}), .domain = std::nullopt},
     };
     EXPECT_EQ(DNSConfigurator::parseResolvers(recorded("scutil_local_first.txt")), expected);
