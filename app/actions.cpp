@@ -1,6 +1,6 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/colima_start.h"
+#include "app/operation.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
@@ -11,7 +11,6 @@ namespace corvane {
 
 namespace {
 
-const QString kContainerKey = QStringLiteral("container");
 constexpr double kStartTimeout = 30; // seconds
 constexpr double kStopTimeout = 60;  // seconds
 
@@ -30,13 +29,12 @@ void AppModel::openDashboard() { m_workspace.open(dashboardURL()); }
 
 QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
 {
-    if (maintains() || busy().contains(kContainerKey)) co_return;
+    if (!mayBegin(Activity::StartContainer, &AppModel::setStartMessage)) co_return;
+    const ActivityMark mark(m_activities, Activity::StartContainer);
     setStartPlace(from);
-    const BusyKey mark(this, kContainerKey);
-    const QPointer<AppModel> alive(this);
     tellStart({}, {});
     co_await refreshTools();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (dockerWorks()) {
         co_await finishStart();
         co_return;
@@ -50,18 +48,16 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
         setNotice(QStringLiteral("Colima was not found."));
         co_return;
     }
-    if (maintains()) co_return;
-    m_maintOp.start(kStartingColima, steps, [this](bool succeeded) {
-        if (succeeded)
-            launch(finishStart());
-        else
-            setNotice(QStringLiteral("Colima did not start. See the log."));
-    });
+    const bool started = co_await perform(&m_maintOp, kStartingColima, steps);
+    if (!mark.stands()) co_return;
+    if (started)
+        co_await finishStart();
+    else
+        setNotice(QStringLiteral("Colima did not start. See the log."));
 }
 
 QCoro::Task<> AppModel::finishStart()
 {
-    const BusyKey mark(this, kContainerKey);
     const QPointer<AppModel> alive(this);
     co_await refreshTools();
     if (!alive) co_return;
@@ -96,21 +92,26 @@ QCoro::Task<QString> AppModel::makeRoom()
     co_return {};
 }
 
-QCoro::Task<> AppModel::stopPihole(Place::Name from) { return control(QStringLiteral("stop"), false, from); }
-
-QCoro::Task<> AppModel::restartPihole() { return control(QStringLiteral("restart"), true, Place::Dashboard); }
-
-QCoro::Task<> AppModel::control(QString verb, bool starts, Place::Name from)
+QCoro::Task<> AppModel::stopPihole(Place::Name from)
 {
-    if (busy().contains(kContainerKey)) co_return;
+    return control(Activity::StopContainer, QStringLiteral("stop"), from);
+}
+
+QCoro::Task<> AppModel::restartPihole()
+{
+    return control(Activity::RestartContainer, QStringLiteral("restart"), Place::Dashboard);
+}
+
+QCoro::Task<> AppModel::control(Activity activity, QString verb, Place::Name from)
+{
+    if (!mayBegin(activity, &AppModel::setStartMessage)) co_return;
+    const ActivityMark mark(m_activities, activity);
     setStartPlace(from);
-    const BusyKey mark(this, kContainerKey);
-    const QPointer<AppModel> alive(this);
     tellStart({}, {});
     const QStringList command{verb, QStringLiteral("pihole")};
     const CommandResult result = co_await DockerCLI::run(command, kStopTimeout);
-    if (!alive) co_return;
-    co_await afterControl(result, starts);
+    if (!mark.stands()) co_return;
+    co_await afterControl(result, activity == Activity::RestartContainer);
 }
 
 /// Why the container was not started or stopped, and beside it what docker itself said.

@@ -30,6 +30,11 @@ enum class Activity : quint32 {
     Removal = 1U << 19,
     ExportBackup = 1U << 20,
     ImportBackup = 1U << 21,
+    ScanBrowsers = 1U << 22,
+    LoadLogs = 1U << 23,
+    CheckForUpdates = 1U << 24,
+    BringBack = 1U << 25,
+    LoadLists = 1U << 26,
 };
 Q_DECLARE_FLAGS(Activities, Activity)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Activities)
@@ -84,6 +89,11 @@ inline constexpr std::array kActivityRules{
                  Subject::Engine},
     ActivityRule{Activity::ExportBackup, "", "a backup is being saved", {}, Subject::Container},
     ActivityRule{Activity::ImportBackup, "", "a backup is being restored", Subject::Container, Subject::Engine},
+    ActivityRule{Activity::LoadLists, "lists", "the block lists are being loaded", {}, Subject::Container},
+    ActivityRule{Activity::ScanBrowsers, "browsers", "the browsers are being looked at"},
+    ActivityRule{Activity::LoadLogs, "logs", "the log is being read"},
+    ActivityRule{Activity::CheckForUpdates, "updates", "a newer version is being looked for"},
+    ActivityRule{Activity::BringBack, "", "the old version is being brought back", Subject::Container, Subject::Engine},
 };
 
 [[nodiscard]] constexpr bool exclude(const ActivityRule &one, const ActivityRule &other)

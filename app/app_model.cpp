@@ -49,6 +49,10 @@ AppModel::AppModel(const Surroundings &surroundings)
 {
     // From the event loop: by then the dot stands, whatever the keychain asks.
     QTimer::singleShot(0, this, [this] { launch(readPassword(this)); });
+    connect(&m_activities, &CurrentActivities::changed, this, [this] {
+        setUnderWay(m_activities.underWay());
+        setBusy(m_activities.busyKeys());
+    });
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
         if (m_showsFollowedLog) Q_EMIT logTextChanged();
     });
@@ -142,16 +146,11 @@ bool AppModel::isStepDone(int step) const
     }
 }
 
-void AppModel::markBusy(const QString &key)
+bool AppModel::mayBegin(Activity activity, void (AppModel::*say)(const QString &))
 {
-    ++m_busyCounts[key];
-    setBusy(QSet<QString>(m_busyCounts.keyBegin(), m_busyCounts.keyEnd()));
-}
-
-void AppModel::clearBusy(const QString &key)
-{
-    if (--m_busyCounts[key] <= 0) m_busyCounts.remove(key);
-    setBusy(QSet<QString>(m_busyCounts.keyBegin(), m_busyCounts.keyEnd()));
+    const QString obstacle = m_activities.obstacle(activity);
+    if (!obstacle.isEmpty()) (this->*say)(obstacle);
+    return m_activities.mayBegin(activity);
 }
 
 void AppModel::setNote(const QString &key, const QString &text)

@@ -3,6 +3,7 @@
 #include "api/pihole_api.h"
 #include "app/app_state.h"
 #include "app/clock.h"
+#include "app/current_activities.h"
 #include "app/dialogs.h"
 #include "app/launch.h"
 #include "app/pause.h"
@@ -161,9 +162,6 @@ public:
     [[nodiscard]] OperationRunner *startOp() { return &m_startOp; }
     [[nodiscard]] OperationRunner *maintOp() { return &m_maintOp; }
     [[nodiscard]] OperationRunner *followOp() { return &m_followOp; }
-    /// Marks an action as under way; a key stays busy until it was cleared as often as it was marked. See BusyKey.
-    void markBusy(const QString &key);
-    void clearBusy(const QString &key);
     /// Whether a set-up or maintenance operation is under way; following the log is none.
     [[nodiscard]] bool operationRunning() const;
 
@@ -171,6 +169,8 @@ Q_SIGNALS:
     void logTextChanged();
 
 private:
+    /// Whether the activity may begin. Says with `say` what is in its way, unless that is itself.
+    [[nodiscard]] bool mayBegin(Activity activity, void (AppModel::*say)(const QString &));
     void recordOutcome(const QString &test, bool passed, const QString &summary);
     /// Puts a line beside what the key stands for, or takes it away.
     void setNote(const QString &key, const QString &text);
@@ -180,7 +180,7 @@ private:
     void tellStart(const QString &message, const QString &note);
     [[nodiscard]] bool mayCount() const;
     void publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report);
-    [[nodiscard]] QCoro::Task<> control(QString verb, bool starts, Place::Name from);
+    [[nodiscard]] QCoro::Task<> control(Activity activity, QString verb, Place::Name from);
     [[nodiscard]] QCoro::Task<> afterControl(CommandResult result, bool starts);
     [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;
     [[nodiscard]] QCoro::Task<> keepPauseShort();
@@ -190,32 +190,32 @@ private:
     void follow();
     void onFollowerEnded();
 
-    [[nodiscard]] QCoro::Task<> finishInstall(bool succeeded);
+    [[nodiscard]] QCoro::Task<> install();
+    [[nodiscard]] QCoro::Task<> changeLoginService(bool enable);
+    [[nodiscard]] QCoro::Task<> switchAutostart(bool enable);
+    [[nodiscard]] QCoro::Task<> startColima();
     [[nodiscard]] QCoro::Task<> waitForDocker();
-    void startColimaWithoutService();
+    [[nodiscard]] QCoro::Task<> startColimaWithoutService();
     [[nodiscard]] QCoro::Task<bool> piholeCanStart();
-    [[nodiscard]] QCoro::Task<> startContainer(QString password);
+    [[nodiscard]] QCoro::Task<bool> startContainer(QString password);
 
-    void showPiholeCheck(int run, int row, bool passed, const QString &detail);
-    [[nodiscard]] QCoro::Task<bool> testContainer(int run, Clock::Duration limit);
-    [[nodiscard]] QCoro::Task<bool> testAdminPage(int run, int attempts);
-    [[nodiscard]] QCoro::Task<bool> testDns(int run, int attempts, bool containerPassed);
-    [[nodiscard]] QCoro::Task<> explainReply(int run, DigResult reply);
-    [[nodiscard]] QCoro::Task<> explainSilentDns(int run);
+    // `run` belongs to the flow that waits.
+    void showPiholeCheck(int row, bool passed, const QString &detail);
+    [[nodiscard]] QCoro::Task<bool> testContainer(const ActivityMark *run, Clock::Duration limit);
+    [[nodiscard]] QCoro::Task<bool> testAdminPage(const ActivityMark *run, int attempts);
+    [[nodiscard]] QCoro::Task<bool> testDns(const ActivityMark *run, int attempts, bool containerPassed);
+    [[nodiscard]] QCoro::Task<> explainSilentDns(const ActivityMark *run);
+    [[nodiscard]] QCoro::Task<> explainReply(const ActivityMark *run, DigResult reply);
     [[nodiscard]] QCoro::Task<QString> whyBlockingFailed(BlockingTestResult result, DigResult allowed,
                                                          std::optional<PiholeSummary> counters);
     [[nodiscard]] QCoro::Task<QString> blockedInAnotherWay();
-    [[nodiscard]] QCoro::Task<> explainMissingNames(QString key, bool missing);
-    [[nodiscard]] QCoro::Task<> finishUDPFix(bool succeeded);
+    [[nodiscard]] QCoro::Task<> explainMissingNames(const ActivityMark *run, QString key, bool missing);
 
-    [[nodiscard]] bool changesDns() const;
     [[nodiscard]] QCoro::Task<QString> findInLog(QStringList names, QSet<QString> *found);
 
-    [[nodiscard]] bool maintains() const;
     [[nodiscard]] QCoro::Task<QString> saveBackupBefore(QString newTag);
-    [[nodiscard]] QCoro::Task<> startUpdate(QString newTag);
-    [[nodiscard]] QCoro::Task<> finishUpdate(bool succeeded, QString oldTag, QString newTag);
-    void finishPortChange(bool succeeded);
+    [[nodiscard]] QCoro::Task<bool> runUpdate(QString newTag);
+    void rollBack(const QString &oldTag);
     [[nodiscard]] QCoro::Task<> removeContainer();
     void forgetPihole();
 
@@ -230,20 +230,15 @@ private:
     OperationRunner m_startOp;
     OperationRunner m_maintOp;
     OperationRunner m_followOp;
-    QHash<QString, int> m_busyCounts;
+    CurrentActivities m_activities;
     Pause m_pause{m_settings};
     bool m_refreshing = false;
     bool m_refreshAgain = false;
     bool m_refreshAgainWithStats = false;
     int m_newestWatch = 0;
     int m_oldAnswers = 0;
-    int m_newestScan = 0;
     int m_toolSearches = 0;
     int m_newestToolsFound = 0;
-    bool m_preparingStart = false;
-    bool m_updating = false;
-    bool m_removing = false;
-    int m_newestTestRun = 0;
     QString m_loadedLog;
     bool m_showsFollowedLog = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/pihole_types.h"
+#include "app/activity.h"
 #include "app/check_row.h"
 #include "app/dns_trouble.h"
 #include "app/menu_icon.h"
@@ -39,6 +40,7 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, QSet<int>, visited, setVisited, QSet<int>{0})
     CORVANE_PUBLISHED(AppState, Outcomes, outcomes, setOutcomes, Outcomes())
     CORVANE_PUBLISHED(AppState, QSet<QString>, busy, setBusy, QSet<QString>())
+    CORVANE_PUBLISHED(AppState, Activities, underWay, setUnderWay, Activities())
     CORVANE_PUBLISHED(AppState, QString, notice, setNotice, QString())
 
     // Tools.

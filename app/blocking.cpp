@@ -1,5 +1,4 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 
 #include <QPointer>
 
@@ -132,21 +131,20 @@ PiholeAPI::Answer<PiholeArchive> AppModel::downloadSettings()
 
 QCoro::Task<> AppModel::loadBlockLists()
 {
-    if (busy().contains(kListsKey)) co_return;
-    const BusyKey mark(this, kListsKey);
-    const QPointer<AppModel> alive(this);
+    if (!mayBegin(Activity::LoadLists, &AppModel::setApiMessage)) co_return;
+    const ActivityMark mark(m_activities, Activity::LoadLists);
     configureAPI();
     setNote(kListsKey, QStringLiteral("Pi-hole loads its block lists. This takes a few seconds to some minutes..."));
     // A Pi-hole that never had lists uses them from the second run on.
     bool loaded = true;
     for (int run = 0; loaded && (run == 0 || (listsEmpty() && run < kListRuns)); ++run) {
         const auto ended = co_await m_api.updateLists();
-        if (!alive) co_return;
+        if (!mark.stands()) co_return;
         loaded = ended.value_or(false);
         if (loaded) co_await m_clock.pause(kListsSettle);
-        if (!alive) co_return;
+        if (!mark.stands()) co_return;
         co_await refreshStats();
-        if (!alive) co_return;
+        if (!mark.stands()) co_return;
     }
     setNote(kListsKey, listsVerdict(loaded, listsEmpty()));
 }

@@ -1,5 +1,4 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/status_note.h"
 #include "runtime/pihole_controller.h"
 
@@ -62,9 +61,8 @@ QString noteOnState(const PiholeBlocking &state)
 QCoro::Task<> AppModel::runBlockingTest()
 {
     const QString key = QStringLiteral("blocking");
-    if (busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (!m_activities.mayBegin(Activity::BlockingTest)) co_return;
+    const ActivityMark mark(m_activities, Activity::BlockingTest);
     configureAPI();
 
     BlockingTestResult result;
@@ -76,11 +74,11 @@ QCoro::Task<> AppModel::runBlockingTest()
         break;
     }
     const DigResult allowed = co_await askPihole(QStringLiteral("example.com"));
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     result.allowedAnswer = allowedAnswer(allowed);
 
     const auto counters = co_await m_api.summary();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (counters) {
         result.queries = counters->total;
         result.blockedToday = counters->blocked;
@@ -97,7 +95,7 @@ QCoro::Task<> AppModel::runBlockingTest()
     if (known) setSummary(known);
     QString beside;
     if (!bothHold) beside = co_await whyBlockingFailed(result, allowed, known);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     setBlockingTest(result);
     setNote(key, beside);
     recordOutcome(key, bothHold,
@@ -140,18 +138,17 @@ QCoro::Task<QString> AppModel::blockedInAnotherWay()
 }
 
 /// Says beside a test that looked for names in Pi-hole's log when Pi-hole shows no names at all.
-QCoro::Task<> AppModel::explainMissingNames(QString key, bool missing)
+QCoro::Task<> AppModel::explainMissingNames(const ActivityMark *run, QString key, bool missing)
 {
-    const QPointer<AppModel> alive(this);
     setNote(key, {});
     if (!missing) co_return;
     const auto queries = co_await m_api.recentQueries(kLogLength);
-    if (!alive || !queries) co_return;
+    if (!run->stands() || !queries) co_return;
     bool hidden = std::ranges::count(*queries, QStringLiteral("hidden"), &PiholeQuery::domain) > 0;
     if (queries->isEmpty()) {
         // Pi-hole counts what it does not log.
         const auto counters = co_await m_api.summary();
-        if (!alive) co_return;
+        if (!run->stands()) co_return;
         hidden = counters && counters->total > 0;
     }
     if (hidden) {

@@ -1,5 +1,4 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/test_name.h"
 #include "checks/browser_inspector.h"
 #include "exec/background.h"
@@ -20,18 +19,15 @@ constexpr int kLogLength = 300;
 
 QCoro::Task<> AppModel::scanBrowsers()
 {
-    const QString key = QStringLiteral("browsers");
-    if (!browserReadAllowed() || busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (!browserReadAllowed() || !m_activities.mayBegin(Activity::ScanBrowsers)) co_return;
+    const ActivityMark mark(m_activities, Activity::ScanBrowsers);
     const std::function<QList<BrowserInfo>()> scan = [installed = BrowserInspector::installedBundles(m_workspace)] {
         return BrowserInspector::scan(installed);
     };
-    const int number = ++m_newestScan;
     BackgroundWork<QList<BrowserInfo>> work(scan);
     const QList<BrowserInfo> found = co_await work;
     // Of two readings at once, the one that began later knows better.
-    if (alive && number == m_newestScan) setBrowsers(found);
+    if (mark.stands()) setBrowsers(found);
 }
 
 QCoro::Task<> AppModel::openBrowserSettings(QString id)
@@ -44,13 +40,11 @@ QCoro::Task<> AppModel::openBrowserSettings(QString id)
 
 QCoro::Task<> AppModel::runBrowserTest()
 {
-    const QString key = QStringLiteral("browser");
-    if (busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (!m_activities.mayBegin(Activity::BrowserTest)) co_return;
+    const ActivityMark mark(m_activities, Activity::BrowserTest);
     configureAPI();
 
-    setNote(key, {});
+    setNote(QStringLiteral("browser"), {});
     const QString name = freshTestName();
     m_workspace.open(QUrl(QStringLiteral("http://%1/").arg(name)));
     setBrowserTestDetail(QStringLiteral("Opened ") + name +
@@ -60,9 +54,9 @@ QCoro::Task<> AppModel::runBrowserTest()
     bool found = false;
     while (!found && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenReads);
-        if (!alive) co_return;
+        if (!mark.stands()) co_return;
         const auto queries = co_await m_api.recentQueries(kLogLength);
-        if (!alive) co_return;
+        if (!mark.stands()) co_return;
         found = queries && std::ranges::count(*queries, name, &PiholeQuery::domain) > 0;
     }
     const QString detail =
@@ -72,8 +66,8 @@ QCoro::Task<> AppModel::runBrowserTest()
             : name + QStringLiteral(" did not show up in Pi-hole's log within 20 seconds. Your default browser may be "
                                     "using its own secure DNS, a VPN or a proxy.");
     setBrowserTestDetail(detail);
-    recordOutcome(key, found, detail);
-    co_await explainMissingNames(key, !found);
+    recordOutcome(QStringLiteral("browser"), found, detail);
+    co_await explainMissingNames(&mark, QStringLiteral("browser"), !found);
 }
 
 } // namespace corvane

@@ -1,5 +1,4 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/file_work.h"
 #include "app/test_name.h"
 #include "dns/dns_configurator.h"
@@ -67,18 +66,11 @@ Alert restoreQuestion(bool hasBackup)
 
 } // namespace
 
-/// Whether a change of this Mac's DNS is under way; the backup file has one user at a time.
-bool AppModel::changesDns() const
-{
-    return busy().contains(QStringLiteral("applydns")) || busy().contains(QStringLiteral("restoredns"));
-}
-
 QCoro::Task<> AppModel::loadServices()
 {
-    const BusyKey mark(this, QStringLiteral("services"));
-    const QPointer<AppModel> alive(this);
+    const ActivityMark mark(m_activities, Activity::LoadServices);
     const QList<NetworkService> found = co_await DNSConfigurator::listServices();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     setServices(found);
 
     const QStringList names = namesOf(found);
@@ -94,8 +86,8 @@ QCoro::Task<> AppModel::loadServices()
 
 QCoro::Task<> AppModel::applyDNS()
 {
-    if (changesDns()) co_return;
-    const QPointer<AppModel> alive(this);
+    if (!mayBegin(Activity::ApplyDns, &AppModel::setDnsMessage)) co_return;
+    ActivityMark mark(m_activities, Activity::ApplyDns, ActivityMark::Begin::WhenAgreed);
     setDnsPlace(Place::SetUp);
     setDnsMessage({});
     if (!answering()) {
@@ -112,32 +104,30 @@ QCoro::Task<> AppModel::applyDNS()
     const bool onlyPihole = piholeOnly();
     const Alert question = changeQuestion(chosen, onlyPihole);
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!alive || !accepted || changesDns()) co_return;
+    if (!mark.stands() || !accepted) co_return;
 
-    const BusyKey mark(this, QStringLiteral("applydns"));
+    mark.agreed();
     const auto saved = co_await saveDnsBackup(chosen);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (!saved) {
         setDnsMessage(QStringLiteral("The old settings could not be saved, so nothing was changed: ") + saved.error());
         co_return;
     }
     const std::optional<QString> failure = co_await DNSConfigurator::apply(namesOf(chosen), onlyPihole);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     setDnsMessage(failure.value_or(QStringLiteral("DNS changed.")));
     co_await loadServices();
-    if (!alive || failure) co_return;
+    if (!mark.stands() || failure) co_return;
     co_await runSystemTest();
 }
 
 QCoro::Task<> AppModel::runSystemTest()
 {
-    const QString key = QStringLiteral("system");
-    if (busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (!m_activities.mayBegin(Activity::SystemTest)) co_return;
+    const ActivityMark mark(m_activities, Activity::SystemTest);
     configureAPI();
     const ResolverReport report = co_await DNSConfigurator::resolverReport();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     setResolverReport(report);
 
     QStringList names;
@@ -145,10 +135,10 @@ QCoro::Task<> AppModel::runSystemTest()
         names.append(freshTestName());
         co_await DNSConfigurator::systemResolve(names.last());
     }
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     QSet<QString> found;
     const QString unread = co_await findInLog(names, &found);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
 
     QString detail = QStringLiteral("%1 of %2 test lookups through the system resolver showed up in Pi-hole's log.")
                          .arg(found.size())
@@ -156,10 +146,10 @@ QCoro::Task<> AppModel::runSystemTest()
     if (!unread.isEmpty()) detail += QStringLiteral(" (Could not read the log: ") + unread + u')';
     if (!report.firstIsPihole) detail += QStringLiteral(" The first DNS server macOS uses is not Pi-hole.");
     setSystemTestDetail(detail);
-    recordOutcome(key, !found.isEmpty() && report.firstIsPihole, detail);
+    recordOutcome(QStringLiteral("system"), !found.isEmpty() && report.firstIsPihole, detail);
     if (setupSucceeded()) setWizardFinished(true);
-    co_await explainMissingNames(key, unread.isEmpty() && found.size() < kTestLookups);
-    if (alive) co_await refreshStatus(false);
+    co_await explainMissingNames(&mark, QStringLiteral("system"), unread.isEmpty() && found.size() < kTestLookups);
+    if (mark.stands()) co_await refreshStatus(false);
 }
 
 /// Looks for the names in Pi-hole's query log until all are there, a read fails, or three reads were made. Answers why
@@ -171,6 +161,7 @@ QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found
         co_await m_clock.pause(kBeforeLogRead);
         if (!alive) co_return {};
         const auto queries = co_await m_api.recentQueries(kLogLength);
+        if (!alive) co_return {};
         if (!queries) co_return queries.error().description();
         for (const PiholeQuery &query : *queries) {
             if (names.contains(query.domain)) found->insert(query.domain);
@@ -181,17 +172,17 @@ QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found
 
 QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
 {
-    if (changesDns()) co_return;
-    const QPointer<AppModel> alive(this);
+    if (!mayBegin(Activity::RestoreDns, &AppModel::setDnsMessage)) co_return;
+    ActivityMark mark(m_activities, Activity::RestoreDns, ActivityMark::Begin::WhenAgreed);
     const Alert question = restoreQuestion(DNSConfigurator::hasBackup());
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!alive || !accepted || changesDns()) co_return;
+    if (!mark.stands() || !accepted) co_return;
 
-    const BusyKey mark(this, QStringLiteral("restoredns"));
+    mark.agreed();
     setDnsPlace(from);
     setDnsMessage({});
     const DNSRestore restored = co_await DNSConfigurator::restore();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     setDnsMessage(restored.failure.value_or(restored.remark));
     if (!restored.failure) {
         setNotice(QStringLiteral("Your old DNS settings are back."));

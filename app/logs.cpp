@@ -1,5 +1,4 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/file_work.h"
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
@@ -24,12 +23,10 @@ QString AppModel::logText() const { return m_showsFollowedLog ? m_followOp.lines
 
 QCoro::Task<> AppModel::loadLogs()
 {
-    const QString key = QStringLiteral("logs");
-    if (following() || busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (following() || !m_activities.mayBegin(Activity::LoadLogs)) co_return;
+    const ActivityMark mark(m_activities, Activity::LoadLogs);
     const QString text = co_await PiholeController::logs(kLoadedLines);
-    if (!alive || following()) co_return;
+    if (!mark.stands() || following()) co_return;
     m_loadedLog = text;
     m_showsFollowedLog = false;
     Q_EMIT logTextChanged();

@@ -1,7 +1,7 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/container_steps.h"
 #include "app/file_work.h"
+#include "app/operation.h"
 #include "app/operation_title.h"
 #include "app/release_feed.h"
 #include "app/version_tag.h"
@@ -12,7 +12,6 @@
 #include <QDateTime>
 #include <QFile>
 #include <QPointer>
-#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -52,19 +51,14 @@ QString webPortProblem(int port)
 
 } // namespace
 
-/// Whether an operation of maintenance is under way, or is being prepared.
-bool AppModel::maintains() const { return m_updating || m_removing || operationRunning(); }
-
 QCoro::Task<> AppModel::checkForUpdates()
 {
-    const QString key = QStringLiteral("updates");
-    if (busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (!m_activities.mayBegin(Activity::CheckForUpdates)) co_return;
+    const ActivityMark mark(m_activities, Activity::CheckForUpdates);
     setUpdateMessage(
         QStringLiteral("Asking %1 for the newest version. Nothing about you is sent...").arg(m_releaseFeed.host()));
     const auto newest = co_await ReleaseFeed::newestTag(m_releaseFeed);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (!newest) {
         setUpdateMessage(QStringLiteral("Could not check for updates: ") + newest.error());
     } else if (!*newest) {
@@ -80,28 +74,25 @@ QCoro::Task<> AppModel::checkForUpdates()
 
 QCoro::Task<> AppModel::performUpdate()
 {
-    if (!latestTag() || maintains()) co_return;
-    const QPointer<AppModel> alive(this);
-    m_updating = true;
-    const auto done = qScopeGuard([alive] {
-        if (alive) alive->m_updating = false;
-    });
+    if (!latestTag() || !mayBegin(Activity::Update, &AppModel::setUpdateMessage)) co_return;
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::Update, ActivityMark::Begin::WhenAgreed);
     const QString newTag = *latestTag();
     const Alert question = updateQuestion(newTag);
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!alive || !accepted) co_return;
+    if (!mark->stands() || !accepted) co_return;
 
+    mark->agreed();
+    m_activities.outdate(Activity::CheckForUpdates); // it would compare with a version that is about to change
     const QString failure = co_await saveBackupBefore(newTag);
-    if (!alive) co_return;
+    if (!mark->stands()) co_return;
     if (!failure.isEmpty()) {
         setUpdateMessage(QStringLiteral("The update was not started because the backup failed: ") + failure);
         co_return;
     }
-    if (operationRunning()) {
-        setUpdateMessage(QStringLiteral("The update was not started because something else is being done."));
-        co_return;
-    }
-    co_await startUpdate(newTag);
+    const bool updated = co_await runUpdate(newTag);
+    if (!mark->stands()) co_return;
+    mark.reset(); // nothing that follows stands in the way of anything
+    if (updated) co_await runPiholeTests(true);
 }
 
 /// Saves Pi-hole's settings into the backups folder; answers why it could not, or nothing.
@@ -115,43 +106,45 @@ QCoro::Task<QString> AppModel::saveBackupBefore(QString newTag)
     co_return written ? QString() : written.error();
 }
 
-QCoro::Task<> AppModel::startUpdate(QString newTag)
+/// Puts a container of the new version into the place of the old one; whether it did.
+QCoro::Task<bool> AppModel::runUpdate(QString newTag)
 {
     const QPointer<AppModel> alive(this);
     const WantedContainer wanted{newTag, webPort(), composeAvailable(), true};
     const auto steps = co_await containerSteps(wanted);
-    if (!alive) co_return;
+    if (!alive) co_return false;
     if (!steps) {
         setUpdateMessage(steps.error());
-        co_return;
+        co_return false;
     }
     if (steps->isEmpty()) {
         setNotice(QStringLiteral("docker was not found."));
-        co_return;
+        co_return false;
     }
     const QString oldTag = pinnedTag();
     setPinnedTag(newTag);
     const auto written = co_await writePiholeFiles(newTag, webPort(), adminPassword());
-    if (!alive) co_return;
+    if (!alive) co_return false;
     if (!written) {
         setPinnedTag(oldTag);
         // One of the two files may be the new one already. What stands in the way of that one is told all the same.
         [[maybe_unused]] const auto restored = PiholeController::writeFiles(oldTag, webPort(), adminPassword());
         setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + written.error());
-        co_return;
+        co_return false;
     }
-    m_maintOp.start(QStringLiteral("Updating Pi-hole to ") + newTag, *steps,
-                    [this, oldTag, newTag](bool succeeded) { launch(finishUpdate(succeeded, oldTag, newTag)); });
-}
-
-QCoro::Task<> AppModel::finishUpdate(bool succeeded, QString oldTag, QString newTag)
-{
-    if (succeeded) {
+    const bool updated = co_await perform(&m_maintOp, QStringLiteral("Updating Pi-hole to ") + newTag, *steps);
+    if (!alive) co_return false;
+    if (updated) {
         setUpdateMessage(QStringLiteral("Updated to %1.").arg(newTag));
         setLatestTag(std::nullopt);
-        co_await runPiholeTests(true);
-        co_return;
+    } else {
+        rollBack(oldTag);
     }
+    co_return updated;
+}
+
+void AppModel::rollBack(const QString &oldTag)
+{
     setPinnedTag(oldTag);
     QString message =
         QStringLiteral("The update did not finish; the pinned version is back to %1. Use Start/Restart if "
@@ -172,8 +165,8 @@ void AppModel::setLaunchAtLogin(bool on)
 
 QCoro::Task<> AppModel::changeWebPort(int port)
 {
-    const QString key = QStringLiteral("container");
-    if (port == webPort() || maintains() || busy().contains(key)) co_return;
+    if (port == webPort() || !mayBegin(Activity::PortChange, &AppModel::setNotice)) co_return;
+    const ActivityMark mark(m_activities, Activity::PortChange);
     setNotice(passwordKnown() ? webPortProblem(port) : PiholeAPIError::noPassword().description());
     if (!notice().isEmpty()) co_return;
     const bool setUp = !adminPassword().isEmpty() && QFile::exists(PiholeController::composeFile());
@@ -182,11 +175,9 @@ QCoro::Task<> AppModel::changeWebPort(int port)
         configureAPI();
         co_return;
     }
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
     const WantedContainer wanted{pinnedTag(), port, composeAvailable(), false};
     const auto steps = co_await containerSteps(wanted);
-    if (!alive || maintains()) co_return;
+    if (!mark.stands()) co_return;
     if (!steps) {
         setNotice(steps.error());
         co_return;
@@ -205,17 +196,12 @@ QCoro::Task<> AppModel::changeWebPort(int port)
         setNotice(QStringLiteral("docker was not found."));
         co_return;
     }
-    m_maintOp.start(QString(OperationTitle::kMovingPort).arg(port), *steps,
-                    [this](bool succeeded) { finishPortChange(succeeded); });
-}
-
-void AppModel::finishPortChange(bool succeeded)
-{
-    if (!succeeded) {
-        setNotice(
-            QStringLiteral("Pi-hole was not recreated on port %1: %2").arg(webPort()).arg(m_maintOp.failureText()));
-    }
-    launch(refreshAfterStart());
+    const QString title = QString(OperationTitle::kMovingPort).arg(port);
+    const bool moved = co_await perform(&m_maintOp, title, *steps);
+    if (!mark.stands()) co_return;
+    if (!moved)
+        setNotice(QStringLiteral("Pi-hole was not recreated on port %1: %2").arg(port).arg(m_maintOp.failureText()));
+    co_await refreshAfterStart();
 }
 
 } // namespace corvane

@@ -1,5 +1,5 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
+#include "app/operation.h"
 #include "runtime/colima_manager.h"
 #include "runtime/pihole_controller.h"
 
@@ -67,19 +67,17 @@ Finding containerFinding(const ContainerState &container)
 
 QCoro::Task<> AppModel::runPiholeTests(bool wait)
 {
-    const BusyKey mark(this, QStringLiteral("pihole"));
-    const QPointer<AppModel> alive(this);
-    const int run = ++m_newestTestRun;
+    const ActivityMark run(m_activities, Activity::PiholeTests);
     setPiholeChecks(initialRows(webPort()));
     configureAPI();
 
-    const bool containerPassed = co_await testContainer(run, wait ? kHealthLimit : std::chrono::seconds::zero());
-    if (!alive || run != m_newestTestRun) co_return;
+    const bool containerPassed = co_await testContainer(&run, wait ? kHealthLimit : std::chrono::seconds::zero());
+    if (!run.stands()) co_return;
     const int attempts = containerPassed ? kAttempts : 1;
-    const bool pagePassed = co_await testAdminPage(run, attempts);
-    if (!alive || run != m_newestTestRun) co_return;
-    const bool dnsPassed = co_await testDns(run, attempts, containerPassed);
-    if (!alive || run != m_newestTestRun) co_return;
+    const bool pagePassed = co_await testAdminPage(&run, attempts);
+    if (!run.stands()) co_return;
+    const bool dnsPassed = co_await testDns(&run, attempts, containerPassed);
+    if (!run.stands()) co_return;
 
     const bool allPassed = containerPassed && pagePassed && dnsPassed;
     recordOutcome(QStringLiteral("pihole"), allPassed,
@@ -88,94 +86,87 @@ QCoro::Task<> AppModel::runPiholeTests(bool wait)
     co_await refreshStatus(true);
 }
 
-/// Sets one row of the Pi-hole tests, unless a newer run owns the rows by now.
-void AppModel::showPiholeCheck(int run, int row, bool passed, const QString &detail)
+void AppModel::showPiholeCheck(int row, bool passed, const QString &detail)
 {
-    if (run != m_newestTestRun) return;
     CheckRows rows = piholeChecks();
     rows[row].state = passed ? CheckState::Ok : CheckState::Failed;
     rows[row].detail = detail;
     setPiholeChecks(rows);
 }
 
-QCoro::Task<bool> AppModel::testContainer(int run, Clock::Duration limit)
+QCoro::Task<bool> AppModel::testContainer(const ActivityMark *run, Clock::Duration limit)
 {
-    const QPointer<AppModel> alive(this);
     const Clock::Instant deadline = m_clock.now() + limit;
     ContainerState container = co_await PiholeController::containerState();
-    while (alive && mayStillBecomeHealthy(container) && m_clock.now() < deadline) {
+    while (run->stands() && mayStillBecomeHealthy(container) && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenAttempts);
-        if (!alive) co_return false;
+        if (!run->stands()) co_return false;
         container = co_await PiholeController::containerState();
     }
-    if (!alive) co_return false;
+    if (!run->stands()) co_return false;
     const Finding finding = containerFinding(container);
-    showPiholeCheck(run, 0, finding.passed, finding.detail);
+    showPiholeCheck(0, finding.passed, finding.detail);
     co_return finding.passed;
 }
 
-QCoro::Task<bool> AppModel::testAdminPage(int run, int attempts)
+QCoro::Task<bool> AppModel::testAdminPage(const ActivityMark *run, int attempts)
 {
-    const QPointer<AppModel> alive(this);
     bool answers = co_await m_api.webAnswers();
-    for (int attempt = 1; alive && !answers && attempt < attempts; ++attempt) {
+    for (int attempt = 1; run->stands() && !answers && attempt < attempts; ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
-        if (!alive) co_return false;
+        if (!run->stands()) co_return false;
         answers = co_await m_api.webAnswers();
     }
-    if (!alive) co_return false;
-    showPiholeCheck(run, 1, answers,
+    if (!run->stands()) co_return false;
+    showPiholeCheck(1, answers,
                     answers ? dashboardURL().toString() + QStringLiteral(" answered.")
                             : QStringLiteral("No answer on port %1.").arg(webPort()));
     co_return answers;
 }
 
-QCoro::Task<bool> AppModel::testDns(int run, int attempts, bool containerPassed)
+QCoro::Task<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool containerPassed)
 {
-    const QPointer<AppModel> alive(this);
     setUdpProblem(false);
     setTcpWorks(false);
     setUdpReplied(false);
     setNote(kPihole, {});
     const QString name = QStringLiteral("example.com");
     DigResult reply = co_await askPihole(name);
-    for (int attempt = 1; alive && !reply.answered() && attempt < attempts; ++attempt) {
+    for (int attempt = 1; run->stands() && !reply.answered() && attempt < attempts; ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
-        if (!alive) co_return false;
+        if (!run->stands()) co_return false;
         reply = co_await askPihole(name);
     }
-    if (!alive) co_return false;
+    if (!run->stands()) co_return false;
     if (reply.answered())
-        showPiholeCheck(run, 2, true, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
+        showPiholeCheck(2, true, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
     else if (!containerPassed)
-        showPiholeCheck(run, 2, false, QStringLiteral("No answer on 127.0.0.1 port 53."));
+        showPiholeCheck(2, false, QStringLiteral("No answer on 127.0.0.1 port 53."));
     co_await explainReply(run, reply);
-    if (!alive) co_return false;
+    if (!run->stands()) co_return false;
     if (containerPassed && !reply.answered()) co_await explainSilentDns(run);
     co_return reply.answered();
 }
 
 /// Says beside the row what a reply, or none, says about Pi-hole.
-QCoro::Task<> AppModel::explainReply(int run, DigResult reply)
+QCoro::Task<> AppModel::explainReply(const ActivityMark *run, DigResult reply)
 {
-    const QPointer<AppModel> alive(this);
     const DnsTrouble trouble = co_await dnsTroubleProven(reply);
-    if (!alive || run != m_newestTestRun) co_return;
+    if (!run->stands()) co_return;
     setUdpReplied(!reply.status.isEmpty() || trouble == DnsTrouble::NothingBehind);
     setNote(kPihole, trouble == DnsTrouble::Silent ? QString() : sentence(trouble));
 }
 
 /// A healthy container gave no answer over UDP: finds out whether TCP works, and whether Colima can forward UDP too.
-QCoro::Task<> AppModel::explainSilentDns(int run)
+QCoro::Task<> AppModel::explainSilentDns(const ActivityMark *run)
 {
-    const QPointer<AppModel> alive(this);
     const DigResult overTcp = co_await askPihole(QStringLiteral("example.com"), true);
     const bool flagSupported = co_await ColimaManager::supportsPortForwarderFlag();
-    if (!alive || run != m_newestTestRun) co_return;
+    if (!run->stands()) co_return;
     setGrpcFlagSupported(flagSupported);
     setTcpWorks(overTcp.answered());
     setUdpProblem(true);
-    showPiholeCheck(run, 2, false,
+    showPiholeCheck(2, false,
                     tcpWorks()
                         ? QStringLiteral("No answer over UDP, but TCP works. UDP port 53 is probably not reaching "
                                          "the Mac.")
@@ -185,8 +176,8 @@ QCoro::Task<> AppModel::explainSilentDns(int run)
 
 QCoro::Task<> AppModel::fixUDPForwarding()
 {
-    if (operationRunning()) co_return;
-    const QPointer<AppModel> alive(this);
+    if (!mayBegin(Activity::UdpFix, &AppModel::setNotice)) co_return;
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::UdpFix, ActivityMark::Begin::WhenAgreed);
     const CommandSteps steps = ColimaManager::restartWithGrpcSteps();
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
@@ -199,16 +190,15 @@ QCoro::Task<> AppModel::fixUDPForwarding()
     question.accept = QStringLiteral("Restart Colima");
     question.reject = QStringLiteral("Cancel");
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!alive || !accepted || operationRunning()) co_return;
-    m_startOp.start(QStringLiteral("Restarting Colima"), steps,
-                    [this](bool succeeded) { launch(finishUDPFix(succeeded)); });
-}
+    if (!mark->stands() || !accepted) co_return;
 
-QCoro::Task<> AppModel::finishUDPFix(bool succeeded)
-{
-    const QPointer<AppModel> alive(this);
+    mark->agreed();
+    const bool restarted = co_await perform(&m_startOp, QStringLiteral("Restarting Colima"), steps);
+    if (!mark->stands()) co_return;
     co_await refreshTools();
-    if (alive && succeeded) co_await runPiholeTests(true);
+    if (!mark->stands()) co_return;
+    mark.reset(); // nothing that follows stands in the way of anything
+    if (restarted) co_await runPiholeTests(true);
 }
 
 QCoro::Task<> AppModel::runAllTests()

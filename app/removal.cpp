@@ -1,5 +1,4 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/password_work.h"
 #include "dns/dns_configurator.h"
 #include "runtime/docker_cli.h"
@@ -8,7 +7,6 @@
 
 #include <QFile>
 #include <QPointer>
-#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -54,21 +52,16 @@ QString whatIsLeft(const CommandResult &removal)
 
 QCoro::Task<> AppModel::removePihole()
 {
-    if (maintains() || changesDns()) co_return;
-    const QPointer<AppModel> alive(this);
-    m_removing = true;
-    const auto done = qScopeGuard([alive] {
-        if (alive) alive->m_removing = false;
-    });
+    if (!mayBegin(Activity::Removal, &AppModel::setNotice)) co_return;
+    ActivityMark mark(m_activities, Activity::Removal, ActivityMark::Begin::WhenAgreed);
     const Alert question = removalQuestion();
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!alive || !accepted || operationRunning() || changesDns()) co_return;
+    if (!mark.stands() || !accepted) co_return;
 
-    // To the end: nobody may point this Mac at a Pi-hole that is about to go.
-    const BusyKey mark(this, QStringLiteral("restoredns"));
+    mark.agreed();
     setNotice({});
     const DNSRestore restored = co_await DNSConfigurator::restoreForRemoval();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (restored.failure) {
         setNotice(QStringLiteral("Pi-hole was not removed because your DNS could not be restored: ") +
                   *restored.failure);
@@ -76,7 +69,7 @@ QCoro::Task<> AppModel::removePihole()
     }
     setDnsMessage(restored.remark);
     co_await removeContainer();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     co_await refreshStatus(false);
 }
 
@@ -104,6 +97,8 @@ QCoro::Task<> AppModel::removeContainer()
 /// What was known about the Pi-hole that is gone; the wizard begins anew.
 void AppModel::forgetPihole()
 {
+    m_activities.outdate(Activity::Checks | Activity::DockerTest | Activity::PiholeTests | Activity::BlockingTest |
+                         Activity::SystemTest | Activity::BrowserTest);
     takePassword(*this, {});
     setOutcomes({});
     setPiholeChecks({});

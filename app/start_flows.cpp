@@ -1,9 +1,9 @@
 #include "app/admin_password.h"
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "app/colima_start.h"
 #include "app/container_steps.h"
 #include "app/file_work.h"
+#include "app/operation.h"
 #include "app/operation_title.h"
 #include "app/password_work.h"
 #include "checks/port_checker.h"
@@ -12,7 +12,6 @@
 #include "runtime/pihole_controller.h"
 
 #include <QPointer>
-#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -39,51 +38,59 @@ Alert autostartQuestion(bool on)
 
 } // namespace
 
-void AppModel::installColimaAndDocker()
+void AppModel::installColimaAndDocker() { launch(install()); }
+
+QCoro::Task<> AppModel::install()
 {
     if (!hasBrew()) {
         m_workspace.open(QUrl(QStringLiteral("https://brew.sh")));
-        return;
+        co_return;
     }
-    if (m_installOp.running()) return;
+    if (!mayBegin(Activity::Install, &AppModel::setNotice)) co_return;
+    const ActivityMark mark(m_activities, Activity::Install);
     const CommandSteps steps = ColimaManager::installSteps();
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Homebrew was not found."));
-        return;
+        co_return;
     }
-    m_installOp.start(QStringLiteral("Installing Colima and Docker"), steps,
-                      [this](bool succeeded) { launch(finishInstall(succeeded)); });
+    const bool installed = co_await perform(&m_installOp, QStringLiteral("Installing Colima and Docker"), steps);
+    if (!mark.stands()) co_return;
+    co_await refreshTools();
+    if (!mark.stands() || !installed) co_return;
+    if (autostartColima() && dockerWorks()) co_await switchAutostart(true);
+    // What was missing when this Mac was checked is there now.
+    if (mark.stands() && !systemChecks().isEmpty()) co_await runSystemChecks();
 }
 
-QCoro::Task<> AppModel::finishInstall(bool succeeded)
+void AppModel::applyAutostart(bool enable) { launch(changeLoginService(enable)); }
+
+QCoro::Task<> AppModel::changeLoginService(bool enable)
+{
+    if (!mayBegin(Activity::Autostart, &AppModel::setNotice)) co_return;
+    const ActivityMark mark(m_activities, Activity::Autostart);
+    co_await switchAutostart(enable);
+}
+
+/// Runs the steps and waits until Docker is back.
+QCoro::Task<> AppModel::switchAutostart(bool enable)
 {
     const QPointer<AppModel> alive(this);
-    co_await refreshTools();
-    if (!alive || !succeeded) co_return;
-    if (autostartColima() && dockerWorks()) applyAutostart(true);
-    // What was missing when this Mac was checked is there now.
-    if (!systemChecks().isEmpty()) co_await runSystemChecks();
-}
-
-void AppModel::applyAutostart(bool enable)
-{
-    if (m_installOp.running()) return;
     const CommandSteps steps = ColimaManager::autostartSteps(enable, dockerWorks());
-    if (steps.isEmpty()) return;
+    if (steps.isEmpty()) co_return;
     const QString title = enable ? OperationTitle::kTurningColimaOn : OperationTitle::kTurningColimaOff;
-    m_installOp.start(title, steps, [this](bool) {
-        if (m_installOp.failure().remedy == FailureReading::Remedy::StartColimaByHand) startColimaWithoutService();
-        launch(waitForDocker());
-    });
+    co_await perform(&m_installOp, title, steps);
+    if (alive && m_installOp.failure().remedy == FailureReading::Remedy::StartColimaByHand)
+        co_await startColimaWithoutService();
+    if (alive) co_await waitForDocker();
 }
 
 /// Docker must not stay down because macOS refused the login service.
-void AppModel::startColimaWithoutService()
+QCoro::Task<> AppModel::startColimaWithoutService()
 {
     setAutostartColima(false);
     setNotice(QStringLiteral("Colima does not start at login: macOS did not accept its login service. It is started "
                              "by hand now."));
-    startColimaOnly();
+    co_await perform(&m_installOp, kStartingColima, colimaStartSteps(*this));
 }
 
 QCoro::Task<> AppModel::waitForDocker()
@@ -97,56 +104,59 @@ QCoro::Task<> AppModel::waitForDocker()
     }
 }
 
-void AppModel::startColimaOnly()
+void AppModel::startColimaOnly() { launch(startColima()); }
+
+QCoro::Task<> AppModel::startColima()
 {
-    if (m_installOp.running()) return;
+    if (!mayBegin(Activity::StartColima, &AppModel::setNotice)) co_return;
+    const ActivityMark mark(m_activities, Activity::StartColima);
     const CommandSteps steps = colimaStartSteps(*this);
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
-        return;
+        co_return;
     }
-    m_installOp.start(kStartingColima, steps, [this](bool) { launch(refreshTools()); });
+    co_await perform(&m_installOp, kStartingColima, steps);
+    if (mark.stands()) co_await refreshTools();
 }
 
 QCoro::Task<> AppModel::testDocker()
 {
-    const QString key = QStringLiteral("docker");
-    if (busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (!m_activities.mayBegin(Activity::DockerTest)) co_return;
+    const ActivityMark mark(m_activities, Activity::DockerTest);
     co_await refreshTools();
-    if (!alive) co_return;
-    recordOutcome(key, dockerWorks(),
+    if (!mark.stands()) co_return;
+    recordOutcome(QStringLiteral("docker"), dockerWorks(),
                   dockerWorks() ? QStringLiteral("docker info works") : QStringLiteral("docker info failed"));
 }
 
 QCoro::Task<> AppModel::changeAutostart(bool on)
 {
-    const QPointer<AppModel> alive(this);
     setAutostartColima(on);
     if (!hasBrew() || !hasColima() || m_installOp.running()) co_return;
+    if (!mayBegin(Activity::Autostart, &AppModel::setNotice)) {
+        setAutostartColima(!on);
+        co_return;
+    }
+    ActivityMark mark(m_activities, Activity::Autostart, ActivityMark::Begin::WhenAgreed);
     if (dockerWorks()) {
         const Alert question = autostartQuestion(on);
         const bool accepted = co_await m_dialogs.confirm(question);
-        if (!alive) co_return;
+        if (!mark.stands()) co_return;
         if (!accepted) {
             setAutostartColima(!on);
             co_return;
         }
     }
-    applyAutostart(on);
+    mark.agreed();
+    co_await switchAutostart(on);
 }
 
 QString AppModel::generatePassword() { return AdminPassword::generate(); }
 
 QCoro::Task<> AppModel::startPihole()
 {
-    if (m_preparingStart || maintains()) co_return;
-    m_preparingStart = true;
-    const QPointer<AppModel> alive(this);
-    const auto done = qScopeGuard([alive] {
-        if (alive) alive->m_preparingStart = false;
-    });
+    if (!mayBegin(Activity::StartPihole, &AppModel::setStartMessage)) co_return;
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::StartPihole);
     setStartPlace(Place::SetUp);
     setStartMessage({});
     const QString password = passwordInput();
@@ -155,8 +165,11 @@ QCoro::Task<> AppModel::startPihole()
         co_return;
     }
     const bool ready = co_await piholeCanStart();
-    if (!alive || !ready || maintains()) co_return;
-    co_await startContainer(password);
+    if (!mark->stands() || !ready) co_return;
+    const bool started = co_await startContainer(password);
+    if (!mark->stands()) co_return;
+    mark.reset(); // nothing that follows stands in the way of anything
+    if (started) co_await runPiholeTests(true);
 }
 
 /// Whether Docker works and no port is held by another program; says so when not.
@@ -181,40 +194,40 @@ QCoro::Task<bool> AppModel::piholeCanStart()
     co_return false;
 }
 
-QCoro::Task<> AppModel::startContainer(QString password)
+/// Makes the container anew with this password; whether it did.
+QCoro::Task<bool> AppModel::startContainer(QString password)
 {
     const QPointer<AppModel> alive(this);
     const WantedContainer wanted{pinnedTag(), webPort(), composeAvailable(), true};
     const auto steps = co_await containerSteps(wanted);
-    if (!alive || maintains()) co_return;
+    if (!alive) co_return false;
     if (!steps) {
         setStartMessage(steps.error());
-        co_return;
+        co_return false;
     }
     if (steps->isEmpty()) {
         setNotice(QStringLiteral("docker was not found."));
-        co_return;
+        co_return false;
     }
     const bool saved = co_await savePassword(password);
-    if (!alive) co_return;
+    if (!alive) co_return false;
     if (!saved) {
         setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
-        co_return;
+        co_return false;
     }
     takePassword(*this, password);
     const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), password);
-    if (!alive) co_return;
+    if (!alive) co_return false;
     if (!written) {
         setStartMessage(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
-        co_return;
+        co_return false;
     }
-    if (maintains()) co_return;
     configureAPI();
-    m_startOp.start(QStringLiteral("Starting Pi-hole"), *steps, [this](bool succeeded) {
-        if (succeeded) launch(runPiholeTests(true));
-        // Who holds the port is read with the checks.
-        if (m_startOp.failureSummary() == DockerCLI::kPortInUse) launch(runSystemChecks());
-    });
+    const bool started = co_await perform(&m_startOp, QStringLiteral("Starting Pi-hole"), *steps);
+    if (!alive) co_return false;
+    // Who holds the port is read with the checks.
+    if (m_startOp.failureSummary() == DockerCLI::kPortInUse) launch(runSystemChecks());
+    co_return started;
 }
 
 } // namespace corvane

@@ -1,5 +1,4 @@
 #include "app/app_model.h"
-#include "app/busy_key.h"
 #include "checks/port_checker.h"
 #include "exec/tools.h"
 #include "platform/system_facts.h"
@@ -74,20 +73,18 @@ CheckRow portsRow(int webPort, const QList<PortReport> &reports)
 
 QCoro::Task<> AppModel::runSystemChecks()
 {
-    const QString key = QStringLiteral("checks");
-    if (busy().contains(key)) co_return;
-    const BusyKey mark(this, key);
-    const QPointer<AppModel> alive(this);
+    if (!m_activities.mayBegin(Activity::Checks)) co_return;
+    const ActivityMark mark(m_activities, Activity::Checks);
 
     co_await refreshTools();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     CheckRows rows{cpuRow(), osRow(), brewRow(hasBrew(), !hasDocker() || !hasColima()),
                    toolRow(QStringLiteral("docker"), hasDocker(), DockerCLI::find()),
                    toolRow(QStringLiteral("colima"), hasColima(),
                            Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()))};
 
     const ContainerState container = co_await PiholeController::containerState();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     setContainerState(container);
     if (container.isRunning()) {
         setPortReports({});
@@ -95,7 +92,7 @@ QCoro::Task<> AppModel::runSystemChecks()
                      QStringLiteral("Used by the Pi-hole container, as expected.")});
     } else {
         const QList<PortReport> reports = co_await PortChecker::checkAll(webPort());
-        if (!alive) co_return;
+        if (!mark.stands()) co_return;
         setPortReports(reports);
         rows.append(portsRow(webPort(), reports));
     }

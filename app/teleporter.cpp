@@ -3,7 +3,6 @@
 
 #include <QDateTime>
 #include <QFileInfo>
-#include <QPointer>
 
 namespace corvane {
 
@@ -30,10 +29,11 @@ QString uploadName(const QString &name)
 
 QCoro::Task<> AppModel::exportBackup()
 {
-    const QPointer<AppModel> alive(this);
+    if (!mayBegin(Activity::ExportBackup, &AppModel::setNotice)) co_return;
+    const ActivityMark mark(m_activities, Activity::ExportBackup);
     setNotice({});
     const auto archive = co_await downloadSettings();
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (!archive) {
         setNotice(QStringLiteral("Backup failed: ") + archive.error().description());
         co_return;
@@ -43,20 +43,21 @@ QCoro::Task<> AppModel::exportBackup()
                          QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")) +
                          QStringLiteral(".zip");
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
-    if (!alive || !path) co_return;
+    if (!mark.stands() || !path) co_return;
     const auto written = co_await writeFile(*path, archive->bytes);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     setNotice(written ? QStringLiteral("Backup saved to %1.").arg(QFileInfo(*path).fileName())
                       : QStringLiteral("Backup failed: ") + written.error());
 }
 
 QCoro::Task<> AppModel::importBackup()
 {
-    const QPointer<AppModel> alive(this);
+    if (!mayBegin(Activity::ImportBackup, &AppModel::setNotice)) co_return;
+    ActivityMark mark(m_activities, Activity::ImportBackup, ActivityMark::Begin::WhenAgreed);
     setNotice({});
     const FilePanel panel = zipPanel(FilePanel::Purpose::Open);
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
-    if (!alive || !path) co_return;
+    if (!mark.stands() || !path) co_return;
     const QString name = QFileInfo(*path).fileName();
     Alert question;
     question.title = QStringLiteral("Restore this backup?");
@@ -67,17 +68,18 @@ QCoro::Task<> AppModel::importBackup()
     question.reject = QStringLiteral("Cancel");
     question.style = Alert::Style::Warning;
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!alive || !accepted) co_return;
+    if (!mark.stands() || !accepted) co_return;
 
+    mark.agreed();
     configureAPI();
     const auto archive = co_await readFile(*path);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (!archive) {
         setNotice(QStringLiteral("Restore failed: ") + archive.error());
         co_return;
     }
     const auto restored = co_await m_api.teleporterUpload(archive->bytes, uploadName(name));
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     if (!restored) {
         setNotice(QStringLiteral("Restore failed: ") + restored.error().description());
         co_return;
@@ -86,7 +88,7 @@ QCoro::Task<> AppModel::importBackup()
                         : QStringLiteral("Restore failed: %1 holds no Pi-hole settings.").arg(name));
     // Pi-hole's answer is out before it restarts itself.
     co_await m_clock.pause(kBeforeRestart);
-    if (!alive) co_return;
+    if (!mark.stands()) co_return;
     co_await refreshAfterStart();
 }
 

@@ -145,7 +145,7 @@ void Looks::followLists()
 void Looks::followOperations()
 {
     const auto update = [this] {
-        m_operating = m_app.operationRunning();
+        m_operating = corvane::operating(m_app.operationRunning(), m_app.underWay());
         const OperationRunner *runner = m_app.maintOp();
         m_startingColima = runner->title() == AppModel::kStartingColima && !runner->succeeded();
         m_movesPort = corvane::movesPort(runner->title());
@@ -155,6 +155,7 @@ void Looks::followOperations()
         for (auto changed :
              {&OperationRunner::runningChanged, &OperationRunner::titleChanged, &OperationRunner::succeededChanged})
             connect(runner, changed, this, update);
+    connect(&m_app, &AppModel::underWayChanged, this, update);
     update();
     const auto judge = [this] {
         m_startFailedOnPort = corvane::startFailedOnPort(m_app.startMessage(), m_app.startOp()->failureSummary());

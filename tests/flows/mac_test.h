@@ -33,7 +33,7 @@ protected:
     void waitFor(const std::function<bool()> &condition, const char *what);
     /// Waits until the operation has run and all that follows from it is done.
     void waitForOperation(OperationRunner *operation);
-    [[nodiscard]] bool quiet() const { return m_model->busy().isEmpty() && !m_model->operationRunning(); }
+    [[nodiscard]] bool quiet() const { return !m_model->underWay() && !m_model->operationRunning(); }
 
     [[nodiscard]] AppModel &model() { return *m_model; }
 

@@ -75,7 +75,6 @@ TEST_F(Engine, With_the_compose_plug_in_the_same_start_uses_it)
 TEST_F(Engine, A_password_that_breaks_a_rule_stops_everything_before_it_begins)
 {
     const auto before = Mac::journal().size();
-    model().setStartMessage(QStringLiteral("old"));
     model().setPasswordInput(QStringLiteral("abcdef7"));
     run(model().startPihole());
     EXPECT_TEXT(model().startMessage(), "Use at least 8 characters.");
@@ -115,8 +114,8 @@ TEST_F(Engine, A_port_that_is_taken_during_the_start_is_looked_at_again)
     Mac::ctl(QStringList{QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("late"),
                          QStringLiteral("0.5"), QStringLiteral("--when"), QStringLiteral("pull *")});
     model().setPasswordInput(kPassword);
-    run(model().startPihole());
-    ASSERT_TRUE(model().startOp()->running());
+    launch(model().startPihole());
+    waitFor([this] { return model().startOp()->running(); }, "the pull runs");
     Mac::ctl(QStringLiteral("take-port 8080 tcp --as nginx --in-machine"));
     waitForOperation(model().startOp());
     EXPECT_EQ(model().startOp()->failureText(), DockerCLI::kPortInUse);
@@ -260,9 +259,10 @@ TEST_F(Engine, Pressing_start_twice_starts_once)
     model().setPasswordInput(kPassword);
     auto first = model().startPihole();
     run(model().startPihole());
-    run(std::move(first));
+    waitFor([this] { return model().startOp()->running(); }, "the first begins");
     run(model().startPihole());
-    waitForOperation(model().startOp());
+    run(std::move(first));
+    EXPECT_TEXT(model().startMessage(), "");
     EXPECT_TEXT(dockerVerbs().join(u' '), "pull rm run");
 }
 
@@ -270,10 +270,9 @@ TEST_F(Running, While_an_operation_runs_nothing_is_changed_for_a_start)
 {
     Mac::ctl(QStringLiteral("fault colima late 0.3 --at 1"));
     model().startColimaOnly();
-    model().setStartMessage(QStringLiteral("old"));
     model().setPasswordInput(kPassword);
     run(model().startPihole());
-    EXPECT_TEXT(model().startMessage(), "old");
+    EXPECT_TEXT(model().startMessage(), "Not now: Colima is being started. Try again when that is done.");
     EXPECT_TEXT(model().adminPassword(), "correct-horse-9");
     EXPECT_EQ(Keychain::load(), QStringLiteral("correct-horse-9"));
     waitForOperation(model().installOp());
@@ -283,7 +282,7 @@ TEST_F(Engine, A_cancelled_start_says_cancelled)
 {
     Mac::ctl(QStringLiteral("fault docker hang --when pull*"));
     model().setPasswordInput(kPassword);
-    run(model().startPihole());
+    launch(model().startPihole());
     waitFor([] { return !dockerVerbs().isEmpty(); }, "the pull has begun");
     model().startOp()->cancel();
     waitForOperation(model().startOp());

@@ -122,14 +122,4 @@ TEST_F(State, The_next_launch_reads_the_settings_and_the_password_back)
     EXPECT_TRUE(model().outcomes().isEmpty()) << "results do not outlive the program";
 }
 
-TEST_F(State, A_busy_key_stays_until_the_last_of_its_actions_ended)
-{
-    model().markBusy(QStringLiteral("pihole"));
-    model().markBusy(QStringLiteral("pihole"));
-    model().clearBusy(QStringLiteral("pihole"));
-    EXPECT_TRUE(model().busy().contains(QStringLiteral("pihole")));
-    model().clearBusy(QStringLiteral("pihole"));
-    EXPECT_TRUE(model().busy().isEmpty());
-}
-
 } // namespace corvane::test

@@ -100,9 +100,9 @@ TEST_F(Notes, Empty_lists_are_told_with_the_way_to_load_them)
     }
     EXPECT_EQ(textOf(QStringLiteral("statusNote")),
               QStringLiteral("Pi-hole has no block lists, so it blocks nothing."));
-    m_app.markBusy(QStringLiteral("lists"));
+    m_app.setBusy({QStringLiteral("lists")});
     EXPECT_FALSE(enabled(button));
-    m_app.clearBusy(QStringLiteral("lists"));
+    m_app.setBusy({});
     note("lists");
     EXPECT_EQ(textOf(QStringLiteral("listsNote")), kNote);
 }

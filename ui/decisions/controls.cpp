@@ -5,6 +5,14 @@
 
 namespace corvane {
 
+bool operating(bool operationRuns, Activities underWay)
+{
+    using enum Activity;
+    constexpr Activities kOperations = Install | StartColima | Autostart | UdpFix | StartPihole | Update | BringBack |
+                                       PortChange | Removal | ExportBackup | ImportBackup;
+    return operationRuns || (underWay & kOperations);
+}
+
 bool canStart(const ContainerState &container, bool operating) { return !operating && !container.isRunning(); }
 
 bool canStopOrRestart(const ContainerState &container, bool operating) { return !operating && container.isRunning(); }

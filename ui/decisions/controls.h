@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/activity.h"
 #include "runtime/container_state.h"
 
 #include <QString>
@@ -7,6 +8,9 @@
 #include <optional>
 
 namespace corvane {
+
+/// Whether an operation runs, is being prepared or is being wound up; most buttons are off meanwhile.
+[[nodiscard]] bool operating(bool operationRuns, Activities underWay);
 
 /// Which everyday buttons can be pressed. `operating`: an operation runs, or the container is being changed already.
 [[nodiscard]] bool canStart(const ContainerState &container, bool operating);

@@ -15,8 +15,8 @@ using Begin = ActivityMark::Begin;
 
 constexpr Activities kTests = Checks | DockerTest | PiholeTests | BlockingTest | SystemTest | BrowserTest;
 constexpr Activities kOnEngine = Install | StartColima | Autostart | UdpFix;
-constexpr Activities kOnContainer =
-    StartPihole | StartContainer | StopContainer | RestartContainer | Update | PortChange | Removal | ImportBackup;
+constexpr Activities kOnContainer = StartPihole | StartContainer | StopContainer | RestartContainer | Update |
+                                    BringBack | PortChange | Removal | ImportBackup;
 
 /// Whether each of these excludes each other, and itself.
 constexpr bool excludeEachOther(Activities some)
@@ -67,12 +67,13 @@ TEST(ActivityTable, Keeps_apart_what_runs_in_the_same_operation)
 {
     EXPECT_TRUE(excludeEachOther(Install | Autostart | StartColima));
     EXPECT_TRUE(excludeEachOther(StartPihole | UdpFix));
-    EXPECT_TRUE(excludeEachOther(StartContainer | Update | PortChange));
+    EXPECT_TRUE(excludeEachOther(StartContainer | Update | BringBack | PortChange));
 }
 
 TEST(ActivityTable, Saves_a_backup_only_of_a_container_that_stays)
 {
     EXPECT_EQ(excludedBy(ExportBackup), kOnContainer | ExportBackup);
+    EXPECT_EQ(excludedBy(LoadLists), kOnContainer | LoadLists);
 }
 
 TEST(ActivityTable, Lets_a_test_hold_up_nothing_but_itself)
@@ -93,7 +94,7 @@ TEST(ActivityTable, Lets_the_dns_be_changed_back_whatever_becomes_of_the_contain
 
 TEST(ActivityTable, Calls_everything_that_changes_something_a_loss_when_it_is_cut_off)
 {
-    EXPECT_EQ(notToBeCutOff(), kOnEngine | kOnContainer | ApplyDns | RestoreDns | ExportBackup);
+    EXPECT_EQ(notToBeCutOff(), kOnEngine | kOnContainer | ApplyDns | RestoreDns | ExportBackup | LoadLists);
 }
 
 TEST(CurrentActivities, Publishes_the_known_keys)
@@ -102,10 +103,11 @@ TEST(CurrentActivities, Publishes_the_known_keys)
     std::vector<std::unique_ptr<ActivityMark>> marks;
     for (const ActivityRule &rule : kActivityRules)
         marks.push_back(std::make_unique<ActivityMark>(now, rule.activity));
-    const QSet<QString> known{QStringLiteral("checks"),   QStringLiteral("docker"),     QStringLiteral("pihole"),
-                              QStringLiteral("blocking"), QStringLiteral("services"),   QStringLiteral("applydns"),
-                              QStringLiteral("system"),   QStringLiteral("restoredns"), QStringLiteral("browser"),
-                              QStringLiteral("container")};
+    const QSet<QString> known{QStringLiteral("checks"),    QStringLiteral("docker"),     QStringLiteral("pihole"),
+                              QStringLiteral("blocking"),  QStringLiteral("services"),   QStringLiteral("applydns"),
+                              QStringLiteral("system"),    QStringLiteral("restoredns"), QStringLiteral("browser"),
+                              QStringLiteral("container"), QStringLiteral("browsers"),   QStringLiteral("logs"),
+                              QStringLiteral("updates"),   QStringLiteral("lists")};
     EXPECT_EQ(now.busyKeys(), known);
     marks.clear();
     EXPECT_TRUE(now.busyKeys().isEmpty());
