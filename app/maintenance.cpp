@@ -166,7 +166,7 @@ void AppModel::setLaunchAtLogin(bool on)
 QCoro::Task<> AppModel::changeWebPort(int port)
 {
     if (port == webPort() || !mayBegin(Activity::PortChange, &AppModel::setNotice)) co_return;
-    const ActivityMark mark(m_activities, Activity::PortChange);
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::PortChange);
     setNotice(passwordKnown() ? webPortProblem(port) : PiholeAPIError::noPassword().description());
     if (!notice().isEmpty()) co_return;
     const bool setUp = !adminPassword().isEmpty() && QFile::exists(PiholeController::composeFile());
@@ -177,7 +177,7 @@ QCoro::Task<> AppModel::changeWebPort(int port)
     }
     const WantedContainer wanted{pinnedTag(), port, composeAvailable(), false};
     const auto steps = co_await containerSteps(wanted);
-    if (!mark.stands()) co_return;
+    if (!mark->stands()) co_return;
     if (!steps) {
         setNotice(steps.error());
         co_return;
@@ -198,9 +198,10 @@ QCoro::Task<> AppModel::changeWebPort(int port)
     }
     const QString title = QString(OperationTitle::kMovingPort).arg(port);
     const bool moved = co_await perform(&m_maintOp, title, *steps);
-    if (!mark.stands()) co_return;
+    if (!mark->stands()) co_return;
     if (!moved)
         setNotice(QStringLiteral("Pi-hole was not recreated on port %1: %2").arg(port).arg(m_maintOp.failureText()));
+    mark.reset(); // looking on stands in the way of nothing
     co_await refreshAfterStart();
 }
 

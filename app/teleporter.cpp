@@ -3,6 +3,7 @@
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QPointer>
 
 namespace corvane {
 
@@ -53,11 +54,12 @@ QCoro::Task<> AppModel::exportBackup()
 QCoro::Task<> AppModel::importBackup()
 {
     if (!mayBegin(Activity::ImportBackup, &AppModel::setNotice)) co_return;
-    ActivityMark mark(m_activities, Activity::ImportBackup, ActivityMark::Begin::WhenAgreed);
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::ImportBackup,
+                                     ActivityMark::Begin::WhenAgreed);
     setNotice({});
     const FilePanel panel = zipPanel(FilePanel::Purpose::Open);
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
-    if (!mark.stands() || !path) co_return;
+    if (!mark->stands() || !path) co_return;
     const QString name = QFileInfo(*path).fileName();
     Alert question;
     question.title = QStringLiteral("Restore this backup?");
@@ -68,18 +70,18 @@ QCoro::Task<> AppModel::importBackup()
     question.reject = QStringLiteral("Cancel");
     question.style = Alert::Style::Warning;
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!mark.stands() || !accepted) co_return;
+    if (!mark->stands() || !accepted) co_return;
 
-    mark.agreed();
+    mark->agreed();
     configureAPI();
     const auto archive = co_await readFile(*path);
-    if (!mark.stands()) co_return;
+    if (!mark->stands()) co_return;
     if (!archive) {
         setNotice(QStringLiteral("Restore failed: ") + archive.error());
         co_return;
     }
     const auto restored = co_await m_api.teleporterUpload(archive->bytes, uploadName(name));
-    if (!mark.stands()) co_return;
+    if (!mark->stands()) co_return;
     if (!restored) {
         setNotice(QStringLiteral("Restore failed: ") + restored.error().description());
         co_return;
@@ -87,9 +89,10 @@ QCoro::Task<> AppModel::importBackup()
     setNotice(*restored ? QStringLiteral("Backup restored.")
                         : QStringLiteral("Restore failed: %1 holds no Pi-hole settings.").arg(name));
     // Pi-hole's answer is out before it restarts itself.
+    mark.reset(); // looking on stands in the way of nothing
+    const QPointer<AppModel> alive(this);
     co_await m_clock.pause(kBeforeRestart);
-    if (!mark.stands()) co_return;
-    co_await refreshAfterStart();
+    if (alive) co_await refreshAfterStart();
 }
 
 } // namespace corvane

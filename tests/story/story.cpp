@@ -50,7 +50,7 @@ bool Story::settle(AppModel &model, const std::function<bool()> &done)
         if (deadline.hasExpired()) return false;
         passTime(kBetweenLooks);
         ++calmLooks;
-        if (!model.operationRunning() && model.busy().isEmpty()) continue;
+        if (!model.operationRunning() && !model.underWay()) continue;
         calmLooks = 0;
         expected.setRemainingTime(kReturn);
     }
