@@ -179,13 +179,17 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
     if (!mark.stands() || !accepted) co_return;
 
     mark.agreed();
+    m_activities.outdate(Activity::SystemTest);
     setDnsPlace(from);
     setDnsMessage({});
+    setNotice({});
     const DNSRestore restored = co_await DNSConfigurator::restore();
     if (!mark.stands()) co_return;
     setDnsMessage(restored.failure.value_or(restored.remark));
     if (!restored.failure) {
+        m_activities.outdate(Activity::SystemTest);
         setNotice(QStringLiteral("Your old DNS settings are back."));
+        setSystemTestDetail({});
         Outcomes results = outcomes();
         results.remove(QStringLiteral("system"));
         setOutcomes(results);

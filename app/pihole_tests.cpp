@@ -205,9 +205,10 @@ QCoro::Task<> AppModel::runAllTests()
 {
     const QPointer<AppModel> alive(this);
     co_await runPiholeTests(false);
-    if (!alive) co_return;
+    // A removal forgets what was found; there is nothing left to test.
+    if (!alive || !outcomes().contains(kPihole)) co_return;
     co_await runBlockingTest();
-    if (!alive) co_return;
+    if (!alive || !outcomes().contains(kPihole)) co_return;
     co_await runSystemTest();
 }
 

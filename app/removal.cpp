@@ -67,8 +67,10 @@ QCoro::Task<> AppModel::removePihole()
                   *restored.failure);
         co_return;
     }
-    setDnsMessage(restored.remark);
     co_await removeContainer();
+    if (!mark.stands()) co_return;
+    setDnsMessage(restored.remark);
+    co_await loadServices();
     if (!mark.stands()) co_return;
     co_await refreshStatus(false);
 }
@@ -100,12 +102,22 @@ void AppModel::forgetPihole()
     m_activities.outdate(Activity::Checks | Activity::DockerTest | Activity::PiholeTests | Activity::BlockingTest |
                          Activity::SystemTest | Activity::BrowserTest);
     takePassword(*this, {});
+    setPasswordInput({});
     setOutcomes({});
     setPiholeChecks({});
     setBlockingTest(std::nullopt);
+    setSystemChecks({});
+    setPortReports({});
+    setStartMessage({});
+    setDnsMessage({});
+    setApiMessage({});
+    setSummary(std::nullopt);
+    setBlocking(std::nullopt);
     setSystemTestDetail({});
     setBrowserTestDetail({});
     setUdpProblem(false);
+    setTcpWorks(false);
+    setGrpcFlagSupported(false);
     setLatestTag(std::nullopt);
     setUpdateMessage({});
     setWizardFinished(false);
