@@ -22,12 +22,12 @@ public:
     void flush();
 
 private:
-    void decode(QByteArrayView bytes);
-    void cut(QStringView text);
+    void cut(QByteArrayView bytes);
+    void emitLine(QByteArrayView end);
 
     std::function<void(QString)> m_emit;
-    QByteArray m_incomplete;
-    QString m_pending;
+    /// A line is decoded as a whole, so it does not matter where its characters were cut.
+    QByteArray m_unfinished;
     bool m_swallowLineFeed = false;
 };
 
