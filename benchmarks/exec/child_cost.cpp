@@ -31,7 +31,7 @@ void insist(bool claim, const char *what)
 
 void captureBytes()
 {
-    const auto started = ChildProcess::start(child(), printing(kMebibytes), {});
+    const auto started = ChildProcess::start(child(), printing(kMebibytes), {}, Streams::Apart, ChildProcess::era());
     insist(started.has_value(), "the child did not start");
     DataBox output;
     DataBox error;

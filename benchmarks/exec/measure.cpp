@@ -47,6 +47,10 @@ bool report(const std::string &what, double figure, const std::string &unit, boo
     return allowed;
 }
 
+void lowest(const std::string &what, double figure) { std::printf("    floor %-50s %10.3f\n", what.c_str(), figure); }
+void beside(const std::string &what, double figure) { std::printf("    peer %-51s %10.3f\n", what.c_str(), figure); }
+void point(const std::string &curve, double x, double y) { std::printf("    point %s: %g %g\n", curve.c_str(), x, y); }
+
 double residentMiB() { return statusMiB("VmRSS:"); }
 double peakResidentMiB() { return statusMiB("VmHWM:"); }
 
