@@ -4,6 +4,12 @@
 
 namespace corvane {
 
+namespace {
+
+QString detourIn(const std::optional<ResolverReport> &report) { return report ? report->detour : QString(); }
+
+} // namespace
+
 AppState::AppState(SettingsStore &settings, const LoginItem &loginItem)
     : m_settings(settings)
 {
@@ -36,7 +42,8 @@ void AppState::bindDerivedFields()
                                     .engineProblem = m_engineProblem,
                                     .trouble = m_dnsTrouble,
                                     .summary = m_summary,
-                                    .blocking = m_blocking});
+                                    .blocking = m_blocking,
+                                    .detour = detourIn(m_resolverReport)});
     });
     m_listsEmpty.setBinding([this] { return hasNoLists(m_summary); });
 }

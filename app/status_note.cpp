@@ -18,7 +18,7 @@ QString noteOnBlocking(const StatusFacts &facts)
     if (hasNoLists(facts.summary)) return QStringLiteral("Pi-hole has no block lists, so it blocks nothing.");
     if (facts.blocking && !facts.blocking->enabled && !facts.blocking->timerSeconds)
         return QStringLiteral("Blocking is off until you resume it.");
-    return {};
+    return facts.detour;
 }
 
 } // namespace

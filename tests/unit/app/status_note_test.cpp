@@ -78,6 +78,15 @@ TEST(StatusNote, What_keeps_an_answering_pihole_from_blocking_is_told)
     EXPECT_EQ(noteOn(facts), "Pi-hole has no block lists, so it blocks nothing.");
 }
 
+TEST(StatusNote, Whoever_takes_the_lookups_is_told_last)
+{
+    StatusFacts facts = checked();
+    facts.detour = QStringLiteral("A VPN is in front.");
+    EXPECT_EQ(noteOn(facts), "A VPN is in front.");
+    facts.blocking = PiholeBlocking{false, std::nullopt};
+    EXPECT_EQ(noteOn(facts), "Blocking is off until you resume it.");
+}
+
 TEST(NoLists, Are_none_or_a_negative_number_of_names)
 {
     EXPECT_TRUE(hasNoLists(PiholeSummary{1, 0, 0, 0}));
