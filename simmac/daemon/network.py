@@ -45,6 +45,7 @@ class Network:
         self.vpn_takes_route = True
         self.hidden_dns = None      # a server that takes every lookup without being listed, as encrypted DNS does
         self.browser_dns = None     # a resolver that the browser asks instead of the system's
+        self.browser_stays = 0      # for how many names it still asks the system's before
         self.flushes = 0
 
     def reset(self):
@@ -78,6 +79,13 @@ class Network:
         if primary is None:
             return []
         return [self.vpn] if self.vpn else self.servers_of(primary)
+
+    def next_browser_dns(self):
+        """The resolver that the browser asks for its next name; none is the system's."""
+        if self.browser_stays > 0:
+            self.browser_stays -= 1
+            return None
+        return self.browser_dns
 
     def reaches_internet(self):
         """Whether anything outside can be reached."""

@@ -127,14 +127,15 @@ def router_ipv6(mac, args):
     mac.network.publish()
 
 
-@command("browser", "browser system | browser own-dns ADDRESS: whom the default browser asks for names")
+@command("browser", "browser system | own-dns ADDRESS | leaves ADDRESS: whom it asks (leaves: from its second name)")
 def browser(mac, args):
-    """Lets the browser ask a resolver of its own."""
-    if len(args) == 2 and args[0] == "own-dns":
+    """Lets browsers ask a resolver of their own, at once or after the first name."""
+    if len(args) == 2 and args[0] in ("own-dns", "leaves"):
         mac.network.browser_dns = _address(args[1])
     else:
         one_of(args, "system")
         mac.network.browser_dns = None
+    mac.network.browser_stays = 1 if args[0] == "leaves" else 0
 
 
 @command("outside-questions", "outside-questions: the names that servers outside the Mac were asked for")

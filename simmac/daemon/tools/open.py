@@ -55,10 +55,11 @@ def _hand_over(mac, bundle, addresses):
 async def _look_up(mac, host):
     """What a browser does first: it looks the name up."""
     try:
-        if mac.network.browser_dns is None:
+        resolver = mac.network.next_browser_dns()
+        if resolver is None:
             await asyncio.to_thread(socket.getaddrinfo, host, 80, type=socket.SOCK_STREAM)
         else:
-            await asyncio.to_thread(_ask_directly, mac.network.browser_dns, host)
+            await asyncio.to_thread(_ask_directly, resolver, host)
     except OSError:
         pass   # the browser shows an error page
 
