@@ -53,6 +53,7 @@ AppModel::AppModel(const Surroundings &surroundings)
         setUnderWay(m_activities.underWay());
         setBusy(m_activities.busyKeys());
     });
+    followBrowserRule();
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
         if (m_showsFollowedLog) Q_EMIT logTextChanged();
     });

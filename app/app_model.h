@@ -2,6 +2,7 @@
 
 #include "api/pihole_api.h"
 #include "app/app_state.h"
+#include "app/browser_rule_keeper.h"
 #include "app/clock.h"
 #include "app/current_activities.h"
 #include "app/dialogs.h"
@@ -145,6 +146,12 @@ public:
     [[nodiscard]] QCoro::Task<> openBrowserSettings(QString id);
     [[nodiscard]] QCoro::Task<> runBrowserTest();
 
+    // Proving one browser: browser_proof.cpp
+
+    /// Opens two made-up names in this browser, ten seconds apart, and looks for both in Pi-hole's log. What it finds
+    /// is in `browserProofs`.
+    [[nodiscard]] QCoro::Task<> proveBrowser(QString id);
+
     // Saving and restoring Pi-hole's settings: teleporter.cpp
 
     [[nodiscard]] QCoro::Task<> exportBackup();
@@ -213,6 +220,14 @@ private:
 
     [[nodiscard]] QCoro::Task<QString> findInLog(QStringList names, QSet<QString> *found);
 
+    [[nodiscard]] QCoro::Task<> keepBrowserRule();
+    [[nodiscard]] QCoro::Task<> putBrowserRule();
+    [[nodiscard]] QCoro::Task<> dropBrowserRule();
+    void followBrowserRule();
+    [[nodiscard]] QCoro::Task<> askAboutFirefox();
+    void showBrowserProof(const QString &id, BrowserProof proof);
+    [[nodiscard]] QCoro::Task<BrowserProof> findInBrowserLog(const ActivityMark *run, QString early, QString late);
+
     [[nodiscard]] QCoro::Task<QString> saveBackupBefore(QString newTag);
     [[nodiscard]] QCoro::Task<bool> runUpdate(QString newTag);
     void rollBack(const QString &oldTag);
@@ -226,6 +241,7 @@ private:
     QUrl m_releaseFeed;
 
     PiholeAPI m_api;
+    BrowserRuleKeeper m_browserRuleKeeper{m_api, m_clock};
     OperationRunner m_installOp;
     OperationRunner m_startOp;
     OperationRunner m_maintOp;

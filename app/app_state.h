@@ -2,6 +2,8 @@
 
 #include "api/pihole_types.h"
 #include "app/activity.h"
+#include "app/browser_proof.h"
+#include "app/browser_rule.h"
 #include "app/check_row.h"
 #include "app/dns_trouble.h"
 #include "app/menu_icon.h"
@@ -80,6 +82,10 @@ class AppState : public QObject {
     // Browsers.
     CORVANE_PUBLISHED(AppState, QList<BrowserInfo>, browsers, setBrowsers, QList<BrowserInfo>())
     CORVANE_PUBLISHED(AppState, QString, browserTestDetail, setBrowserTestDetail, QString())
+    CORVANE_PUBLISHED(AppState, BrowserRule, browserRule, setBrowserRule, BrowserRule::NotNeeded)
+    /// Whether Pi-hole tells Firefox to leave its default secure DNS off; absent while that is not known.
+    CORVANE_PUBLISHED(AppState, std::optional<bool>, firefoxToldOff, setFirefoxToldOff, std::nullopt)
+    CORVANE_PUBLISHED(AppState, BrowserProofs, browserProofs, setBrowserProofs, BrowserProofs())
 
     // The live status.
     CORVANE_PUBLISHED(AppState, ContainerState, containerState, setContainerState, ContainerState::dockerDown())

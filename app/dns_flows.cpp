@@ -11,6 +11,7 @@ namespace corvane {
 
 namespace {
 
+const QString kSystem = QStringLiteral("system");
 constexpr int kTestLookups = 3;
 constexpr int kLogReads = 3;
 constexpr int kLogLength = 300;
@@ -113,10 +114,14 @@ QCoro::Task<> AppModel::applyDNS()
         setDnsMessage(QStringLiteral("The old settings could not be saved, so nothing was changed: ") + saved.error());
         co_return;
     }
+    if (!onlyPihole) co_await putBrowserRule();
+    if (!mark.stands()) co_return;
     const std::optional<QString> failure = co_await DNSConfigurator::apply(namesOf(chosen), onlyPihole);
     if (!mark.stands()) co_return;
     setDnsMessage(failure.value_or(QStringLiteral("DNS changed.")));
     co_await loadServices();
+    if (!mark.stands()) co_return;
+    if (failure || onlyPihole) co_await dropBrowserRule();
     if (!mark.stands() || failure) co_return;
     co_await runSystemTest();
 }
@@ -146,10 +151,11 @@ QCoro::Task<> AppModel::runSystemTest()
     if (!unread.isEmpty()) detail += QStringLiteral(" (Could not read the log: ") + unread + u')';
     if (!report.firstIsPihole) detail += QStringLiteral(" The first DNS server macOS uses is not Pi-hole.");
     setSystemTestDetail(detail);
-    recordOutcome(QStringLiteral("system"), !found.isEmpty() && report.firstIsPihole, detail);
+    recordOutcome(kSystem, !found.isEmpty() && report.firstIsPihole, detail);
     if (setupSucceeded()) setWizardFinished(true);
-    co_await explainMissingNames(&mark, QStringLiteral("system"), unread.isEmpty() && found.size() < kTestLookups);
-    if (mark.stands()) co_await refreshStatus(false);
+    co_await explainMissingNames(&mark, kSystem, unread.isEmpty() && found.size() < kTestLookups);
+    if (!mark.stands()) co_return;
+    co_await refreshStatus(false);
 }
 
 /// Looks for the names in Pi-hole's query log until all are there, a read fails, or three reads were made. Answers why
@@ -190,11 +196,13 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
         m_activities.outdate(Activity::SystemTest);
         setNotice(QStringLiteral("Your old DNS settings are back."));
         setSystemTestDetail({});
+        setNote(kSystem, {});
         Outcomes results = outcomes();
-        results.remove(QStringLiteral("system"));
+        results.remove(kSystem);
         setOutcomes(results);
     }
     co_await loadServices();
+    if (mark.stands() && !restored.failure) co_await dropBrowserRule();
 }
 
 } // namespace corvane

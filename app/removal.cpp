@@ -67,6 +67,8 @@ QCoro::Task<> AppModel::removePihole()
                   *restored.failure);
         co_return;
     }
+    co_await dropBrowserRule();
+    if (!mark.stands()) co_return;
     co_await removeContainer();
     if (!mark.stands()) co_return;
     setDnsMessage(restored.remark);
@@ -100,7 +102,7 @@ QCoro::Task<> AppModel::removeContainer()
 void AppModel::forgetPihole()
 {
     m_activities.outdate(Activity::Checks | Activity::DockerTest | Activity::PiholeTests | Activity::BlockingTest |
-                         Activity::SystemTest | Activity::BrowserTest);
+                         Activity::SystemTest | Activity::BrowserTest | Activity::BrowserProof);
     takePassword(*this, {});
     setPasswordInput({});
     setOutcomes({});
@@ -115,6 +117,7 @@ void AppModel::forgetPihole()
     setBlocking(std::nullopt);
     setSystemTestDetail({});
     setBrowserTestDetail({});
+    setBrowserProofs({});
     setUdpProblem(false);
     setTcpWorks(false);
     setGrpcFlagSupported(false);

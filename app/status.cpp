@@ -146,6 +146,7 @@ QCoro::Task<> AppModel::refreshStats()
     setBlocking(*state);
     tellApi({}, std::nullopt);
     co_await keepPauseShort();
+    if (alive) co_await keepBrowserRule();
 }
 
 /// What the API had to say, and beside it what that means where the words themselves do not tell.

@@ -88,6 +88,7 @@ QCoro::Task<> AppModel::importBackup()
     }
     setNotice(*restored ? QStringLiteral("Backup restored.")
                         : QStringLiteral("Restore failed: %1 holds no Pi-hole settings.").arg(name));
+    m_browserRuleKeeper.lookAgain();
     // Pi-hole's answer is out before it restarts itself.
     mark.reset(); // looking on stands in the way of nothing
     const QPointer<AppModel> alive(this);

@@ -154,7 +154,7 @@ TEST_F(DnsStep, A_change_is_proved_by_three_lookups_in_piholes_log)
     EXPECT_EQ(model().services()[0].servers, kBoth) << "the list is read again";
     EXPECT_EQ(Mac::prompts(), 1);
     EXPECT_TEXT(model().systemTestDetail(), kAllFound);
-    EXPECT_EQ(clock.waited() - before, milliseconds(1500)) << "one look was enough";
+    EXPECT_LT(clock.waited() - before, milliseconds(2 * 1500)) << "one look was enough";
     EXPECT_TRUE(passed(model().outcomes(), kSystem));
     EXPECT_TEXT(model().outcomes().value(kSystem).summary, kAllFound);
     EXPECT_TRUE(model().setupSucceeded());
@@ -254,7 +254,8 @@ TEST_F(DnsStep, A_vpn_in_front_fails_the_test_with_its_reason)
     run(model().applyDNS());
     EXPECT_TEXT(model().systemTestDetail(),
                 std::string("0 of 3 test lookups through the system resolver showed up in Pi-hole's log.") + kNotFirst);
-    EXPECT_EQ(clock.waited() - before, milliseconds(3 * 1500)) << "three looks";
+    EXPECT_GE(clock.waited() - before, milliseconds(3 * 1500)) << "three looks";
+    EXPECT_LT(clock.waited() - before, milliseconds(4 * 1500)) << "and no more";
     EXPECT_FALSE(passed(model().outcomes(), kSystem));
     EXPECT_EQ(model().icon(), MenuIcon::NotUsed);
 }
