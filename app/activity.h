@@ -35,6 +35,7 @@ enum class Activity : quint32 {
     CheckForUpdates = 1U << 24,
     BringBack = 1U << 25,
     LoadLists = 1U << 26,
+    BrowserProof = 1U << 27,
 };
 Q_DECLARE_FLAGS(Activities, Activity)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Activities)
@@ -70,6 +71,7 @@ inline constexpr std::array kActivityRules{
     ActivityRule{Activity::BlockingTest, "blocking", "blocking is being tested"},
     ActivityRule{Activity::SystemTest, "system", "this Mac's lookups are being tested"},
     ActivityRule{Activity::BrowserTest, "browser", "the browser is being tested"},
+    ActivityRule{Activity::BrowserProof, "browserproof", "a browser is being tested"},
     ActivityRule{Activity::LoadServices, "services", "the network services are being read", {}, {}, true},
     ActivityRule{Activity::ApplyDns, "applydns", "this Mac's DNS is being changed", Subject::Dns},
     ActivityRule{Activity::RestoreDns, "restoredns", "the old DNS settings are being restored", Subject::Dns},

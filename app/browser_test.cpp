@@ -2,6 +2,7 @@
 #include "app/test_name.h"
 #include "checks/browser_inspector.h"
 #include "exec/background.h"
+#include "runtime/pihole_controller.h"
 
 #include <QPointer>
 
@@ -27,7 +28,20 @@ QCoro::Task<> AppModel::scanBrowsers()
     BackgroundWork<QList<BrowserInfo>> work(scan);
     const QList<BrowserInfo> found = co_await work;
     // Of two readings at once, the one that began later knows better.
-    if (mark.stands()) setBrowsers(found);
+    if (!mark.stands()) co_return;
+    setBrowsers(found);
+    co_await askAboutFirefox();
+}
+
+/// Firefox leaves its default secure DNS off where the DNS server says that this name does not exist.
+QCoro::Task<> AppModel::askAboutFirefox()
+{
+    setFirefoxToldOff(std::nullopt);
+    if (!answering()) co_return;
+    const QPointer<AppModel> alive(this);
+    const DigResult reply = co_await PiholeController::dig(QStringLiteral("use-application-dns.net"),
+                                                           QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
+    if (alive && !reply.status.isEmpty()) setFirefoxToldOff(reply.status == QLatin1String("NXDOMAIN"));
 }
 
 QCoro::Task<> AppModel::openBrowserSettings(QString id)
