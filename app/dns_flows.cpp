@@ -2,6 +2,7 @@
 #include "app/file_work.h"
 #include "app/test_name.h"
 #include "dns/dns_configurator.h"
+#include "dns/dns_detour.h"
 
 #include <QPointer>
 
@@ -155,6 +156,8 @@ QCoro::Task<> AppModel::runSystemTest()
     if (setupSucceeded()) setWizardFinished(true);
     co_await explainMissingNames(&mark, kSystem, unread.isEmpty() && found.size() < kTestLookups);
     if (!mark.stands()) co_return;
+    const bool listedFirst = report.firstIsPihole && unread.isEmpty() && found.isEmpty();
+    if (listedFirst && notes().value(kSystem).toString().isEmpty()) setNote(kSystem, hiddenDnsDetour());
     co_await refreshStatus(false);
 }
 

@@ -84,6 +84,32 @@ TEST_F(SystemTest, After_three_looks_the_test_gives_up)
     EXPECT_FALSE(passed(model().outcomes(), kSystem));
 }
 
+TEST_F(SystemTest, Lookups_that_go_elsewhere_although_pihole_is_listed_first_are_told_with_where_to_look)
+{
+    const auto note = [this] { return model().notes().value(kSystem).toString(); };
+    run(model().runSystemTest());
+    EXPECT_TEXT(note(), "");
+    Mac::ctl(QStringLiteral("hidden-dns 1.1.1.1"));
+    run(model().runSystemTest());
+    EXPECT_FALSE(passed(model().outcomes(), kSystem));
+    EXPECT_TRUE(note().startsWith(QStringLiteral("macOS names Pi-hole first, and yet its lookups go elsewhere.")));
+    Mac::ctl(QStringLiteral("hidden-dns none"));
+    run(model().runSystemTest());
+    EXPECT_TEXT(note(), "");
+}
+
+TEST_F(SystemTest, A_vpn_in_front_is_told_beside_the_status)
+{
+    Mac::ctl(QStringLiteral("vpn on 10.8.0.1 split"));
+    run(model().refreshStatus(false));
+    EXPECT_TEXT(model().statusNote(),
+                "A VPN (utun4) has put its own DNS server first, so nothing is asked of Pi-hole "
+                "while it is connected. Disconnect it, or switch off its own DNS in its settings.");
+    Mac::ctl(QStringLiteral("vpn off"));
+    run(model().refreshStatus(false));
+    EXPECT_TEXT(model().statusNote(), "");
+}
+
 TEST_F(SystemTest, A_second_test_during_a_test_does_nothing)
 {
     auto first = model().runSystemTest();

@@ -47,7 +47,7 @@ TEST_F(Notes, Stand_beside_what_each_step_found)
 TEST_F(Notes, Stand_beside_the_messages_of_the_dashboard)
 {
     openDashboard();
-    for (const char *about : {"api", "start"}) {
+    for (const char *about : {"api", "start", "system"}) {
         const QString name = QString::fromLatin1(about) + QStringLiteral("Note");
         EXPECT_FALSE(shows(name)) << about;
         note(about);

@@ -71,6 +71,10 @@ Column {
             width: root.width
             rows: Looks.testResults
         }
+        NoteBeside {
+            width: root.width
+            about: "system"
+        }
     }
     OperationLogView {
         objectName: "colimaLog"
