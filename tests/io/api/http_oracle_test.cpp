@@ -141,12 +141,15 @@ private:
     std::mt19937 m_random{kSeed};
 };
 
-/// The oracle's one known mistake: it leaves the blanks behind "chunked", which belong to no value.
+/// The oracle's known mistakes: it leaves the blanks behind "chunked", which belong to no value, and takes an interim
+/// answer other than "100 Continue" for the last one.
 bool oracleErrs(const QByteArray &answer)
 {
     static const QRegularExpression blanksBehind(QStringLiteral("chunked[ \\t]+\\r?\\n"),
                                                  QRegularExpression::CaseInsensitiveOption);
-    return blanksBehind.match(QString::fromLatin1(answer)).hasMatch();
+    static const QRegularExpression interim(QStringLiteral("HTTP/1\\.[01] 1(?!00)[0-9]{2}"));
+    const QString text = QString::fromLatin1(answer);
+    return blanksBehind.match(text).hasMatch() || interim.match(text).hasMatch();
 }
 
 /// Sound answers are read as the oracle reads them; of damaged ones, whatever is taken at all is taken as the oracle
