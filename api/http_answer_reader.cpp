@@ -145,7 +145,7 @@ void HttpAnswerReader::onHeader(const QByteArray &line)
 void HttpAnswerReader::onHeadEnd()
 {
     if (m_answer.status < 200)
-        m_expect = Expect::StatusLine;
+        expectAnotherHead();
     else if (m_answer.status == 204 || m_answer.status == 304)
         end(State::Complete);
     else if (m_chunked)
@@ -154,6 +154,14 @@ void HttpAnswerReader::onHeadEnd()
         expectBody(*m_length);
     else
         m_expect = Expect::BodyToTheEnd;
+}
+
+/// What an interim answer says of a body is not said of the last one.
+void HttpAnswerReader::expectAnotherHead()
+{
+    m_expect = Expect::StatusLine;
+    m_length.reset();
+    m_chunked = false;
 }
 
 void HttpAnswerReader::expectBody(qint64 length)

@@ -36,6 +36,7 @@ private:
     void onHeader(const QByteArray &line);
     void onHeadEnd();
     void onChunkSize(const QByteArray &line);
+    void expectAnotherHead();
     void expectBody(qint64 length);
     bool takeBody();
     std::optional<QByteArray> takeLine();

@@ -156,3 +156,30 @@ TEST(HttpAnswerReader, Only_a_clean_answer_leaves_the_connection_for_another)
     EXPECT_FALSE(reusable(QByteArray(kMeasured).replace("1.1", "1.0")));
     EXPECT_FALSE(reusable(withHeader("Connection: Close\r\nContent-Length: 5")));
 }
+
+TEST(HttpAnswerReader, The_headers_of_an_interim_answer_say_nothing_about_the_last_one)
+{
+    for (const char *header : {"Content-Length: 3", "Transfer-Encoding: chunked"}) {
+        HttpAnswerReader reader(1000);
+        reader.feed(QByteArray("HTTP/1.1 100 Continue\r\n") + header + "\r\n\r\n" + kToTheEnd);
+        EXPECT_EQ(reader.finish(), State::Complete) << header;
+        EXPECT_EQ(reader.answer().body, "hello") << header;
+    }
+}
+
+TEST(HttpAnswerReader, A_head_that_readers_could_take_in_two_ways_is_refused)
+{
+    for (const char *header : {"A\rContent-Length: 3", "A: b\rContent-Length: 3", "A:\rContent-Length: 3",
+                               "Set\x01-A: b", "A: b\x0b", ": b", "A(b): c", "A\x7f: b", "A: \x7f"})
+        EXPECT_EQ(read(withHeader(header)), State::Malformed) << header;
+    EXPECT_EQ(read(withHeader(QByteArray("A: b\0c", 6))), State::Malformed);
+    EXPECT_NE(read(withHeader("A-!#$%&'*+.^_`|~1: \tb\xc3\xa4 \t")), State::Malformed);
+}
+
+TEST(HttpAnswerReader, A_chunk_ends_with_both_bytes_of_its_line_break)
+{
+    const QByteArray head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    EXPECT_EQ(read(head + "3\r\nhel\r\n0\r\n\r\n"), State::Complete);
+    EXPECT_EQ(read(head + "3\r\nhel\n0\r\n\r\n"), State::Malformed);
+    EXPECT_EQ(read(head + "3\nhel\r\n0\r\n\r\n"), State::Malformed);
+}
