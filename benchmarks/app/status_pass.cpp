@@ -4,6 +4,7 @@
 // Ends with 1 when a pass costs more than 5 % over the script.
 
 #include "app/app_model.h"
+#include "benchmarks/exec/measure.h"
 #include "exec/command_runner.h"
 
 #include <QCoreApplication>
@@ -81,7 +82,6 @@ int main(int argc, char **argv)
         return 2;
     }
     const double ratio = median(passes) / median(scripts);
-    std::printf("shell script   %6.2f ms\nstatus pass    %6.2f ms\nratio          %6.3f (at most %.2f)\n",
-                median(scripts), median(passes), ratio, kBudget);
-    return ratio <= kBudget ? 0 : 1;
+    std::printf("shell script %.2f ms, status pass %.2f ms\n", median(scripts), median(passes));
+    return bench::report("status pass beside the script", ratio, "", ratio <= kBudget, "at most 1.05") ? 0 : 1;
 }

@@ -2,9 +2,12 @@
 
 #include "benchmarks/exec/bare_child.h"
 #include "benchmarks/exec/measure.h"
+#include "benchmarks/exec/peer.h"
 #include "exec/child_process.h"
 #include "exec/command_runner.h"
 #include "exec/data_box.h"
+
+#include <QProcess>
 
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +20,7 @@ using namespace corvane::bench;
 constexpr size_t kMebibyte = 1024 * 1024;
 constexpr int kMebibytes = 512;
 constexpr int kStartsEach = 100;
+constexpr int kRounds = 15;
 
 QString child() { return QString::fromUtf8(childPath()); }
 QStringList printing(int mebibytes) { return {QStringLiteral("line"), QString::number(mebibytes)}; }
@@ -66,22 +70,40 @@ void startManyBare()
         insist(captureBarely({childPath(), "exit", "0"}) == 0, "a child printed");
 }
 
+void startManyWithQProcess()
+{
+    for (int i = 0; i < kStartsEach; ++i)
+        insist(QProcess::execute(child(), ending()) == 0, "a child of QProcess failed");
+}
+
 bool compareStarts()
 {
-    std::vector<Contender> contenders{{"bare", startManyBare}, {"runner", startMany}};
-    takeTurns(contenders, 11);
+    const QStringList starts = QStringList{QString::number(kStartsEach), child()} + ending();
+    Peer python(QStringLiteral("python3"), QStringList{QStringLiteral(BENCH_PEERS "/starts.py")} + starts);
+    Peer node(QStringLiteral("node"), QStringList{QStringLiteral(BENCH_PEERS "/starts.mjs")} + starts);
+    std::vector<Contender> contenders{
+        {"bare", startManyBare},
+        {"runner", startMany},
+        {"QProcess", startManyWithQProcess},
+        {"Python's subprocess", [&] { insist(python.round() == kStartsEach, "a child of Python failed"); }},
+        {"Node's execFile", [&] { insist(node.round() == kStartsEach, "a child of Node failed"); }},
+    };
+    takeTurns(contenders, kRounds);
     const double bare = contenders[0].median();
     const double runner = contenders[1].median();
     std::printf("start and end of a child: bare %.3f ms, CommandRunner %.3f ms\n", 1000 * bare / kStartsEach,
                 1000 * runner / kStartsEach);
-    return report("start of a child, cost beside bare posix_spawn", runner / bare, "", runner / bare <= 1.1,
-                  "at most 1.1");
+    const bool keeps = report("start of a child, cost beside bare posix_spawn", runner / bare, "", runner / bare <= 1.1,
+                              "at most 1.1");
+    for (std::size_t i = 2; i < contenders.size(); ++i)
+        beside(contenders[i].name, contenders[i].median() / bare);
+    return keeps;
 }
 
 bool compareCaptures()
 {
     std::vector<Contender> contenders{{"bare", captureBare}, {"bytes", captureBytes}, {"text", captureText}};
-    takeTurns(contenders, 9);
+    takeTurns(contenders, kRounds);
     const double bare = contenders[0].median();
     const double bytes = contenders[1].median();
     const double text = contenders[2].median();

@@ -93,39 +93,78 @@ bool compareReaders()
     takeTurns(contenders, kRounds);
     const double own = contenders[0].median();
     const double speed = static_cast<double>(text.size()) / own / kGigabyte;
-    const bool keeps =
+    bool keeps =
         report("ASCII lines through the splitter, chunks of 64 KiB", speed, "GB/s", speed >= 1.5, "at least 1.5");
     lowest(contenders[1].name, speed * own / contenders[1].median());
     for (std::size_t i = 2; i < contenders.size(); ++i)
         beside(contenders[i].name, speed * own / contenders[i].median());
+    const double ratio = contenders[1].median() / own;
+    keeps &= report("speed of ASCII lines beside the bare loop", ratio, "", ratio >= 0.6, "at least 0.6");
     return keeps;
 }
 
-/// Seconds for a MiB, as a median.
-double secondsForMebibyte(const QByteArray &line, qsizetype chunk, int mebibytes)
+/// Such text in chunks of this size; the text must stay.
+Contender splitting(const QByteArray &text, qsizetype chunk, qint64 lines)
 {
-    const QByteArray text = textOf(line, mebibytes);
-    std::vector<Contender> contenders{{"", [&] { split(text, chunk, text.size() / line.size()); }}};
-    takeTurns(contenders, kRounds);
-    return contenders[0].median() / mebibytes;
+    return {"", [&text, chunk, lines] { split(text, chunk, lines); }};
 }
 
 bool compareKinds()
 {
-    const double ascii = secondsForMebibyte(kAscii, kChunk, 8);
-    const double umlauts = secondsForMebibyte(kUmlauts, kChunk, 8) / ascii;
-    const double progress = secondsForMebibyte(kProgress, kChunk, 8) / ascii;
+    constexpr int kMiB = 8;
+    const QByteArray texts[] = {textOf(kAscii, kMiB), textOf(kUmlauts, kMiB), textOf(kProgress, kMiB)};
+    std::vector<Contender> contenders{splitting(texts[0], kChunk, texts[0].size() / kAscii.size()),
+                                      splitting(texts[1], kChunk, texts[1].size() / kUmlauts.size()),
+                                      splitting(texts[2], kChunk, texts[2].size() / kProgress.size())};
+    takeTurns(contenders, kRounds);
+    const double umlauts = contenders[1].median() / contenders[0].median();
+    const double progress = contenders[2].median() / contenders[0].median();
     bool keeps = report("cost of lines with umlauts beside ASCII", umlauts, "", umlauts <= 5, "at most 5");
     keeps &= report("cost of lines that end in CR beside ASCII", progress, "", progress <= 4, "at most 4");
-    const double single = secondsForMebibyte(kAscii, 1, 1) / (1024.0 * 1024) * 1e9;
-    return report("a chunk of one byte", single, "ns", single <= 100, "at most 100") && keeps;
+    return keeps;
+}
+
+/// The least that a reader of single bytes has to do: keep each, and make a text of them at the break.
+void keepSingleBytes(const QByteArray &text, qint64 expected)
+{
+    qint64 count = 0;
+    const std::function<void(QString)> emitLine = [&count](const QString &) { ++count; };
+    QByteArray kept;
+    for (const char byte : text) {
+        if (byte != '\n') {
+            kept.append(byte);
+            continue;
+        }
+        emitLine(QString::fromUtf8(kept));
+        kept.clear();
+    }
+    insist(count == expected, "the bare loop lost lines");
+}
+
+bool compareSingleBytes()
+{
+    const QByteArray text = textOf(kAscii, 1);
+    const qint64 lines = text.size() / kAscii.size();
+    std::vector<Contender> contenders{{"splitter", [&] { split(text, 1, lines); }},
+                                      {"bare", [&] { keepSingleBytes(text, lines); }}};
+    takeTurns(contenders, kRounds);
+    const double ratio = contenders[0].median() / contenders[1].median();
+    return report("chunks of one byte, cost beside keeping the bytes", ratio, "", ratio <= 8, "at most 8");
 }
 
 void plotChunks()
 {
+    const QByteArray text = textOf(kAscii, 1);
+    std::vector<Contender> contenders;
     for (qsizetype chunk = 1; chunk <= kChunk; chunk *= 4)
-        point("cost of a byte (ns) by size of the chunk (bytes)", static_cast<double>(chunk),
-              secondsForMebibyte(kAscii, chunk, 1) / (1024.0 * 1024) * 1e9);
+        contenders.push_back(splitting(text, chunk, text.size() / kAscii.size()));
+    takeTurns(contenders, kRounds);
+    double chunk = 1;
+    for (const Contender &each : contenders) {
+        point("cost of a byte (ns) by size of the chunk (bytes)", chunk,
+              each.median() / static_cast<double>(text.size()) * kGigabyte);
+        chunk *= 4;
+    }
 }
 
 } // namespace
@@ -135,6 +174,7 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     const bool readersKeep = compareReaders();
     const bool kindsKeep = compareKinds();
+    const bool singleKeep = compareSingleBytes();
     plotChunks();
-    return readersKeep && kindsKeep ? 0 : 1;
+    return readersKeep && kindsKeep && singleKeep ? 0 : 1;
 }
