@@ -2,6 +2,12 @@
 
 namespace corvane {
 
+namespace {
+
+constexpr QLatin1StringView kFlush{"(/usr/bin/dscacheutil -flushcache; /usr/bin/killall -HUP mDNSResponder; true)"};
+
+} // namespace
+
 QString AdminScript::quoted(const QString &text)
 {
     QString inside = text;
@@ -18,10 +24,23 @@ QString AdminScript::setCommand(const QString &service, const QStringList &serve
     return words.join(u' ');
 }
 
+QString AdminScript::showCommand(const QString &service)
+{
+    return QStringLiteral("/usr/sbin/networksetup -getdnsservers ") + quoted(service);
+}
+
 QString AdminScript::joined(QStringList commands)
 {
-    commands += QStringLiteral("(/usr/bin/dscacheutil -flushcache; /usr/bin/killall -HUP mDNSResponder; true)");
+    commands += kFlush;
     return commands.join(QStringLiteral(" && "));
+}
+
+QString AdminScript::eachOf(const QStringList &commands)
+{
+    QString script = QStringLiteral("failed=0; ");
+    for (const QString &command : commands)
+        script += command + QStringLiteral(" || failed=1; ");
+    return script + kFlush + QStringLiteral("; exit $failed");
 }
 
 QString AdminScript::appleScript(QString script)

@@ -1,5 +1,6 @@
 #include "dns/dns_backup.h"
 
+#include "dns/restore_script.h"
 #include "exec/app_paths.h"
 #include "exec/replace_file.h"
 
@@ -61,7 +62,8 @@ DNSBackup::Entries DNSBackup::load()
 
 std::expected<void, QString> DNSBackup::store(const Entries &entries)
 {
-    return replaceFile(DNSBackup::file(), encode(entries));
+    const std::scoped_lock locked(RestoreScript::lock());
+    return replaceFiles({RestoreScript::content(entries), {DNSBackup::file(), encode(entries)}});
 }
 
 DNSBackup::Entries DNSBackup::merged(Entries entries, const QList<NetworkService> &services)

@@ -25,7 +25,8 @@ public:
     [[nodiscard]] static QString file();
     /// Empty when the file is missing, cannot be read or is not ours.
     [[nodiscard]] static Entries load();
-    /// Replaces the file whole or leaves it as it was; the reason when it cannot be written.
+    /// Replaces the file whole, and with it the script that restores the same servers, or leaves both as they were; the
+    /// reason when they cannot be written.
     [[nodiscard]] static std::expected<void, QString> store(const Entries &entries);
 
     /// The entries with the servers of services that are about to be changed. What a service had before the first

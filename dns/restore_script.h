@@ -1,0 +1,29 @@
+#pragma once
+
+#include "dns/dns_backup.h"
+#include "exec/replace_file.h"
+
+#include <mutex>
+
+namespace corvane {
+
+/// The file "Restore DNS.command", which puts the saved DNS servers back without Corvane: a shell script that Finder
+/// opens, of nothing but programs that macOS brings.
+class RestoreScript {
+public:
+    [[nodiscard]] static QString file();
+
+    /// It, with its content and its rights.
+    [[nodiscard]] static NewContent content(const DNSBackup::Entries &entries);
+    /// Every service gets its saved servers, whatever becomes of the others, with one administrator prompt.
+    [[nodiscard]] static QByteArray text(const DNSBackup::Entries &entries);
+
+    /// Brings it in step with the backup file where it is not: it is written where it is missing, and goes with the
+    /// backup. Answers where it stands, empty when it does not.
+    [[nodiscard]] static QString keep();
+
+    /// Held by whoever replaces one of the two files, so that they stay in step.
+    [[nodiscard]] static std::mutex &lock();
+};
+
+} // namespace corvane
