@@ -36,6 +36,7 @@ enum class Activity : quint32 {
     BringBack = 1U << 25,
     LoadLists = 1U << 26,
     BrowserProof = 1U << 27,
+    MakeReport = 1U << 28,
 };
 Q_DECLARE_FLAGS(Activities, Activity)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Activities)
@@ -94,6 +95,7 @@ inline constexpr std::array kActivityRules{
     ActivityRule{Activity::LoadLists, "lists", "the block lists are being loaded", {}, Subject::Container},
     ActivityRule{Activity::ScanBrowsers, "browsers", "the browsers are being looked at"},
     ActivityRule{Activity::LoadLogs, "logs", "the log is being read"},
+    ActivityRule{Activity::MakeReport, "report", "a report is being made"},
     ActivityRule{Activity::CheckForUpdates, "updates", "a newer version is being looked for"},
     ActivityRule{Activity::BringBack, "", "the old version is being brought back", Subject::Container, Subject::Engine},
 };

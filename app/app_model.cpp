@@ -67,6 +67,7 @@ QCoro::Task<> AppModel::bootstrap()
     co_await refreshTools();
     if (!alive) co_return;
     configureAPI();
+    launch(showRestoreScript());
     co_await poll();
 }
 

@@ -89,8 +89,11 @@ public:
 
     // Blocking and its pauses: blocking.cpp
 
-    static constexpr QLatin1StringView kPaused{"Blocking is paused for 5 minutes."};
-    [[nodiscard]] QCoro::Task<> pauseBlocking();
+    /// How the sentence begins that tells of a pause.
+    static constexpr QLatin1StringView kPaused{"Blocking is paused for "};
+    static constexpr std::chrono::seconds kUsualPause{300};
+    [[nodiscard]] QCoro::Task<> pauseBlocking(std::chrono::seconds length = kUsualPause);
+    static constexpr QLatin1StringView kResumed{"Blocking is back on."};
     [[nodiscard]] QCoro::Task<> resumeBlocking();
     [[nodiscard]] QCoro::Task<> togglePause();
     /// Loads Pi-hole's block lists anew.
@@ -137,7 +140,10 @@ public:
     [[nodiscard]] QCoro::Task<> loadServices();
     [[nodiscard]] QCoro::Task<> applyDNS();
     [[nodiscard]] QCoro::Task<> runSystemTest();
+    static constexpr QLatin1StringView kRestored{"Your old DNS settings are back."};
     [[nodiscard]] QCoro::Task<> restoreOldSettings(Place::Name from = Place::SetUp);
+    /// Publishes where the script stands that restores without Corvane; it is written where it is missing.
+    [[nodiscard]] QCoro::Task<> showRestoreScript();
 
     // Browsers: browser_test.cpp
 
@@ -156,6 +162,13 @@ public:
 
     [[nodiscard]] QCoro::Task<> exportBackup();
     [[nodiscard]] QCoro::Task<> importBackup();
+
+    // A report for whoever helps: report.cpp
+
+    /// Publishes what this Mac, its tools and Corvane look like, without what names a person, a network or a site.
+    [[nodiscard]] QCoro::Task<> makeReport();
+    /// Saves what makeReport() has published.
+    [[nodiscard]] QCoro::Task<> saveReport();
 
     // Maintenance: maintenance.cpp
 

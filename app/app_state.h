@@ -77,6 +77,8 @@ class AppState : public QObject {
     /// Where the DNS servers were last changed or restored from.
     CORVANE_PUBLISHED(AppState, corvane::Place::Name, dnsPlace, setDnsPlace, Place::SetUp)
     CORVANE_PUBLISHED(AppState, std::optional<ResolverReport>, resolverReport, setResolverReport, std::nullopt)
+    /// Where the script stands that restores the old servers without Corvane; empty when there is none.
+    CORVANE_PUBLISHED(AppState, QString, restoreScript, setRestoreScript, QString())
     CORVANE_PUBLISHED(AppState, QString, systemTestDetail, setSystemTestDetail, QString())
 
     // Browsers.
@@ -113,6 +115,8 @@ class AppState : public QObject {
     // Maintenance.
     CORVANE_PUBLISHED(AppState, std::optional<QString>, latestTag, setLatestTag, std::nullopt)
     CORVANE_PUBLISHED(AppState, QString, updateMessage, setUpdateMessage, QString())
+    /// The report as it would be saved; empty while there is none.
+    CORVANE_PUBLISHED(AppState, QString, report, setReport, QString())
     CORVANE_PUBLISHED(AppState, bool, launchAtLogin, publishLaunchAtLogin, false)
 
     // What follows from the fields above.

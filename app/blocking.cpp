@@ -9,7 +9,6 @@ namespace corvane {
 
 namespace {
 
-constexpr std::chrono::seconds kPause{300};
 /// Pi-hole's timer counts in steps of 0.1 s: only from then on is less than the whole pause left.
 constexpr std::chrono::milliseconds kTimerStep{150};
 constexpr double kLongestTimer = 86'400; // seconds
@@ -17,6 +16,17 @@ const QString kListsKey = QStringLiteral("lists");
 constexpr int kListRuns = 2;
 /// From the end of a run until its names count.
 constexpr std::chrono::seconds kListsSettle{1};
+
+QString inWords(std::chrono::seconds length)
+{
+    const auto words = [](qint64 count, const char *unit) {
+        return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(unit),
+                                                        count == 1 ? QString() : QStringLiteral("s"));
+    };
+    const qint64 seconds = length.count();
+    if (seconds % 3600 == 0) return words(seconds / 3600, "hour");
+    return seconds % 60 == 0 ? words(seconds / 60, "minute") : words(seconds, "second");
+}
 
 QString listsVerdict(bool loaded, bool empty)
 {
@@ -30,14 +40,14 @@ QString listsVerdict(bool loaded, bool empty)
 
 } // namespace
 
-QCoro::Task<> AppModel::pauseBlocking()
+QCoro::Task<> AppModel::pauseBlocking(std::chrono::seconds length)
 {
     const QPointer<AppModel> alive(this);
     configureAPI();
-    const auto changed = co_await m_api.setBlocking(false, static_cast<int>(kPause.count()));
+    const auto changed = co_await m_api.setBlocking(false, static_cast<int>(length.count()));
     if (!alive) co_return;
     // Pi-hole may have heard what it did not answer.
-    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable) m_pause.begin(kPause);
+    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable) m_pause.begin(length);
     if (changed) co_await m_clock.pause(kTimerStep);
     if (!alive) co_return;
     const auto state = changed ? co_await m_api.blocking() : changed;
@@ -47,7 +57,7 @@ QCoro::Task<> AppModel::pauseBlocking()
         co_return;
     }
     setBlocking(*state);
-    tellApi(kPaused, std::nullopt);
+    tellApi(kPaused + inWords(length) + u'.', std::nullopt);
 }
 
 QCoro::Task<> AppModel::resumeBlocking()
@@ -64,7 +74,7 @@ QCoro::Task<> AppModel::resumeBlocking()
         co_return;
     }
     setBlocking(*state);
-    tellApi(QStringLiteral("Blocking is back on."), std::nullopt);
+    tellApi(kResumed, std::nullopt);
 }
 
 QCoro::Task<> AppModel::togglePause()

@@ -111,6 +111,8 @@ QCoro::Task<> AppModel::applyDNS()
     mark.agreed();
     const auto saved = co_await saveDnsBackup(chosen);
     if (!mark.stands()) co_return;
+    co_await showRestoreScript();
+    if (!mark.stands()) co_return;
     if (!saved) {
         setDnsMessage(QStringLiteral("The old settings could not be saved, so nothing was changed: ") + saved.error());
         co_return;
@@ -179,6 +181,13 @@ QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found
     co_return {};
 }
 
+QCoro::Task<> AppModel::showRestoreScript()
+{
+    const QPointer<AppModel> alive(this);
+    const QString path = co_await keepRestoreScript();
+    if (alive) setRestoreScript(path);
+}
+
 QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
 {
     if (!mayBegin(Activity::RestoreDns, &AppModel::setDnsMessage)) co_return;
@@ -197,7 +206,7 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
     setDnsMessage(restored.failure.value_or(restored.remark));
     if (!restored.failure) {
         m_activities.outdate(Activity::SystemTest);
-        setNotice(QStringLiteral("Your old DNS settings are back."));
+        setNotice(kRestored);
         setSystemTestDetail({});
         setNote(kSystem, {});
         Outcomes results = outcomes();

@@ -1,6 +1,7 @@
 #include "app/file_work.h"
 
 #include "dns/dns_configurator.h"
+#include "dns/restore_script.h"
 #include "exec/background.h"
 #include "exec/replace_file.h"
 #include "runtime/pihole_controller.h"
@@ -53,6 +54,13 @@ QCoro::Task<Written> saveDnsBackup(QList<NetworkService> services)
     const QList<NetworkService> known = co_await DNSConfigurator::readAgain(services);
     const std::function<Written()> write = [known] { return DNSConfigurator::saveBackup(known); };
     co_return co_await onWorker(write);
+}
+
+QCoro::Task<QString> keepRestoreScript()
+{
+    BackgroundWork<QString> work(RestoreScript::keep);
+    const QString path = co_await work;
+    co_return path;
 }
 
 QCoro::Task<Read> readFile(QString path)

@@ -68,7 +68,7 @@ QCoro::Task<> AppModel::look(bool includeStats)
     if (!answering()) {
         setSummary(std::nullopt);
         setBlocking(std::nullopt);
-        if (apiMessage() == kPaused) setApiMessage({});
+        if (apiMessage().startsWith(kPaused)) setApiMessage({});
     } else if (includeStats && mayCount()) {
         co_await refreshStats();
     }

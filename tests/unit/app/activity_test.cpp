@@ -108,7 +108,8 @@ TEST(CurrentActivities, Publishes_the_known_keys)
         QStringLiteral("blocking"),  QStringLiteral("services"),   QStringLiteral("applydns"),
         QStringLiteral("system"),    QStringLiteral("restoredns"), QStringLiteral("browser"),
         QStringLiteral("container"), QStringLiteral("browsers"),   QStringLiteral("logs"),
-        QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("browserproof")};
+        QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("browserproof"),
+        QStringLiteral("report")};
     EXPECT_EQ(now.busyKeys(), known);
     marks.clear();
     EXPECT_TRUE(now.busyKeys().isEmpty());
