@@ -24,4 +24,14 @@ QDir AppPaths::supportDir()
 
 QDir AppPaths::backupsDir() { return createdFolder(supportDir().filePath(QStringLiteral("backups"))); }
 
+QDir AppPaths::runningDir()
+{
+    constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+    const QDir above = supportDir();
+    const QString path = above.filePath(QStringLiteral("running"));
+    // One that is there already may have been made by another hand.
+    if (!above.mkdir(path, ownerOnly)) QFile::setPermissions(path, ownerOnly);
+    return QDir(path);
+}
+
 } // namespace corvane
