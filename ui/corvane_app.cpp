@@ -32,6 +32,7 @@ CorvaneApp::CorvaneApp()
                 *m_workspace, *m_settings)
     , m_filePanels(m_dialogs, m_windows)
     , m_menu(m_model, m_looks, m_commands, {[this] { m_windows.comeForward(); }, [this] { quit(); }})
+    , m_receiver(m_model, [this] { m_windows.comeForward(); })
 {
     QApplication::setFont(uiFont());
     QApplication::setQuitOnLastWindowClosed(false);
@@ -59,6 +60,8 @@ void CorvaneApp::start()
     connect(m_wakeSignals.get(), &WakeSignals::woke, this, [this] { launch(m_model.refreshStatus(true)); });
     m_watching = platform::keepWatching();
     m_windows.openMain();
+    // Without it Corvane works on; whoever asks then is told that it does not answer.
+    m_receiver.open();
     launch(m_model.bootstrap());
 }
 

@@ -5,6 +5,7 @@
 #include "platform/application_menu.h"
 #include "platform/status_item.h"
 #include "platform/wake_signals.h"
+#include "remote/receiver.h"
 #include "ui/announcements.h"
 #include "ui/commands.h"
 #include "ui/file_panels.h"
@@ -59,6 +60,7 @@ private:
     Windows m_windows;
     FilePanels m_filePanels;
     MenuContent m_menu;
+    remote::Receiver m_receiver;
     std::unique_ptr<StatusItem> m_statusItem;
     std::unique_ptr<QObject> m_applicationMenu;
     std::unique_ptr<WakeSignals> m_wakeSignals;
