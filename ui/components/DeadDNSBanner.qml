@@ -67,6 +67,23 @@ Rectangle {
                 onClicked: Commands.hideBanner()
             }
         }
+        Disclosure {
+            id: details
+            objectName: "bannerDetails"
+
+            property bool shown: false
+
+            Layout.fillWidth: true
+            visible: App.restoreScript.length > 0
+            title: qsTr("Without Corvane")
+            open: details.shown
+            onAsked: open => details.shown = open
+
+            RestoreScriptNote {
+                objectName: "bannerRestoreScript"
+                width: parent.width
+            }
+        }
         MessageText {
             Layout.fillWidth: true
             objectName: "bannerDnsMessage"

@@ -74,6 +74,10 @@ StepScaffold {
             objectName: "doneRestore"
             width: parent.width
         }
+        RestoreScriptNote {
+            objectName: "doneRestoreScript"
+            width: parent.width
+        }
     }
     BodyText {
         width: parent.width
