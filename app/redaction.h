@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QList>
+#include <QRegularExpression>
+#include <QString>
+#include <QStringList>
+
+namespace corvane {
+
+/// Takes out of a text what names a person, a network or a site, and every secret: by rules, and by the words that are
+/// known to be such.
+class Redaction {
+public:
+    /// What stands for the words that are taken out.
+    struct Known {
+        QStringList passwords = {};
+        QStringList networks = {};
+        QStringList people = {};
+        QStringList machines = {};
+        QString home = {};
+    };
+
+    explicit Redaction(const Known &known);
+
+    [[nodiscard]] QString of(QString text) const;
+
+private:
+    struct Word {
+        QRegularExpression pattern;
+        QString instead;
+    };
+
+    /// `alone`: they count only where no letter or digit stands beside them.
+    void add(const QStringList &words, const QString &instead, bool alone);
+
+    QList<Word> m_words;
+};
+
+} // namespace corvane
