@@ -5,6 +5,7 @@
 #include "ui/decisions/places.h"
 #include "ui/decisions/rows.h"
 
+#include <QFileInfo>
 #include <QPointer>
 
 namespace corvane {
@@ -34,6 +35,12 @@ void Commands::restartPihole() { launch(m_app.restartPihole()); }
 void Commands::toggleStartStop() { launch(m_app.toggleStartStop()); }
 void Commands::runAllTests() { launch(m_app.runAllTests()); }
 void Commands::restoreOldSettings(Place::Name from) { launch(m_app.restoreOldSettings(from)); }
+void Commands::showRestoreScript() { m_workspace.open(QUrl::fromLocalFile(QFileInfo(m_app.restoreScript()).path())); }
+
+void Commands::makeReport() { launch(m_app.makeReport()); }
+void Commands::saveReport() { launch(m_app.saveReport()); }
+void Commands::dropReport() { m_app.setReport({}); }
+
 void Commands::hideBanner() { m_app.setBannerDismissed(true); }
 void Commands::dismissNotice() { m_app.setNotice({}); }
 void Commands::toggleWizard() { m_app.setShowWizard(!m_app.showWizard()); }

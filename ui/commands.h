@@ -23,6 +23,8 @@ public:
     Q_INVOKABLE void toggleStartStop();
     Q_INVOKABLE void runAllTests();
     Q_INVOKABLE void restoreOldSettings(corvane::Place::Name from);
+    /// Shows the script that restores without Corvane in Finder.
+    Q_INVOKABLE void showRestoreScript();
     Q_INVOKABLE void hideBanner();
     Q_INVOKABLE void dismissNotice();
     Q_INVOKABLE void toggleWizard();
@@ -71,6 +73,9 @@ public:
     Q_INVOKABLE void importBackup();
     Q_INVOKABLE void setLaunchAtLogin(bool on);
     Q_INVOKABLE void removePihole();
+    Q_INVOKABLE void makeReport();
+    Q_INVOKABLE void saveReport();
+    Q_INVOKABLE void dropReport();
 
     /// Copies plain text that a view shows.
     void copy(const QString &text);

@@ -47,6 +47,7 @@ void Looks::bindBusyFlags()
     m_scanningBrowsers.setBinding(busy("browsers"));
     m_askingForUpdates.setBinding(busy("updates"));
     m_loadingLog.setBinding(busy("logs"));
+    m_makingReport.setBinding(busy("report"));
     m_loadingLists.setBinding(busy("lists"));
     m_testingAnything.setBinding([this] { return m_testingPihole || m_testingBlocking || m_testingSystem; });
 }

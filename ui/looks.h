@@ -28,6 +28,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, scanningBrowsers)
     CORVANE_DERIVED(Looks, bool, askingForUpdates)
     CORVANE_DERIVED(Looks, bool, loadingLog)
+    CORVANE_DERIVED(Looks, bool, makingReport)
     CORVANE_DERIVED(Looks, bool, testingAnything)
     CORVANE_DERIVED(Looks, bool, loadingLists)
     /// The container is being started, stopped or restarted.

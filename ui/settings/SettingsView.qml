@@ -14,6 +14,12 @@ ColumnLayout {
         Layout.fillWidth: true
         visible: App.notice.length > 0
     }
+    ReportSheet {
+        parent: root
+        width: root.width
+        height: root.height
+        covers: root.visible
+    }
     ScrollArea {
         Layout.fillWidth: true
         Layout.fillHeight: true
@@ -100,6 +106,19 @@ ColumnLayout {
             NoteText {
                 width: parent.width
                 text: qsTr("Pi-hole is a separate project (EUPL licence); this app only runs its official Docker image.")
+            }
+            Divider {
+                width: parent.width
+            }
+            TestButton {
+                objectName: "makeReport"
+                title: qsTr("Save a report...")
+                busy: Looks.makingReport
+                onPressed: Commands.makeReport()
+            }
+            NoteText {
+                width: parent.width
+                text: qsTr("For whoever helps you. You read it before it is saved. Corvane sends it nowhere.")
             }
         }
     }
