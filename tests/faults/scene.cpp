@@ -116,6 +116,17 @@ QString missingAfterRestore(AppModel &model)
                     without(model, "system")});
 }
 
+void report(AppModel &model)
+{
+    toEnd(model.refreshStatus(true));
+    toEnd(model.makeReport());
+}
+
+QString missingAfterReport(AppModel &model)
+{
+    return model.report().isEmpty() ? QStringLiteral("There is no report.") : QString();
+}
+
 } // namespace
 
 const QList<Scene> &scenes()
@@ -126,6 +137,7 @@ const QList<Scene> &scenes()
         {"mending UDP", "running", mendUdp, missingAfterMending},
         {"pointing at Pi-hole", "running", pointAtPihole, missingAfterPointing},
         {"restoring", "protected", restore, missingAfterRestore},
+        {"making a report", "protected", report, missingAfterReport},
     };
     return all;
 }

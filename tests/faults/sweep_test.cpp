@@ -1,6 +1,8 @@
 #include "dns/dns_backup.h"
+#include "dns/restore_script.h"
 #include "tests/faults/scene.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 #include <QTimer>
@@ -103,6 +105,9 @@ protected:
         if (m_wasShown) {
             EXPECT_EQ(saved.first().servers, QStringList{kOldServer});
         }
+        QFile script(RestoreScript::file());
+        EXPECT_TRUE(script.open(QIODevice::ReadOnly));
+        EXPECT_EQ(script.readAll(), RestoreScript::text(saved)) << "the way back without Corvane is in step";
         const double written = QFileInfo(DNSBackup::file()).lastModified().toMSecsSinceEpoch() / 1000.0;
         EXPECT_LE(written, changed + 0.001);
     }
