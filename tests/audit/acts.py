@@ -82,7 +82,7 @@ class Watch:
         made = self._kinds.get((id(who), number), "")
         verb = {"connect": "", "bind": "bind ", "listen": "listen "}[call.name]
         if call.name == "listen":
-            self._note("Sockets", who, f"listen {words}")
+            self._note("Sockets", who, f"listen {self._kinds.get((id(who), number, 'to'), words)}")
         elif "AF_UNIX" in words:
             path = re.search(r'sun_path=@?"([^"]*)"', words)
             if path and path[1] != STAGE:
