@@ -103,13 +103,12 @@ TEST(CurrentActivities, Publishes_the_known_keys)
     std::vector<std::unique_ptr<ActivityMark>> marks;
     for (const ActivityRule &rule : kActivityRules)
         marks.push_back(std::make_unique<ActivityMark>(now, rule.activity));
-    const QSet<QString> known{
-        QStringLiteral("checks"),    QStringLiteral("docker"),     QStringLiteral("pihole"),
-        QStringLiteral("blocking"),  QStringLiteral("services"),   QStringLiteral("applydns"),
-        QStringLiteral("system"),    QStringLiteral("restoredns"), QStringLiteral("browser"),
-        QStringLiteral("container"), QStringLiteral("browsers"),   QStringLiteral("logs"),
-        QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("browserproof"),
-        QStringLiteral("report")};
+    const QSet<QString> known{QStringLiteral("checks"),    QStringLiteral("docker"),     QStringLiteral("pihole"),
+                              QStringLiteral("blocking"),  QStringLiteral("services"),   QStringLiteral("applydns"),
+                              QStringLiteral("system"),    QStringLiteral("restoredns"), QStringLiteral("browser"),
+                              QStringLiteral("container"), QStringLiteral("browsers"),   QStringLiteral("logs"),
+                              QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("browserproof"),
+                              QStringLiteral("report")};
     EXPECT_EQ(now.busyKeys(), known);
     marks.clear();
     EXPECT_TRUE(now.busyKeys().isEmpty());
