@@ -145,6 +145,7 @@ void Commands::allowBrowserRead()
 void Commands::scanBrowsers() { launch(m_app.scanBrowsers()); }
 void Commands::openBrowserSettings(const QString &id) { launch(m_app.openBrowserSettings(id)); }
 void Commands::runBrowserTest() { launch(m_app.runBrowserTest()); }
+void Commands::proveBrowser(const QString &id) { launch(m_app.proveBrowser(id)); }
 void Commands::leaveWizard() { m_app.setShowWizard(false); }
 
 void Commands::checkForUpdates() { launch(m_app.checkForUpdates()); }

@@ -64,6 +64,7 @@ public:
     Q_INVOKABLE void scanBrowsers();
     Q_INVOKABLE void openBrowserSettings(const QString &id);
     Q_INVOKABLE void runBrowserTest();
+    Q_INVOKABLE void proveBrowser(const QString &id);
     Q_INVOKABLE void leaveWizard();
 
     // Maintenance.

@@ -3,6 +3,7 @@
 #include "app/version_tag.h"
 #include "checks/port_checker.h"
 #include "runtime/pihole_controller.h"
+#include "ui/decisions/browsers.h"
 #include "ui/decisions/controls.h"
 #include "ui/decisions/dashboard_texts.h"
 #include "ui/decisions/password_hints.h"
@@ -24,6 +25,7 @@ Looks::Looks(AppModel &app, Appearance &appearance)
     bindDashboard();
     bindSetUp();
     followLists();
+    followBrowsers();
     followOperations();
     connect(&m_appearance, &Appearance::changed, this, &Looks::appearanceChanged);
     qApp->installEventFilter(this);
@@ -43,6 +45,7 @@ void Looks::bindBusyFlags()
     m_testingSystem.setBinding(busy("system"));
     m_restoringDNS.setBinding(busy("restoredns"));
     m_testingBrowser.setBinding(busy("browser"));
+    m_provingBrowser.setBinding(busy("browserproof"));
     m_controlling.setBinding(busy("container"));
     m_scanningBrowsers.setBinding(busy("browsers"));
     m_askingForUpdates.setBinding(busy("updates"));
@@ -117,7 +120,6 @@ void Looks::followLists()
     follow(&AppModel::blockingTestChanged,
            [this] { m_blockingRows.show(corvane::blockingRows(m_app.blockingTest())); });
     follow(&AppModel::servicesChanged, [this] { m_services.show(serviceRows(m_app.services())); });
-    follow(&AppModel::browsersChanged, [this] { m_browsers.show(browserRows(m_app.browsers())); });
     follow(&AppModel::outcomesChanged, [this] { m_outcomes.show(outcomeRows(m_app.outcomes())); });
     follow(&AppModel::outcomesChanged, [this] { m_testResults.show(corvane::testResults(m_app.outcomes())); });
     follow(&AppModel::portReportsChanged, [this] { showPorts(); });
@@ -141,6 +143,24 @@ void Looks::followLists()
         // While it follows, the text is not joined just to be asked for its length.
         m_hasLog = m_app.following() ? !m_app.followOp()->lines().isEmpty() : !m_app.logText().isEmpty();
     });
+}
+
+void Looks::followBrowsers()
+{
+    const auto show = [this] {
+        const BrowserSurroundings around{m_app.resolverReport(), m_app.browserRule(), m_app.firefoxToldOff(),
+                                         m_app.browserProofs()};
+        m_browsers.show(browserRows(m_app.browsers(), around));
+    };
+    for (auto changed : {&AppModel::browsersChanged, &AppModel::resolverReportChanged, &AppModel::browserRuleChanged,
+                         &AppModel::firefoxToldOffChanged, &AppModel::browserProofsChanged})
+        connect(&m_app, changed, this, show);
+    show();
+    m_browserRuleText.setBinding([this] {
+        const std::optional<PiholeBlocking> blocking = m_app.blocking();
+        return corvane::browserRuleText(m_app.browserRule(), m_app.answering(), !blocking || blocking->enabled);
+    });
+    m_provedBrowsers.setBinding([this] { return corvane::provedBrowsers(m_app.browsers(), m_app.browserProofs()); });
 }
 
 void Looks::followOperations()

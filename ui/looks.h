@@ -25,6 +25,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, testingSystem)
     CORVANE_DERIVED(Looks, bool, restoringDNS)
     CORVANE_DERIVED(Looks, bool, testingBrowser)
+    CORVANE_DERIVED(Looks, bool, provingBrowser)
     CORVANE_DERIVED(Looks, bool, scanningBrowsers)
     CORVANE_DERIVED(Looks, bool, askingForUpdates)
     CORVANE_DERIVED(Looks, bool, loadingLog)
@@ -74,6 +75,8 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, QString, resolverWarning)
     CORVANE_DERIVED(Looks, QString, blockingCounts)
     CORVANE_DERIVED(Looks, QString, serversInUse)
+    CORVANE_DERIVED(Looks, QString, browserRuleText)
+    CORVANE_DERIVED(Looks, QString, provedBrowsers)
     CORVANE_DERIVED(Looks, QStringList, selectedServices)
 
     Q_PROPERTY(corvane::RowList *steps READ steps CONSTANT)
@@ -143,6 +146,7 @@ private:
     void bindDashboard();
     void bindSetUp();
     void followLists();
+    void followBrowsers();
     void followOperations();
     void showSteps();
 

@@ -44,14 +44,6 @@ Row allowedRow(const BlockingTestResult &result)
     return {QStringLiteral("allowed"), answered ? kDone : kFailed, QStringLiteral("Allowed: example.com"), detail};
 }
 
-QString numbered(const QStringList &steps)
-{
-    QStringList lines;
-    for (qsizetype i = 0; i < steps.size(); ++i)
-        lines << QStringLiteral("%1. %2").arg(i + 1).arg(steps.at(i));
-    return lines.join(u'\n');
-}
-
 } // namespace
 
 Badge checkBadge(CheckState state)
@@ -139,35 +131,6 @@ QString serversInUse(const std::optional<ResolverReport> &report)
     const bool known = report && !report->defaultServers.isEmpty();
     return QStringLiteral("DNS servers macOS uses now: ") +
            (known ? report->defaultServers.join(QStringLiteral(", ")) : QStringLiteral("unknown"));
-}
-
-Badge browserBadge(SecureDNSState state)
-{
-    switch (state) {
-    case SecureDNSState::On:
-        return {QStringLiteral("exclamationmark.triangle.fill"), Tint::Red, QStringLiteral("skips Pi-hole")};
-    case SecureDNSState::Off:
-        return {QStringLiteral("checkmark.circle.fill"), Tint::Green, QStringLiteral("uses Pi-hole")};
-    case SecureDNSState::UnknownDefault:
-    case SecureDNSState::NotReadable:
-        return {QStringLiteral("questionmark.circle.fill"), Tint::Orange, QStringLiteral("not certain")};
-    case SecureDNSState::NotApplicable:
-        break;
-    }
-    return {QStringLiteral("info.circle.fill"), Tint::Blue, QStringLiteral("for your information")};
-}
-
-QList<Row> browserRows(const QList<BrowserInfo> &browsers)
-{
-    QList<Row> rows;
-    for (const BrowserInfo &browser : browsers) {
-        // Where secure DNS is off there is nothing to do.
-        const QString steps = browser.state == SecureDNSState::Off ? QString() : numbered(browser.steps);
-        const QString detail = steps.isEmpty() ? browser.detail : browser.detail + u'\n' + steps;
-        const bool canOpen = browser.id == QLatin1String("safari") || (browser.installed && browser.settingsURL);
-        rows.append({browser.id, browserBadge(browser.state), browser.name, detail, canOpen});
-    }
-    return rows;
 }
 
 Badge outcomeBadge(const Outcomes &outcomes, const QString &test)

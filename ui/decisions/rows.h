@@ -2,7 +2,6 @@
 
 #include "app/check_row.h"
 #include "app/test_outcome.h"
-#include "checks/browser_info.h"
 #include "checks/port_report.h"
 #include "dns/network_service.h"
 #include "dns/resolver_report.h"
@@ -20,6 +19,7 @@ class Row {
     Q_PROPERTY(QString title MEMBER title CONSTANT)
     Q_PROPERTY(QString detail MEMBER detail CONSTANT)
     Q_PROPERTY(bool enabled MEMBER enabled CONSTANT)
+    Q_PROPERTY(QString note MEMBER note CONSTANT)
 
 public:
     QString id;
@@ -28,6 +28,8 @@ public:
     QString detail;
     /// Whether the row's control, if it has one, can be used.
     bool enabled = true;
+    /// What Corvane adds beneath the detail.
+    QString note = {};
 
     bool operator==(const Row &) const = default;
 };
@@ -52,10 +54,6 @@ public:
 [[nodiscard]] QList<Row> serviceRows(const QList<NetworkService> &services);
 /// The DNS servers that macOS uses now, or "unknown".
 [[nodiscard]] QString serversInUse(const std::optional<ResolverReport> &report);
-
-[[nodiscard]] Badge browserBadge(SecureDNSState state);
-/// One row for each browser; the id opens its settings, when it is installed.
-[[nodiscard]] QList<Row> browserRows(const QList<BrowserInfo> &browsers);
 
 /// The five tests of this session in the order of the steps.
 [[nodiscard]] QList<Row> outcomeRows(const Outcomes &outcomes);
