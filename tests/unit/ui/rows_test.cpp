@@ -29,29 +29,6 @@ INSTANTIATE_TEST_SUITE_P(States, CheckBadge,
                                          CheckLook{CheckState::Warning, "exclamationmark.triangle.fill", Tint::Orange},
                                          CheckLook{CheckState::Failed, "xmark.octagon.fill", Tint::Red}));
 
-struct BrowserLook {
-    SecureDNSState state;
-    const char *symbol;
-    Tint::Name tint;
-};
-
-class BrowserBadge : public testing::TestWithParam<BrowserLook> {};
-
-TEST_P(BrowserBadge, Has_the_symbol_of_its_state)
-{
-    const Badge badge = browserBadge(GetParam().state);
-    EXPECT_EQ(badge.symbol, QString::fromLatin1(GetParam().symbol));
-    EXPECT_EQ(badge.tint, GetParam().tint);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    States, BrowserBadge,
-    testing::Values(BrowserLook{SecureDNSState::On, "exclamationmark.triangle.fill", Tint::Red},
-                    BrowserLook{SecureDNSState::Off, "checkmark.circle.fill", Tint::Green},
-                    BrowserLook{SecureDNSState::UnknownDefault, "questionmark.circle.fill", Tint::Orange},
-                    BrowserLook{SecureDNSState::NotReadable, "questionmark.circle.fill", Tint::Orange},
-                    BrowserLook{SecureDNSState::NotApplicable, "info.circle.fill", Tint::Blue}));
-
 QList<PortReport> ports(PortProbe udp, PortProbe web)
 {
     return {{QStringLiteral("53u"), QStringLiteral("UDP 53 on 127.0.0.1"), 53, true, udp, QStringLiteral("dnsmasq")},
@@ -150,20 +127,6 @@ TEST(Services, Unknown_servers_are_called_unknown)
               QStringLiteral("DNS servers macOS uses now: 127.0.0.1, 1.1.1.1"));
 }
 
-TEST(Browsers, Show_their_steps_numbered_and_open_only_what_is_there)
-{
-    BrowserInfo firefox;
-    firefox.id = QStringLiteral("firefox");
-    firefox.detail = QStringLiteral("Not installed.");
-    EXPECT_FALSE(browserRows({firefox}).first().enabled);
-    firefox.installed = true;
-    firefox.settingsURL = QStringLiteral("about:preferences#privacy");
-    firefox.steps = {QStringLiteral("Open it."), QStringLiteral("Close it.")};
-    const Row row = browserRows({firefox}).first();
-    EXPECT_TRUE(row.enabled);
-    EXPECT_EQ(row.detail, QStringLiteral("Not installed.\n1. Open it.\n2. Close it."));
-}
-
 TEST(OutcomeRows, Stand_in_the_order_of_the_steps_and_own_up_to_what_was_not_tested)
 {
     Outcomes outcomes;
@@ -227,17 +190,6 @@ TEST(Rows, A_failed_test_of_Docker_says_what_to_do)
               QStringLiteral("Docker does not answer. Start Colima, then test again."));
     EXPECT_EQ(dockerHint({{test, {false, {}, {}}}}, false),
               QStringLiteral("docker was not found. Install Colima and Docker first."));
-}
-
-TEST(Rows, A_browser_that_is_off_says_nothing_about_switching_it_off)
-{
-    BrowserInfo browser;
-    browser.detail = QStringLiteral("Secure DNS is off. Good.");
-    browser.steps = {QStringLiteral("Open Settings.")};
-    browser.state = SecureDNSState::Off;
-    EXPECT_EQ(browserRows({browser}).first().detail, browser.detail);
-    browser.state = SecureDNSState::On;
-    EXPECT_EQ(browserRows({browser}).first().detail, browser.detail + QStringLiteral("\n1. Open Settings."));
 }
 
 } // namespace
