@@ -46,6 +46,11 @@ Rectangle {
             Layout.fillWidth: true
             objectName: "bannerStatusNote"
         }
+        BrowserRuleNote {
+            objectName: "bannerBrowserRule"
+            Layout.fillWidth: true
+            color: Theme.text
+        }
         RowLayout {
             spacing: Theme.gap / 2
 

@@ -24,6 +24,10 @@ ScrollArea {
             ListsHelp {
                 width: parent.width
             }
+            BrowserRuleNote {
+                width: parent.width
+                visible: text.length > 0 && !App.showDeadDNSBanner
+            }
         }
     }
     TodayBox {

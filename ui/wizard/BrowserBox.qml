@@ -11,6 +11,7 @@ GroupBox {
     required property string name
     required property string detail
     required property bool canOpen
+    required property string remark
 
     spoken: root.name
     RowLayout {
@@ -24,6 +25,14 @@ GroupBox {
             detail: root.detail
         }
         PushButton {
+            objectName: root.objectName + "TestButton"
+            Layout.alignment: Qt.AlignTop
+            text: qsTr("Test")
+            enabled: root.canOpen && !Looks.provingBrowser
+            Accessible.name: qsTr("Test %1").arg(root.name)
+            onClicked: Commands.proveBrowser(root.browserId)
+        }
+        PushButton {
             objectName: root.objectName + "SettingsButton"
             Layout.alignment: Qt.AlignTop
             text: qsTr("Open settings")
@@ -31,5 +40,11 @@ GroupBox {
             Accessible.name: qsTr("Open settings of %1").arg(root.name)
             onClicked: Commands.openBrowserSettings(root.browserId)
         }
+    }
+    MessageText {
+        objectName: root.objectName + "Remark"
+        width: parent.width
+        text: root.remark
+        color: Theme.text
     }
 }

@@ -49,6 +49,7 @@ StepScaffold {
             name: row.title
             detail: row.detail
             canOpen: row.enabled
+            remark: row.note
         }
     }
     GroupBox {

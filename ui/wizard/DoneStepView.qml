@@ -14,6 +14,12 @@ StepScaffold {
         width: parent.width
         rows: Looks.outcomes
     }
+    NoteText {
+        objectName: "provedBrowsers"
+        width: parent.width
+        visible: text.length > 0
+        text: Looks.provedBrowsers
+    }
     StatusNote {
         width: parent.width
     }

@@ -36,4 +36,7 @@ GroupBox {
         width: parent.width
         text: qsTr("Honest note: macOS may sometimes ask 1.1.1.1 instead of Pi-hole, so a few ads can get through. 'Pi-hole only' avoids that, with the risk above.")
     }
+    BrowserRuleNote {
+        width: parent.width
+    }
 }
