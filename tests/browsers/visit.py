@@ -1,8 +1,9 @@
 """Runs inside a simulated Mac: lets a real browser ask for a new name every two seconds, and tells who was asked.
 
-    visit.py BROWSER SETTING SECONDS [--rule] [--at SECOND "CONTROL COMMAND"]...
+    visit.py BROWSER SETTING SECONDS [--rule] [--at SECOND EVENT]...
 
-`--rule` first gives Pi-hole the rule that keeps browsers with it. `--at` directs the simulated Mac while the page is open.
+`--rule` first gives Pi-hole the rule that keeps browsers with it. `--at` says what happens while the page is open: "reopen"
+(the browser is quit and opened again), "blocking off", "blocking on", or a control command of the simulated Mac.
 
 Prints one line of JSON: a list with one entry for each name, in the order in which the page used them. An entry is the
 sorted list of who was asked for that name: "pi-hole", a DNS server's address, or a provider's name.
@@ -30,7 +31,7 @@ RULE = r"^chrome\.cloudflare-dns\.com$;reply=NXDOMAIN"
 WITHOUT_SANDBOX = {f"MOZ_DISABLE_{part}_SANDBOX": "1" for part in ("CONTENT", "GMP", "RDD", "SOCKET_PROCESS", "UTILITY")}
 WITHOUT_SANDBOX |= {"MOZ_ASSUME_USER_NS": "0", "MOZ_CRASHREPORTER_DISABLE": "1"}
 PAGE = """<!doctype html><title>Lookups</title><script>
-let number = 0;
+let number = Number(location.hash.slice(1));
 function ask() {
   new Image().src = "http://ads" + number++ + ".BELOW/pixel.png";
 }
@@ -93,24 +94,50 @@ def add_rule():
     call("/domains/deny/regex", {"domain": RULE, "comment": "Corvane"}, sid)
 
 
+class Browser:
+    """A real browser with the page open."""
+
+    def __init__(self, words, address):
+        self._words, self._address = words, address
+        self.open(0)
+
+    def open(self, number):
+        """The names of the page are counted from this number on."""
+        with open("/tmp/browser.log", "ab") as log:
+            self._process = subprocess.Popen([*self._words, f"{self._address}#{number}"], stdin=subprocess.DEVNULL,
+                                             stdout=log, stderr=log, env=os.environ | WITHOUT_SANDBOX)
+
+    def quit(self):
+        self._process.terminate()
+        try:
+            self._process.wait(10)
+        except subprocess.TimeoutExpired:
+            self._process.kill()
+
+
+def happen(browser, second, words):
+    """What one event says."""
+    if words == ["reopen"]:
+        browser.quit()
+        browser.open(int(second / PERIOD))
+    elif words[0] == "blocking":
+        sid = call("/auth", {"password": PASSWORD})["session"]["sid"]
+        call("/dns/blocking", {"blocking": words[1] == "on"}, sid)
+    else:
+        control(*words)
+
+
 def visit(browser, setting, lasting, events):
-    """Opens the page in the browser for so many seconds; each event is a second and a control command."""
+    """Opens the page in the browser for so many seconds; each event is a second and what happens then."""
     page = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Page)
     threading.Thread(target=page.serve_forever, daemon=True).start()
-    words = BROWSERS[browser](f"{HOME}/profile", setting)
-    with open("/tmp/browser.log", "wb") as log:
-        process = subprocess.Popen([*words, f"http://127.0.0.1:{page.server_port}/"], stdin=subprocess.DEVNULL,
-                                   stdout=log, stderr=log, env=os.environ | WITHOUT_SANDBOX)
+    opened = Browser(BROWSERS[browser](f"{HOME}/profile", setting), f"http://127.0.0.1:{page.server_port}/")
     began = time.monotonic()
     for second, words in sorted(events):
         time.sleep(max(0.0, began + second - time.monotonic()))
-        control(*shlex.split(words))
+        happen(opened, second, shlex.split(words))
     time.sleep(max(0.0, began + lasting - time.monotonic()))
-    process.terminate()
-    try:
-        process.wait(10)
-    except subprocess.TimeoutExpired:
-        process.kill()
+    opened.quit()
 
 
 def arguments():
@@ -120,7 +147,7 @@ def arguments():
     parser.add_argument("setting")
     parser.add_argument("seconds", type=float)
     parser.add_argument("--rule", action="store_true")
-    parser.add_argument("--at", nargs=2, action="append", default=[], metavar=("SECOND", "COMMAND"))
+    parser.add_argument("--at", nargs=2, action="append", default=[], metavar=("SECOND", "EVENT"))
     return parser.parse_args()
 
 
