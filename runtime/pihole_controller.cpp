@@ -94,6 +94,12 @@ QCoro::Task<DigResult> runDig(QStringList args)
     co_return DigResult::parse(result);
 }
 
+bool saysMissing(const QString &error)
+{
+    return error.contains(QLatin1String("no such object"), Qt::CaseInsensitive) ||
+           error.contains(QLatin1String("no such container"), Qt::CaseInsensitive);
+}
+
 } // namespace
 
 QCoro::Task<ContainerState> PiholeController::containerState()
@@ -107,6 +113,16 @@ QCoro::Task<ContainerState> PiholeController::containerState()
     const CommandResult container = co_await DockerCLI::run(inspect, kQuickTimeout);
     if (!container.succeeded()) co_return ContainerState::missing();
     co_return ContainerState::parse(container.standardOutput);
+}
+
+QCoro::Task<std::optional<DeployedContainer>> PiholeController::deployed()
+{
+    const QStringList inspect{QStringLiteral("inspect"), QStringLiteral("--format"), DeployedContainer::kFormat,
+                              QStringLiteral("pihole")};
+    const CommandResult container = co_await DockerCLI::run(inspect, kQuickTimeout);
+    if (saysMissing(container.standardError)) co_return DeployedContainer();
+    if (!container.succeeded()) co_return std::nullopt;
+    co_return DeployedContainer::parse(container.standardOutput);
 }
 
 QCoro::Task<DigResult> PiholeController::dig(QString name, QString type, bool tcp, QString server)

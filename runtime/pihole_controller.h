@@ -2,6 +2,7 @@
 
 #include "exec/command_step.h"
 #include "runtime/container_state.h"
+#include "runtime/deployed_container.h"
 #include "runtime/dig_result.h"
 
 #include <QCoro/QCoroTask>
@@ -19,6 +20,8 @@ public:
     static constexpr double kLogTimeout = 20;
 
     [[nodiscard]] static QCoro::Task<ContainerState> containerState();
+    /// What it was made from; nothing when Docker does not tell.
+    [[nodiscard]] static QCoro::Task<std::optional<DeployedContainer>> deployed();
 
     /// Asks `server` on port 53 for `name`.
     [[nodiscard]] static QCoro::Task<DigResult> dig(QString name, QString type, bool tcp, QString server);
@@ -36,6 +39,10 @@ public:
     /// written.
     [[nodiscard]] static std::expected<void, QString> writeFiles(const QString &tag, int webPort,
                                                                  const QString &password);
+    /// The first of them alone, for when the password is not known.
+    [[nodiscard]] static std::expected<void, QString> writeComposeFile(const QString &tag, int webPort);
+    /// Whether both are there, for this version and port and, unless it is empty, with this password.
+    [[nodiscard]] static bool filesSay(const QString &tag, int webPort, const QString &password);
     [[nodiscard]] static QString composeFile();
     [[nodiscard]] static QString environmentFile();
 

@@ -18,6 +18,7 @@ namespace corvane {
 namespace {
 
 constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
+constexpr qint64 kLongest = 64 << 10; // bytes; both files are far shorter
 
 bool mayStandInTimeZone(QChar c) { return c.isLetter() || c.isDigit() || QStringView(u"/_+-").contains(c); }
 
@@ -63,6 +64,17 @@ private:
     int m_descriptor;
 };
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.read(kLongest) : QByteArray();
+}
+
+QByteArray environmentText(const QString &password)
+{
+    return "FTLCONF_webserver_api_password=" + password.toUtf8() + '\n';
+}
+
 std::expected<void, QString> writeSecret(const QString &path, const QByteArray &content)
 {
     // A failure shows below: the old file is then in the way.
@@ -94,13 +106,24 @@ QString PiholeController::safeTimeZone(const QString &identifier)
     return safe ? identifier : QStringLiteral("UTC");
 }
 
+std::expected<void, QString> PiholeController::writeComposeFile(const QString &tag, int webPort)
+{
+    return replaceFile(composeFile(), composeText(tag, webPort, safeTimeZone()).toUtf8());
+}
+
 std::expected<void, QString> PiholeController::writeFiles(const QString &tag, int webPort, const QString &password)
 {
-    const QString compose = composeText(tag, webPort, safeTimeZone());
-    if (auto written = replaceFile(composeFile(), compose.toUtf8()); !written) return written;
+    if (auto written = writeComposeFile(tag, webPort); !written) return written;
+    return writeSecret(environmentFile(), environmentText(password));
+}
 
-    const QString secret = QStringLiteral("FTLCONF_webserver_api_password=") + password + u'\n';
-    return writeSecret(environmentFile(), secret.toUtf8());
+bool PiholeController::filesSay(const QString &tag, int webPort, const QString &password)
+{
+    const QByteArray compose = contentOf(composeFile());
+    const QByteArray environment = contentOf(environmentFile());
+    return compose.contains("image: pihole/pihole:" + tag.toUtf8() + '\n') &&
+           compose.contains("127.0.0.1:" + QByteArray::number(webPort) + ":80/tcp") &&
+           (password.isEmpty() ? !environment.isEmpty() : environment == environmentText(password));
 }
 
 } // namespace corvane
