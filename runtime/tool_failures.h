@@ -8,12 +8,14 @@ namespace corvane {
 /// words leave no doubt.
 class ToolFailures {
 public:
-    /// Asks the reader of the step's tool.
+    /// Asks the reader of the step, or of its tool.
     [[nodiscard]] static FailureReading read(const FailedStep &failed);
 
     [[nodiscard]] static FailureReading homebrew(const QStringList &lines);
     [[nodiscard]] static FailureReading colima(const QStringList &lines);
     [[nodiscard]] static FailureReading docker(const QStringList &lines);
+    /// Of the step that makes room for Pi-hole in Colima's machine.
+    [[nodiscard]] static FailureReading room(const QStringList &lines);
 };
 
 } // namespace corvane

@@ -1,5 +1,6 @@
 // What is made of the real words in which Homebrew, Colima and Docker fail.
 
+#include "runtime/machine_port.h"
 #include "runtime/tool_failures.h"
 
 #include <QDir>
@@ -159,6 +160,21 @@ TEST(ToolFailures, Warnings_are_not_the_cause)
     EXPECT_EQ(ToolFailures::colima({QStringLiteral("time=\"x\" level=warning msg=\"open /a: permission denied\""),
                                     QStringLiteral("time=\"x\" level=fatal msg=\"something else\"")}),
               FailureReading());
+}
+
+TEST(ToolFailures, A_machine_that_makes_no_room_is_told_whatever_it_says)
+{
+    FailedStep failed;
+    failed.step.label = MachinePort::kMakingRoom;
+    failed.step.exe = QStringLiteral("/opt/homebrew/bin/colima");
+    failed.lines = QStringList{QStringLiteral("Job for dnsmasq.service failed."), QStringLiteral("exit status 1")};
+    const FailureReading reading = ToolFailures::read(failed);
+    EXPECT_TRUE(reading.sentence.startsWith(QStringLiteral(
+        "Colima's virtual machine could not make room for Pi-hole: its own name service keeps port 53.")))
+        << reading.sentence.toStdString();
+    EXPECT_EQ(reading.line, QStringLiteral("exit status 1"));
+    failed.lines.clear();
+    EXPECT_FALSE(ToolFailures::read(failed).sentence.isEmpty());
 }
 
 TEST(ToolFailures, Nothing_printed_tells_nothing)
