@@ -35,8 +35,8 @@ enum class Activity : quint32 {
     CheckForUpdates = 1U << 24,
     BringBack = 1U << 25,
     LoadLists = 1U << 26,
-    BrowserProof = 1U << 27,
-    MakeReport = 1U << 28,
+    PutRight = 1U << 27,
+    Exchange = 1U << 28,
 };
 Q_DECLARE_FLAGS(Activities, Activity)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Activities)
@@ -98,6 +98,9 @@ inline constexpr std::array kActivityRules{
     ActivityRule{Activity::MakeReport, "report", "a report is being made"},
     ActivityRule{Activity::CheckForUpdates, "updates", "a newer version is being looked for"},
     ActivityRule{Activity::BringBack, "", "the old version is being brought back", Subject::Container, Subject::Engine},
+    ActivityRule{Activity::PutRight, "", "what was cut off is being put right", Subject::Container, Subject::Engine},
+    // A part of others: pin, port, files and container change one after another.
+    ActivityRule{Activity::Exchange, "", "the container is being exchanged", {}, {}, true},
 };
 
 [[nodiscard]] constexpr bool exclude(const ActivityRule &one, const ActivityRule &other)

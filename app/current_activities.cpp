@@ -35,7 +35,7 @@ QSet<QString> CurrentActivities::busyKeys() const
     return keys;
 }
 
-bool CurrentActivities::mayBegin(Activity activity) const { return !(marked() & excludedBy(activity)); }
+bool CurrentActivities::mayBegin(Activity activity) const { return !m_closed && !(marked() & excludedBy(activity)); }
 
 QString CurrentActivities::obstacle(Activity activity) const
 {
@@ -56,10 +56,18 @@ void CurrentActivities::outdate(Activities activities)
     }
 }
 
+void CurrentActivities::close()
+{
+    m_closed = true;
+    for (Count &each : m_counts)
+        ++each.newest;
+}
+
 ActivityMark::ActivityMark(CurrentActivities &activities, Activity activity, Begin begin)
     : m_activities(&activities)
     , m_activity(activity)
 {
+    if (ruleOf(activity).changes) ++activities.m_changesBegun;
     ++activities.count(activity).marked;
     m_run = ++activities.count(activity).newest;
     if (begin == Begin::AtOnce) agreed();

@@ -23,6 +23,10 @@ public:
     [[nodiscard]] QString obstacle(Activity activity) const;
     /// Whatever of these is under way keeps what it finds out to itself from now on: it does not hold any more.
     void outdate(Activities activities);
+    /// The same for all of them, and nothing may begin any more.
+    void close();
+    /// How many have begun so far that change something.
+    [[nodiscard]] int changesBegun() const { return m_changesBegun; }
 
 Q_SIGNALS:
     void changed();
@@ -38,6 +42,8 @@ private:
     [[nodiscard]] Activities marked() const;
 
     std::array<Count, kActivityRules.size()> m_counts;
+    int m_changesBegun = 0;
+    bool m_closed = false;
 };
 
 /// Marks an activity as under way for as long as it lives, whichever way its flow ends.

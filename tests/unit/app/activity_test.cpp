@@ -16,7 +16,7 @@ using Begin = ActivityMark::Begin;
 constexpr Activities kTests = Checks | DockerTest | PiholeTests | BlockingTest | SystemTest | BrowserTest;
 constexpr Activities kOnEngine = Install | StartColima | Autostart | UdpFix;
 constexpr Activities kOnContainer = StartPihole | StartContainer | StopContainer | RestartContainer | Update |
-                                    BringBack | PortChange | Removal | ImportBackup;
+                                    BringBack | PutRight | PortChange | Removal | ImportBackup;
 
 /// Whether each of these excludes each other, and itself.
 constexpr bool excludeEachOther(Activities some)
@@ -180,6 +180,27 @@ TEST(CurrentActivities, That_are_outdated_do_not_stand_but_go_on)
     EXPECT_FALSE(system.stands());
     EXPECT_TRUE(blocking.stands());
     EXPECT_EQ(now.underWay(), SystemTest | BlockingTest);
+}
+
+TEST(CurrentActivities, That_are_closed_let_nothing_begin_and_nothing_stand)
+{
+    CurrentActivities now;
+    const ActivityMark mark(now, Update);
+    now.close();
+    EXPECT_FALSE(mark.stands());
+    EXPECT_EQ(now.underWay(), Activities(Update)) << "it has not ended yet";
+    for (const ActivityRule &rule : kActivityRules)
+        EXPECT_FALSE(now.mayBegin(rule.activity)) << rule.words;
+}
+
+TEST(CurrentActivities, Count_what_begins_to_change_something)
+{
+    CurrentActivities now;
+    const ActivityMark test(now, SystemTest);
+    const ActivityMark backup(now, ExportBackup);
+    EXPECT_EQ(now.changesBegun(), 0);
+    const ActivityMark change(now, ApplyDns);
+    EXPECT_EQ(now.changesBegun(), 1);
 }
 
 TEST(CurrentActivities, May_go_before_their_marks)
