@@ -46,7 +46,10 @@ QCoro::Task<Written> writeFile(QString path, QByteArray bytes)
 
 QCoro::Task<Written> writePiholeFiles(QString tag, int webPort, QString password)
 {
-    return onWorker([tag, webPort, password] { return PiholeController::writeFiles(tag, webPort, password); });
+    return onWorker([tag, webPort, password] {
+        return password.isEmpty() ? PiholeController::writeComposeFile(tag, webPort)
+                                  : PiholeController::writeFiles(tag, webPort, password);
+    });
 }
 
 QCoro::Task<Written> saveDnsBackup(QList<NetworkService> services)

@@ -22,7 +22,8 @@ struct FileContent {
 /// Reads a whole regular file of at most 256 MiB on a worker thread; the reason when it cannot.
 [[nodiscard]] QCoro::Task<std::expected<FileContent, QString>> readFile(QString path);
 
-/// Writes the two files that describe the container, on a worker thread: a slow disk holds no window up.
+/// Writes the two files that describe the container, on a worker thread: a slow disk holds no window up. A password
+/// that is not known, which is empty, leaves its file as it is.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> writePiholeFiles(QString tag, int webPort, QString password);
 
 /// Saves the servers of these services to the backup file, on a worker thread; those that are not known are read again.
