@@ -24,6 +24,8 @@ public:
 struct PersistedSettings {
     static constexpr int kDefaultWebPort = 8080;
     static constexpr int kLastWebPort = 8090;
+    /// Whether a stored port is taken as the web port.
+    [[nodiscard]] static constexpr bool isWebPort(int port) { return port >= kDefaultWebPort && port <= kLastWebPort; }
 
     int webPort = kDefaultWebPort;
     QString pinnedTag = QStringLiteral("2026.09.0");
