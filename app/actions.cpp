@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "app/colima_start.h"
+#include "app/docker_words.h"
 #include "app/operation.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
@@ -13,15 +14,6 @@ namespace {
 
 constexpr double kStartTimeout = 30; // seconds
 constexpr double kStopTimeout = 60;  // seconds
-
-/// What docker said about its failure, or how it failed without a word.
-QString ownWords(const CommandResult &result)
-{
-    if (result.launchError) return QStringLiteral("docker was not found.");
-    if (result.timedOut) return QStringLiteral("docker did not end in time.");
-    const QString last = result.combined().section(u'\n', -1).trimmed();
-    return last.isEmpty() ? QString() : QStringLiteral("docker says: ") + last;
-}
 
 } // namespace
 
@@ -124,7 +116,7 @@ void AppModel::tellStart(const QString &message, const QString &note)
 /// Says how docker's command ended, and looks what came of it.
 QCoro::Task<> AppModel::afterControl(CommandResult result, bool starts)
 {
-    if (!result.succeeded()) tellStart(DockerCLI::friendlyError(result.combined()), ownWords(result));
+    if (!result.succeeded()) tellStart(whyDockerFailed(result), dockerSays(result));
     if (starts && result.succeeded())
         co_await refreshAfterStart();
     else
