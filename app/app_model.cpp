@@ -82,6 +82,8 @@ QCoro::Task<> AppModel::poll()
         // Counters that went with the answers come back with them.
         if (!answered && answering() && !includeStats && mayCount()) co_await refreshStats();
         if (!alive) co_return;
+        co_await putRight();
+        if (!alive) co_return;
         co_await m_clock.pause(kPollInterval);
     }
 }

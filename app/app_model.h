@@ -7,11 +7,13 @@
 #include "app/current_activities.h"
 #include "app/dialogs.h"
 #include "app/launch.h"
+#include "app/left_version.h"
 #include "app/pause.h"
 #include "app/place.h"
 #include "exec/operation_runner.h"
 #include "platform/login_item.h"
 #include "platform/workspace.h"
+#include "runtime/deployed_container.h"
 
 #include <QCoro/QCoroTask>
 #include <QUrl>
@@ -175,8 +177,23 @@ public:
     [[nodiscard]] QCoro::Task<> checkForUpdates();
     [[nodiscard]] QCoro::Task<> performUpdate();
     void setLaunchAtLogin(bool on);
-    [[nodiscard]] QCoro::Task<> changeWebPort(int port);
     [[nodiscard]] QCoro::Task<> removePihole();
+
+    // The admin page's port: web_port.cpp
+
+    [[nodiscard]] QCoro::Task<> changeWebPort(int port);
+
+    // What an end in the middle leaves behind: recovery.cpp
+
+    /// Stops what is under way; nothing begins any more.
+    void stopEverything();
+    /// The same, and waits, but no longer than the limit, until what was being exchanged is put back.
+    [[nodiscard]] QCoro::Task<> windDown(Clock::Duration limit);
+    /// Compares pinned version, port and files with the container that was last seen, puts right what was cut off, and
+    /// says what still differs.
+    [[nodiscard]] QCoro::Task<> putRight();
+    /// Makes the container of the version on offer anew; its image is still there.
+    [[nodiscard]] QCoro::Task<> bringBack();
 
     [[nodiscard]] OperationRunner *installOp() { return &m_installOp; }
     [[nodiscard]] OperationRunner *startOp() { return &m_startOp; }
@@ -231,6 +248,7 @@ private:
     [[nodiscard]] QCoro::Task<QString> blockedInAnotherWay();
     [[nodiscard]] QCoro::Task<> explainMissingNames(const ActivityMark *run, QString key, bool missing);
 
+    [[nodiscard]] QCoro::Task<> proveLookups();
     [[nodiscard]] QCoro::Task<QString> findInLog(QStringList names, QSet<QString> *found);
 
     [[nodiscard]] QCoro::Task<> keepBrowserRule();
@@ -243,7 +261,14 @@ private:
 
     [[nodiscard]] QCoro::Task<QString> saveBackupBefore(QString newTag);
     [[nodiscard]] QCoro::Task<bool> runUpdate(QString newTag);
-    void rollBack(const QString &oldTag);
+    [[nodiscard]] QCoro::Task<bool> exchangeVersion(QString newTag, CommandSteps steps);
+    [[nodiscard]] QCoro::Task<QString> pin(QString tag);
+    void tellOfRollback(const QString &unwritten);
+    [[nodiscard]] QCoro::Task<> movePihole(int port, CommandSteps steps);
+    [[nodiscard]] QCoro::Task<> putFilesRight();
+    [[nodiscard]] bool judge(const DeployedContainer &deployed);
+    [[nodiscard]] bool judgeNewVersion(const QString &left);
+    [[nodiscard]] QCoro::Task<bool> remake(QString tag);
     [[nodiscard]] QCoro::Task<> removeContainer();
     void forgetPihole();
 
@@ -261,6 +286,9 @@ private:
     OperationRunner m_followOp;
     CurrentActivities m_activities;
     Pause m_pause{m_settings};
+    LeftVersion m_left{m_settings};
+    /// What pin, port and files were last compared with.
+    std::optional<ContainerState> m_compared;
     bool m_refreshing = false;
     bool m_refreshAgain = false;
     bool m_refreshAgainWithStats = false;

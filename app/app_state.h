@@ -109,14 +109,14 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, QString, engineProblem, setEngineProblem, QString())
     /// A reply has come over UDP, whatever it said: the port is forwarded.
     CORVANE_PUBLISHED(AppState, bool, udpReplied, setUdpReplied, false)
-    /// By what they stand beside: "api", "start", "pihole", "blocking", "lists", "system", "browser".
+    /// By what they stand beside: "api", "start", "pihole", "blocking", "lists", "system", "browser", "version".
     CORVANE_PUBLISHED(AppState, QVariantMap, notes, setNotes, QVariantMap())
 
     // Maintenance.
     CORVANE_PUBLISHED(AppState, std::optional<QString>, latestTag, setLatestTag, std::nullopt)
     CORVANE_PUBLISHED(AppState, QString, updateMessage, setUpdateMessage, QString())
-    /// The report as it would be saved; empty while there is none.
-    CORVANE_PUBLISHED(AppState, QString, report, setReport, QString())
+    /// The version that can be brought back because another one, or none, is there; else empty.
+    CORVANE_PUBLISHED(AppState, QString, wayBack, setWayBack, QString())
     CORVANE_PUBLISHED(AppState, bool, launchAtLogin, publishLaunchAtLogin, false)
 
     // What follows from the fields above.

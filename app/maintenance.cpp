@@ -2,22 +2,18 @@
 #include "app/container_steps.h"
 #include "app/file_work.h"
 #include "app/operation.h"
-#include "app/operation_title.h"
 #include "app/release_feed.h"
 #include "app/version_tag.h"
-#include "checks/port_checker.h"
 #include "exec/app_paths.h"
-#include "runtime/pihole_controller.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QPointer>
-
-#include <algorithm>
 
 namespace corvane {
 
 namespace {
+
+const QString kNotWritten = QStringLiteral("Could not write the new compose file: ");
 
 Alert updateQuestion(const QString &tag)
 {
@@ -35,18 +31,6 @@ QString updateBackupPath(const QString &newTag)
 {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     return AppPaths::backupsDir().filePath(QStringLiteral("pihole-backup-%1-before-%2.zip").arg(time, newTag));
-}
-
-/// Why the admin page cannot move to this port, as a sentence; empty when it can.
-QString webPortProblem(int port)
-{
-    const auto probed = static_cast<quint16>(std::clamp(port, 0, 65535));
-    if (PortChecker::probe(probed, false) == PortProbe::InUse)
-        return QStringLiteral("Port %1 is already in use.").arg(port);
-    // The next start would not take it from the settings.
-    if (port < PersistedSettings::kDefaultWebPort || port > PersistedSettings::kLastWebPort)
-        return QStringLiteral("Port %1 cannot be used. Pick one from 8080 to 8090.").arg(port);
-    return {};
 }
 
 } // namespace
@@ -92,7 +76,12 @@ QCoro::Task<> AppModel::performUpdate()
     const bool updated = co_await runUpdate(newTag);
     if (!mark->stands()) co_return;
     mark.reset(); // nothing that follows stands in the way of anything
-    if (updated) co_await runPiholeTests(true);
+    const QPointer<AppModel> alive(this);
+    if (updated)
+        co_await runPiholeTests(true);
+    else
+        co_await refreshStatus(true);
+    if (alive) co_await putRight();
 }
 
 /// Saves Pi-hole's settings into the backups folder; answers why it could not, or nothing.
@@ -121,38 +110,53 @@ QCoro::Task<bool> AppModel::runUpdate(QString newTag)
         setNotice(QStringLiteral("docker was not found."));
         co_return false;
     }
+    co_return co_await exchangeVersion(newTag, *steps);
+}
+
+/// Pins the new version and runs the steps; pins the old one again when they fail.
+QCoro::Task<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
+{
+    const QPointer<AppModel> alive(this);
+    const ActivityMark exchange(m_activities, Activity::Exchange);
+    m_compared.reset();
     const QString oldTag = pinnedTag();
-    setPinnedTag(newTag);
-    const auto written = co_await writePiholeFiles(newTag, webPort(), adminPassword());
+    m_left.keep(oldTag); // first: whoever is cut off from here on finds the way back
+    const QString unwritten = co_await pin(newTag);
     if (!alive) co_return false;
-    if (!written) {
-        setPinnedTag(oldTag);
-        // One of the two files may be the new one already. What stands in the way of that one is told all the same.
-        [[maybe_unused]] const auto restored = PiholeController::writeFiles(oldTag, webPort(), adminPassword());
-        setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + written.error());
-        co_return false;
-    }
-    const bool updated = co_await perform(&m_maintOp, QStringLiteral("Updating Pi-hole to ") + newTag, *steps);
+    bool updated = false;
+    if (unwritten.isEmpty() && exchange.stands())
+        updated = co_await perform(&m_maintOp, QStringLiteral("Updating Pi-hole to ") + newTag, steps);
     if (!alive) co_return false;
     if (updated) {
         setUpdateMessage(QStringLiteral("Updated to %1.").arg(newTag));
         setLatestTag(std::nullopt);
-    } else {
-        rollBack(oldTag);
+        co_return true;
     }
-    co_return updated;
+    // One of the two files may be the new one already.
+    const QString stillUnwritten = co_await pin(oldTag);
+    if (!alive) co_return false;
+    if (unwritten.isEmpty())
+        tellOfRollback(stillUnwritten);
+    else
+        setUpdateMessage(kNotWritten + unwritten);
+    co_return false;
 }
 
-void AppModel::rollBack(const QString &oldTag)
+/// Makes this the pinned version, in the settings and in the files; answers why these could not be written, or nothing.
+QCoro::Task<QString> AppModel::pin(QString tag)
 {
-    setPinnedTag(oldTag);
-    QString message =
+    setPinnedTag(tag);
+    const auto written = co_await writePiholeFiles(tag, webPort(), adminPassword());
+    co_return written ? QString() : written.error();
+}
+
+void AppModel::tellOfRollback(const QString &unwritten)
+{
+    const QString message =
         QStringLiteral("The update did not finish; the pinned version is back to %1. Use Start/Restart if "
                        "Pi-hole is not running.")
-            .arg(oldTag);
-    const auto written = PiholeController::writeFiles(oldTag, webPort(), adminPassword());
-    if (!written) message += QStringLiteral(" Could not write the new compose file: ") + written.error();
-    setUpdateMessage(message);
+            .arg(pinnedTag());
+    setUpdateMessage(unwritten.isEmpty() ? message : message + u' ' + kNotWritten + unwritten);
 }
 
 void AppModel::setLaunchAtLogin(bool on)
@@ -161,48 +165,6 @@ void AppModel::setLaunchAtLogin(bool on)
     const auto changed = m_loginItem.setEnabled(on);
     if (!changed) setNotice(QStringLiteral("Could not change launch at login: ") + changed.error());
     publishLaunchAtLogin(m_loginItem.status() == LoginItem::Status::Enabled);
-}
-
-QCoro::Task<> AppModel::changeWebPort(int port)
-{
-    if (port == webPort() || !mayBegin(Activity::PortChange, &AppModel::setNotice)) co_return;
-    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::PortChange);
-    setNotice(passwordKnown() ? webPortProblem(port) : PiholeAPIError::noPassword().description());
-    if (!notice().isEmpty()) co_return;
-    const bool setUp = !adminPassword().isEmpty() && QFile::exists(PiholeController::composeFile());
-    if (!setUp) { // There is no container to move yet.
-        setWebPort(port);
-        configureAPI();
-        co_return;
-    }
-    const WantedContainer wanted{pinnedTag(), port, composeAvailable(), false};
-    const auto steps = co_await containerSteps(wanted);
-    if (!mark->stands()) co_return;
-    if (!steps) {
-        setNotice(steps.error());
-        co_return;
-    }
-    if (!passwordKnown()) {
-        setNotice(PiholeAPIError::noPassword().description());
-        co_return;
-    }
-    setWebPort(port);
-    configureAPI();
-    if (const auto written = PiholeController::writeFiles(pinnedTag(), port, adminPassword()); !written) {
-        setNotice(QStringLiteral("Could not write the new compose file: ") + written.error());
-        co_return;
-    }
-    if (steps->isEmpty()) {
-        setNotice(QStringLiteral("docker was not found."));
-        co_return;
-    }
-    const QString title = QString(OperationTitle::kMovingPort).arg(port);
-    const bool moved = co_await perform(&m_maintOp, title, *steps);
-    if (!mark->stands()) co_return;
-    if (!moved)
-        setNotice(QStringLiteral("Pi-hole was not recreated on port %1: %2").arg(port).arg(m_maintOp.failureText()));
-    mark.reset(); // looking on stands in the way of nothing
-    co_await refreshAfterStart();
 }
 
 } // namespace corvane

@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/docker_words.h"
 #include "app/password_work.h"
 #include "dns/dns_configurator.h"
 #include "runtime/docker_cli.h"
@@ -45,7 +46,8 @@ bool isGone(const CommandResult &removal)
 QString whatIsLeft(const CommandResult &removal)
 {
     if (isGone(removal)) return {};
-    return removal.launchError ? *removal.launchError + u'.' : DockerCLI::friendlyError(removal.combined());
+    if (removal.launchError) return *removal.launchError + u'.';
+    return whyDockerFailed(removal);
 }
 
 } // namespace
@@ -121,6 +123,10 @@ void AppModel::forgetPihole()
     setUdpProblem(false);
     setTcpWorks(false);
     setGrpcFlagSupported(false);
+    m_left.forget();
+    m_compared.reset();
+    setWayBack({});
+    setNote(QStringLiteral("version"), {});
     setLatestTag(std::nullopt);
     setUpdateMessage({});
     setWizardFinished(false);

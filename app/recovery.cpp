@@ -1,0 +1,176 @@
+#include "app/app_model.h"
+#include "app/container_steps.h"
+#include "app/file_work.h"
+#include "app/operation.h"
+#include "exec/command_runner.h"
+#include "runtime/pihole_controller.h"
+
+#include <QFile>
+#include <QPointer>
+
+namespace corvane {
+
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenLooks{20};
+const QString kVersion = QStringLiteral("version"); // the note beside the pinned one
+
+/// How a container of a new version does.
+enum class Fate { Unclear, Proven, Failing };
+
+Fate fateOf(const ContainerState &container)
+{
+    const QString &text = container.text();
+    if (container.isRunning()) {
+        if (text == u"healthy" || text == u"none") return Fate::Proven;
+        return text == u"unhealthy" ? Fate::Failing : Fate::Unclear;
+    }
+    // One that was stopped on purpose is "exited"; one that ends by itself is started again and again.
+    return text == u"restarting" || text == u"created" || text == u"dead" ? Fate::Failing : Fate::Unclear;
+}
+
+/// How the container differs from what is pinned, as a sentence; empty when it does not.
+QString difference(const DeployedContainer &deployed, const QString &tag, int webPort)
+{
+    if (!deployed.exists) return QStringLiteral("There is no container of Pi-hole at the moment.");
+    if (deployed.tag.isEmpty()) return QStringLiteral("The container was made from another image than Pi-hole's.");
+    if (deployed.tag != tag) return QStringLiteral("The container is of version %1.").arg(deployed.tag);
+    if (deployed.webPort != webPort)
+        return QStringLiteral("The container has its admin page on another port than %1.").arg(webPort);
+    return {};
+}
+
+} // namespace
+
+void AppModel::stopEverything()
+{
+    m_activities.close();
+    for (OperationRunner *runner : {&m_followOp, &m_installOp, &m_startOp, &m_maintOp})
+        runner->cancel();
+    CommandRunner::terminateAll();
+}
+
+QCoro::Task<> AppModel::windDown(Clock::Duration limit)
+{
+    const QPointer<AppModel> alive(this);
+    stopEverything();
+    const Clock::Instant deadline = m_clock.now() + limit;
+    while (alive && m_activities.underWay().testFlag(Activity::Exchange) && m_clock.now() < deadline)
+        co_await m_clock.pause(kBetweenLooks);
+}
+
+QCoro::Task<> AppModel::putRight()
+{
+    const ContainerState seen = containerState();
+    const bool knows = seen.kind() != ContainerState::Kind::DockerDown && m_compared != seen;
+    if (!knows || !QFile::exists(PiholeController::composeFile())) co_return;
+    const QPointer<AppModel> alive(this);
+    const int changes = m_activities.changesBegun();
+    const std::optional<DeployedContainer> deployed = co_await PiholeController::deployed();
+    if (!alive || !deployed || deployed->exists == seen.isMissing()) co_return;
+    // What somebody has changed meanwhile, or is changing, says nothing.
+    const bool stands = changes == m_activities.changesBegun() && containerState() == seen;
+    if (!stands || !m_activities.mayBegin(Activity::PutRight)) co_return;
+
+    const ActivityMark mark(m_activities, Activity::PutRight);
+    const QString left = m_left.tag();
+    const bool cutOff = !left.isEmpty() && pinnedTag() != left && (!deployed->exists || deployed->tag == left);
+    if (cutOff) setPinnedTag(left);
+    if (seen.isRunning() && PersistedSettings::isWebPort(deployed->webPort) && deployed->webPort != webPort()) {
+        setWebPort(deployed->webPort);
+        configureAPI();
+        setNotice(QStringLiteral("The web port is %1 again, where Pi-hole runs.").arg(webPort()));
+    }
+    co_await putFilesRight();
+    if (!mark.stands()) co_return;
+    if (cutOff) tellOfRollback({});
+    const bool clear = judge(*deployed);
+    if (clear && passwordKnown()) m_compared = seen;
+}
+
+QCoro::Task<> AppModel::putFilesRight()
+{
+    const QPointer<AppModel> alive(this);
+    if (PiholeController::filesSay(pinnedTag(), webPort(), adminPassword())) co_return;
+    const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), adminPassword());
+    // Whoever tried before has told why not.
+    if (alive && !written && notice().isEmpty())
+        setNotice(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
+}
+
+/// Says how the container differs from what is pinned, and offers the way back; whether all is clear now.
+bool AppModel::judge(const DeployedContainer &deployed)
+{
+    const QString left = m_left.tag();
+    const QString other = difference(deployed, pinnedTag(), webPort());
+    const bool setUp = deployed.exists || wizardFinished() || !left.isEmpty();
+    setNote(kVersion, setUp ? other : QString());
+    if (other.isEmpty() && !left.isEmpty() && left != pinnedTag()) return judgeNewVersion(left);
+    if (other.isEmpty()) m_left.forget();
+    setWayBack(setUp && !other.isEmpty() ? pinnedTag() : QString());
+    return true;
+}
+
+/// The container is of the version that an update brought; it has to prove itself.
+bool AppModel::judgeNewVersion(const QString &left)
+{
+    const Fate fate = fateOf(containerState());
+    // The tests give it the time that it may take.
+    if (fate == Fate::Unclear || m_activities.underWay().testFlag(Activity::PiholeTests)) return false;
+    const bool complained = !wayBack().isEmpty();
+    setWayBack(fate == Fate::Failing ? left : QString());
+    if (fate == Fate::Failing) {
+        setUpdateMessage(QStringLiteral("Version %1 was installed, but Pi-hole does not get healthy with it: its "
+                                        "container is '%2'.")
+                             .arg(pinnedTag(), containerState().text()));
+    } else {
+        m_left.forget();
+        if (complained) setUpdateMessage(QStringLiteral("Updated to %1.").arg(pinnedTag()));
+    }
+    return true;
+}
+
+QCoro::Task<> AppModel::bringBack()
+{
+    const QString tag = wayBack();
+    if (tag.isEmpty() || !mayBegin(Activity::BringBack, &AppModel::setUpdateMessage)) co_return;
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::BringBack);
+    const bool back = co_await remake(tag);
+    if (!mark->stands()) co_return;
+    mark.reset(); // nothing that follows stands in the way of anything
+    const QPointer<AppModel> alive(this);
+    if (back)
+        co_await runPiholeTests(true);
+    else
+        co_await refreshStatus(true);
+    if (alive) co_await putRight();
+}
+
+/// Pins the version and makes its container anew; whether it did.
+QCoro::Task<bool> AppModel::remake(QString tag)
+{
+    const QPointer<AppModel> alive(this);
+    const WantedContainer wanted{tag, webPort(), composeAvailable(), false};
+    const auto steps = co_await containerSteps(wanted);
+    if (!alive) co_return false;
+    if (!steps || steps->isEmpty()) {
+        setUpdateMessage(steps ? QStringLiteral("docker was not found.") : steps.error());
+        co_return false;
+    }
+    const ActivityMark exchange(m_activities, Activity::Exchange);
+    m_compared.reset();
+    const QString unwritten = co_await pin(tag);
+    if (!alive) co_return false;
+    if (!unwritten.isEmpty()) {
+        setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + unwritten);
+        co_return false;
+    }
+    const QString title = QStringLiteral("Bringing version %1 back").arg(tag);
+    const bool back = exchange.stands() && co_await perform(&m_maintOp, title, *steps);
+    if (!alive) co_return false;
+    setUpdateMessage(back ? QStringLiteral("Version %1 is back.").arg(tag)
+                          : QStringLiteral("Version %1 was not brought back: ").arg(tag) + m_maintOp.failureSentence());
+    co_return back;
+}
+
+} // namespace corvane

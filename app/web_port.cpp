@@ -1,0 +1,96 @@
+#include "app/app_model.h"
+#include "app/container_steps.h"
+#include "app/file_work.h"
+#include "app/operation.h"
+#include "app/operation_title.h"
+#include "checks/port_checker.h"
+#include "runtime/pihole_controller.h"
+
+#include <QFile>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+const QString kNoPassword =
+    QStringLiteral("The port was not changed: the admin password is neither in your Keychain nor in Pi-hole's file. "
+                   "Set one in step 4 of the wizard first.");
+
+/// Why the admin page cannot move to this port, as a sentence; empty when it can. `ours`: where the container has it.
+QString webPortProblem(int port, int ours)
+{
+    const auto probed = static_cast<quint16>(std::clamp(port, 0, 65535));
+    if (port != ours && PortChecker::probe(probed, false) == PortProbe::InUse)
+        return QStringLiteral("Port %1 is already in use.").arg(port);
+    // The next start would not take it from the settings.
+    if (!PersistedSettings::isWebPort(port))
+        return QStringLiteral("Port %1 cannot be used. Pick one from 8080 to 8090.").arg(port);
+    return {};
+}
+
+} // namespace
+
+QCoro::Task<> AppModel::changeWebPort(int port)
+{
+    if (port == webPort() || !mayBegin(Activity::PortChange, &AppModel::setNotice)) co_return;
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::PortChange);
+    setNotice(passwordKnown() ? QString() : PiholeAPIError::noPassword().description());
+    if (!notice().isEmpty()) co_return;
+    const std::optional<DeployedContainer> deployed = co_await PiholeController::deployed();
+    if (!mark->stands()) co_return;
+    setNotice(webPortProblem(port, deployed ? deployed->webPort : 0));
+    if (!notice().isEmpty()) co_return;
+    if (!(deployed && deployed->exists) &&
+        !QFile::exists(PiholeController::composeFile())) { // There is no container to move yet.
+        setWebPort(port);
+        configureAPI();
+        co_return;
+    }
+    if (adminPassword().isEmpty() && !QFile::exists(PiholeController::environmentFile())) {
+        setNotice(kNoPassword);
+        co_return;
+    }
+    const WantedContainer wanted{pinnedTag(), port, composeAvailable(), false};
+    const auto steps = co_await containerSteps(wanted);
+    if (!mark->stands()) co_return;
+    if (!steps || steps->isEmpty()) {
+        setNotice(steps ? QStringLiteral("docker was not found.") : steps.error());
+        co_return;
+    }
+    co_await movePihole(port, *steps);
+    if (!mark->stands()) co_return;
+    mark.reset(); // looking on stands in the way of nothing
+    const QPointer<AppModel> alive(this);
+    co_await refreshAfterStart();
+    if (alive) co_await putRight();
+}
+
+/// Makes the container anew at the port; goes back to the old one when it cannot, and says why.
+QCoro::Task<> AppModel::movePihole(int port, CommandSteps steps)
+{
+    const QPointer<AppModel> alive(this);
+    const ActivityMark exchange(m_activities, Activity::Exchange);
+    m_compared.reset();
+    const int oldPort = webPort();
+    setWebPort(port);
+    configureAPI();
+    const auto written = co_await writePiholeFiles(pinnedTag(), port, adminPassword());
+    if (!alive) co_return;
+    QString problem = written ? QString() : QStringLiteral("Could not write the new compose file: ") + written.error();
+    if (written && exchange.stands()) {
+        const QString title = QString(OperationTitle::kMovingPort).arg(port);
+        const bool moved = co_await perform(&m_maintOp, title, steps);
+        if (!alive || moved) co_return;
+        problem = QStringLiteral("Pi-hole was not recreated on port %1: %2 The web port is %3 again.")
+                      .arg(QString::number(port), m_maintOp.failureSentence(), QString::number(oldPort));
+    }
+    setWebPort(oldPort);
+    configureAPI();
+    setNotice(problem);
+    [[maybe_unused]] const auto restored = co_await writePiholeFiles(pinnedTag(), oldPort, adminPassword());
+}
+
+} // namespace corvane
