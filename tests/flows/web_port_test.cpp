@@ -23,6 +23,12 @@ protected:
     }
     bool answersOnItsPort() { return QCoro::waitFor(model().api().webAnswers()); }
     int stored() { return settings.value(QStringLiteral("webPort")).toInt(); }
+    void expectPort(int port)
+    {
+        EXPECT_EQ(model().webPort(), port);
+        EXPECT_EQ(stored(), port);
+        EXPECT_EQ(PiholeFiles::composePort(), port);
+    }
 };
 
 class WebPort : public In<0> {
@@ -106,17 +112,18 @@ TEST_F(WebPort, A_port_out_of_range_is_refused_and_nothing_changes)
     EXPECT_TRUE(answersOnItsPort());
 }
 
-TEST_F(WebPort, A_container_that_is_not_made_again_is_told)
+TEST_F(WebPort, A_container_that_is_not_made_again_is_told_and_the_old_port_is_back)
 {
     Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("125"),
               QStringLiteral("no space left on device"), QStringLiteral("--when"), QStringLiteral("run *")});
+    model().setWizardFinished(true);
     change(8084);
     EXPECT_TEXT(model().notice(), "Pi-hole was not recreated on port 8084: The Colima disk is full. Free some space "
-                                  "(for example 'docker system prune') or recreate Colima with a bigger disk.");
-    EXPECT_EQ(model().webPort(), 8084);
-    EXPECT_EQ(stored(), 8084);
-    EXPECT_EQ(PiholeFiles::composePort(), 8084);
-    waitFor([this] { return model().containerState().isMissing(); }, "the status was refreshed");
+                                  "(for example 'docker system prune') or recreate Colima with a bigger disk. The web "
+                                  "port is 8080 again.");
+    expectPort(8080);
+    EXPECT_TRUE(model().containerState().isMissing());
+    EXPECT_TEXT(model().wayBack(), "2026.09.0");
 
     Mac::ctl(QStringLiteral("fault clear"));
     change(8085);
@@ -124,7 +131,17 @@ TEST_F(WebPort, A_container_that_is_not_made_again_is_told)
     EXPECT_TRUE(answersOnItsPort());
 }
 
-TEST_F(WebPort, Files_that_cannot_be_written_are_told_and_the_container_is_left_alone)
+TEST_F(WebPort, An_old_container_that_stays_is_where_the_port_goes_back_to)
+{
+    Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("1"),
+              QStringLiteral("permission denied"), QStringLiteral("--when"), QStringLiteral("rm *")});
+    change(8084);
+    expectPort(8080);
+    EXPECT_TRUE(answersOnItsPort());
+    EXPECT_TEXT(model().wayBack(), "");
+}
+
+TEST_F(WebPort, Files_that_cannot_be_written_leave_port_and_container_as_they_were)
 {
     QFile::remove(PiholeFiles::compose());
     QDir().mkpath(PiholeFiles::compose());
@@ -132,18 +149,70 @@ TEST_F(WebPort, Files_that_cannot_be_written_are_told_and_the_container_is_left_
     EXPECT_TRUE(model().notice().startsWith(QStringLiteral("Could not write the new compose file: ")))
         << model().notice().toStdString();
     EXPECT_TEXT(model().maintOp()->title(), "");
-    EXPECT_EQ(stored(), model().webPort());
+    EXPECT_EQ(stored(), 8080);
+    EXPECT_EQ(model().webPort(), 8080);
     EXPECT_FALSE(PiholeFiles::containerImage().isEmpty());
+    EXPECT_TRUE(answersOnItsPort());
     QDir().rmdir(PiholeFiles::compose());
 }
 
-TEST_F(WebPort, Without_docker_the_files_are_ready_and_the_user_is_told)
+TEST_F(WebPort, Without_docker_nothing_changes_and_the_user_is_told)
 {
     Mac::ctl(QStringLiteral("fault docker vanish"));
     change(8087);
     EXPECT_TEXT(model().notice(), "docker was not found.");
-    EXPECT_EQ(PiholeFiles::composePort(), 8087);
+    EXPECT_EQ(model().webPort(), 8080);
+    EXPECT_EQ(PiholeFiles::composePort(), 8080);
     EXPECT_TEXT(model().maintOp()->title(), "");
+}
+
+TEST_F(WebPort, With_the_password_unknown_the_container_moves_with_the_one_that_it_has)
+{
+    const QString password = model().adminPassword();
+    model().setAdminPassword({});
+    change(8083);
+    EXPECT_TEXT(model().notice(), "");
+    expectPort(8083);
+    EXPECT_TRUE(PiholeFiles::environmentIsWhole(password));
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, With_the_password_nowhere_nothing_changes_and_the_way_on_is_told)
+{
+    model().setAdminPassword({});
+    QFile::remove(PiholeFiles::environment());
+    change(8083);
+    EXPECT_TEXT(model().notice(), "The port was not changed: the admin password is neither in your Keychain nor in "
+                                  "Pi-hole's file. Set one in step 4 of the wizard first.");
+    EXPECT_EQ(model().webPort(), 8080);
+    EXPECT_EQ(PiholeFiles::composePort(), 8080);
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, The_port_of_the_own_container_is_not_taken_by_another_program)
+{
+    model().setWebPort(8085); // as a change that was cut off leaves it
+    change(8080);
+    EXPECT_TEXT(model().notice(), "");
+    expectPort(8080);
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, A_container_without_files_moves_too)
+{
+    QFile::remove(PiholeFiles::compose());
+    change(8083);
+    expectPort(8083);
+    EXPECT_TRUE(answersOnItsPort());
+}
+
+TEST_F(WebPort, A_test_under_way_names_the_port_that_it_asked)
+{
+    Mac::ctl(QStringLiteral("container health starting"));
+    launch(model().runPiholeTests(true));
+    change(8083);
+    waitFor([this] { return model().piholeChecks().value(1).state == CheckState::Ok; }, "the admin page was tested");
+    EXPECT_TEXT(model().piholeChecks().value(1).title, "Admin page answers on 127.0.0.1:8083");
 }
 
 TEST_F(WebPort, During_another_operation_nothing_changes)
