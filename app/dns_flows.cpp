@@ -109,6 +109,7 @@ QCoro::Task<> AppModel::applyDNS()
     if (!mark.stands() || !accepted) co_return;
 
     mark.agreed();
+    setNotice({});
     const auto saved = co_await saveDnsBackup(chosen);
     if (!mark.stands()) co_return;
     co_await showRestoreScript();
@@ -126,12 +127,17 @@ QCoro::Task<> AppModel::applyDNS()
     if (!mark.stands()) co_return;
     if (failure || onlyPihole) co_await dropBrowserRule();
     if (!mark.stands() || failure) co_return;
-    co_await runSystemTest();
+    co_await proveLookups();
 }
 
 QCoro::Task<> AppModel::runSystemTest()
 {
-    if (!m_activities.mayBegin(Activity::SystemTest)) co_return;
+    if (m_activities.mayBegin(Activity::SystemTest)) co_await proveLookups();
+}
+
+/// A test that began earlier runs out, but what it finds does not count any more.
+QCoro::Task<> AppModel::proveLookups()
+{
     const ActivityMark mark(m_activities, Activity::SystemTest);
     configureAPI();
     const ResolverReport report = co_await DNSConfigurator::resolverReport();
@@ -214,7 +220,7 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
         setOutcomes(results);
     }
     co_await loadServices();
-    if (mark.stands() && !restored.failure) co_await dropBrowserRule();
+    if (mark.stands()) co_await refreshStatus(false); // the dot follows at once
 }
 
 } // namespace corvane
