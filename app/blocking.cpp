@@ -130,7 +130,9 @@ PiholeAPI::Answer<PiholeArchive> AppModel::downloadSettings()
         if (!lifted) co_return std::unexpected(lifted.error());
         if (!alive) co_return std::unexpected(PiholeAPIError::unreachable());
     }
-    const auto archive = co_await m_api.teleporterDownload();
+    auto archive = co_await m_api.teleporterDownload();
+    // Whatever else it sent, it is no backup.
+    if (archive && !archive->bytes.startsWith("PK")) archive = std::unexpected(PiholeAPIError::badResponse());
     if (!alive || !rest || rest->count() == 0) co_return archive;
     const auto paused = co_await m_api.setBlocking(false, static_cast<int>(rest->count()));
     if (!alive || !paused) co_return archive;

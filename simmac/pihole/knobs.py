@@ -26,6 +26,7 @@ class Knobs:
     effect: float = 0.08            # seconds until a changed rule works
     own_questions: float = 1.0      # seconds until Pi-hole asks for the names of its clients; below 0 never
     list_server: str = "good"       # what lists come to: good | not-found | refused | error | empty | page (a log-in one)
+    archive: str = "good"           # what a backup is: good | page (some proxy's, with status 200) | empty
     totp: int = 0                   # the token that a login needs beside the password; 0: none
     versions: bool = True           # whether it knows its own versions
     pace: float = 1.0               # how long a list run takes, against a real one
@@ -43,7 +44,7 @@ class Knobs:
 
 _CHOICES = {"block_mode": ("zero", "nxdomain", "nodata", "ip", "ip-nodata-aaaa"), "upstream": ("on", "silent"),
             "list_server": ("good", "not-found", "refused", "error", "empty", "page"),
-            "privacy": (0, 1, 2, 3), "udp": ("on", "drop", "closed"),
+            "archive": ("good", "page", "empty"), "privacy": (0, 1, 2, 3), "udp": ("on", "drop", "closed"),
             "tcp": ("on", "drop", "closed"), "web": ("on", "hang", "drop")}
 
 

@@ -98,6 +98,8 @@ class WebApi:
     def _download(self, _) -> Response:
         headers = [("Content-Disposition", f'attachment; filename="{teleporter.file_name()}"'), *ALLOW]
         archive = teleporter.make(self._pihole.store.settings_text(), self._pihole.gravity.dump())
+        others = {"page": b"<html>Sign in first.</html>", "empty": b""}
+        archive = others.get(self._pihole.knobs.archive, archive)
         return Response(200, archive, "application/zip", headers=headers)
 
     def _upload(self, turn) -> Response:

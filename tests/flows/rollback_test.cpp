@@ -117,6 +117,17 @@ TEST_F(FailedUpdate, Is_not_started_when_the_password_is_refused)
     expectOldVersionWithBackups(0);
 }
 
+TEST_F(FailedUpdate, Is_not_started_when_the_backup_is_no_archive)
+{
+    for (const char *answer : {"page", "empty"}) {
+        Mac::ctl({QStringLiteral("pihole"), QStringLiteral("archive"), QString::fromLatin1(answer)});
+        update();
+        EXPECT_EQ(model().updateMessage().toStdString(),
+                  std::string(kBackupFailed) + "Pi-hole sent an answer this app does not understand.");
+        expectOldVersionWithBackups(0);
+    }
+}
+
 TEST_F(FailedUpdate, Is_not_started_when_the_backup_cannot_be_saved)
 {
     write(PiholeFiles::folder() + QStringLiteral("/backups"), "a file in the folder's place");

@@ -147,7 +147,7 @@ async def _ask(mac, **request):
                    "log-delay SECONDS|real | times real|fast|auto | login-seconds SECONDS | "
                    "boot|web|health|stop|restart|settle|effect|own-questions|pace|patience-seconds SECONDS | "
                    "upstream on|silent | privacy 0|1|2|3 | gravity good|empty|missing|damaged | "
-                   "list-server good|not-found|refused|error|empty|page | totp N | "
+                   "list-server good|not-found|refused|error|empty|page | archive good|page|empty | totp N | "
                    "question-limit|login-limit|seats|session-seconds N | advance SECONDS | password TEXT | restart | "
                    "state")
 async def pihole(mac, args):
