@@ -89,6 +89,7 @@ QCoro::Task<> AppModel::runPiholeTests(bool wait)
 void AppModel::showPiholeCheck(int row, bool passed, const QString &detail)
 {
     CheckRows rows = piholeChecks();
+    rows[row].title = initialRows(webPort())[row].title; // the port may be another one by now
     rows[row].state = passed ? CheckState::Ok : CheckState::Failed;
     rows[row].detail = detail;
     setPiholeChecks(rows);
