@@ -1,7 +1,6 @@
 #include "ui/corvane_app.h"
 
 #include "app/launch.h"
-#include "exec/command_runner.h"
 #include "platform/attention.h"
 #include "ui/dot.h"
 #include "ui/fonts.h"
@@ -14,6 +13,8 @@ namespace corvane {
 namespace {
 
 const QUrl kReleaseFeed(QStringLiteral("https://api.github.com/repos/pi-hole/docker-pi-hole/releases/latest"));
+/// What was begun can be put back within it: a tool has two seconds to end, and then two files are written.
+constexpr std::chrono::seconds kLimitOfEnding{5};
 const QUrl kHomepage(QStringLiteral("https://github.com/corvane/corvane"));
 
 } // namespace
@@ -89,37 +90,36 @@ void CorvaneApp::quit()
 
 QCoro::Task<> CorvaneApp::askAndQuit()
 {
-    if (m_model.operationRunning()) {
+    const QPointer<CorvaneApp> alive(this);
+    if (m_model.operationRunning() || (m_model.underWay() & notToBeCutOff())) {
         Alert alert;
         alert.title = QStringLiteral("Quit while Corvane is still working?");
         alert.text = QStringLiteral("The step under way is stopped where it is. You can run it again later.");
         alert.accept = QStringLiteral("Quit");
         alert.reject = QStringLiteral("Cancel");
         alert.style = Alert::Style::Warning;
-        const QPointer<CorvaneApp> alive(this);
         m_asksToQuit = true;
         const bool agreed = co_await m_dialogs.confirm(alert);
         if (!alive) co_return;
         m_asksToQuit = false;
         if (!agreed) co_return;
     }
+    m_asksToQuit = true; // there is nothing more to ask
+    co_await m_model.windDown(kLimitOfEnding);
+    if (alive) leave();
+}
+
+void CorvaneApp::endWithSession()
+{
+    // What is cut off is put right at the next start.
+    m_model.stopEverything();
     leave();
 }
 
-void CorvaneApp::endWithSession() { leave(); }
-
 void CorvaneApp::leave()
 {
-    endChildren();
     // Not quit(): on a Mac that asks the system, which asks Corvane again.
     QCoreApplication::exit();
-}
-
-void CorvaneApp::endChildren()
-{
-    for (OperationRunner *runner : {m_model.followOp(), m_model.installOp(), m_model.startOp(), m_model.maintOp()})
-        runner->cancel();
-    CommandRunner::terminateAll();
 }
 
 } // namespace corvane

@@ -29,9 +29,9 @@ public:
 
     /// Shows the menu-bar item and the main window and begins to watch Pi-hole.
     void start();
-    /// Ends the program; asks first while a set-up step is under way.
+    /// Ends the program; asks first while something is under way that would be cut off, and puts back what was begun.
     void quit();
-    /// Ends the program without a question: the user's session ends.
+    /// Ends the program without a question and at once: the user's session ends.
     void endWithSession();
 
     /// The picture of the menu-bar item.
@@ -42,8 +42,7 @@ private:
     void openSettings();
     void showIcon();
     [[nodiscard]] QCoro::Task<> askAndQuit();
-    void leave();
-    void endChildren();
+    static void leave();
 
     std::unique_ptr<SettingsStore> m_settings;
     std::unique_ptr<Workspace> m_workspace;

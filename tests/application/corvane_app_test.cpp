@@ -215,6 +215,21 @@ TEST_F(Application, Quitting_in_the_middle_of_a_set_up_ends_what_it_had_begun)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !brewRuns(); }, 20'000));
 }
 
+TEST_F(Application, Asks_before_it_quits_in_the_middle_of_what_is_no_operation)
+{
+    start("protected");
+    EXPECT_TRUE(QTest::qWaitFor([] { return menu().contains(QStringLiteral("Stop Pi-hole")); }, 20'000));
+    Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("hang"), QStringLiteral("--when"),
+              QStringLiteral("stop *")});
+    choose("Stop Pi-hole");
+    closeWindow();
+    choose("Quit Corvane");
+    ASSERT_EQ(windows().size(), 1);
+    EXPECT_EQ(textOf(QStringLiteral("alertHeading")), QStringLiteral("Quit while Corvane is still working?"));
+    QTimer::singleShot(0, qApp, [this] { click(QStringLiteral("alertAccept")); });
+    EXPECT_EQ(ends(20'000), 0);
+}
+
 } // namespace
 
 } // namespace corvane
