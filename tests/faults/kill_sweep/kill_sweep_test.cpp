@@ -1,6 +1,7 @@
 #include "app/app_model.h"
 #include "dns/dns_configurator.h"
 #include "exec/keychain.h"
+#include "runtime/pihole_controller.h"
 #include "tests/flows/fast_clock.h"
 #include "tests/flows/mac.h"
 #include "tests/flows/pihole_files.h"
@@ -154,9 +155,27 @@ protected:
     }
 };
 
+/// Pin, port and files agree with the container, or the screen offers one that does.
+void expectAgreement(const AppModel &model)
+{
+    EXPECT_EQ(PiholeFiles::composeTag(), model.pinnedTag());
+    EXPECT_EQ(PiholeFiles::composePort(), model.webPort());
+    EXPECT_TRUE(PiholeFiles::environmentIsWhole(kPassword));
+    const auto deployed = QCoro::waitFor(PiholeController::deployed());
+    ASSERT_TRUE(deployed);
+    const bool agrees = deployed->exists && deployed->tag == model.pinnedTag() && deployed->webPort == model.webPort();
+    EXPECT_TRUE(agrees || model.wayBack() == model.pinnedTag())
+        << "container " << deployed->tag.toStdString() << " on " << deployed->webPort << ", pinned "
+        << model.pinnedTag().toStdString() << " on " << model.webPort();
+    EXPECT_NE(agrees, model.notes().contains(QStringLiteral("version")));
+}
+
 void expectSetUp(NextStart &next, const char *flow)
 {
     AppModel &model = next.model;
+    next.run(model.refreshStatus(false));
+    next.run(model.putRight());
+    expectAgreement(model);
     EXPECT_EQ(PiholeFiles::volumes(), PiholeFiles::bothVolumes());
     EXPECT_TRUE(model.wizardFinished());
     EXPECT_EQ(model.adminPassword(), kPassword);
@@ -166,6 +185,7 @@ void expectSetUp(NextStart &next, const char *flow)
 
     next.run(model.changeWebPort(8087)); // any action that makes the container again will do
     EXPECT_EQ(model.notice().toStdString(), "");
+    expectAgreement(model);
     EXPECT_EQ(PiholeFiles::composeTag(), model.pinnedTag());
     EXPECT_EQ(PiholeFiles::composePort(), 8087);
     EXPECT_TRUE(PiholeFiles::environmentIsWhole(kPassword));
