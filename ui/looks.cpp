@@ -1,12 +1,12 @@
 #include "ui/looks.h"
 
+#include "app/admin_password.h"
 #include "app/version_tag.h"
 #include "checks/port_checker.h"
 #include "runtime/pihole_controller.h"
 #include "ui/decisions/browsers.h"
 #include "ui/decisions/controls.h"
 #include "ui/decisions/dashboard_texts.h"
-#include "ui/decisions/password_hints.h"
 #include "ui/decisions/places.h"
 #include "ui/decisions/steps.h"
 #include "ui/fonts.h"
@@ -87,9 +87,9 @@ void Looks::bindSetUp()
     m_stepPosition.setBinding([this] { return corvane::stepPosition(m_app.step()); });
     m_webPortTaken.setBinding([this] { return corvane::webPortTaken(m_app.portReports()); });
     m_dnsPortTaken.setBinding([this] { return corvane::dnsPortTaken(m_app.portReports()); });
-    m_passwordTooShort.setBinding([this] { return corvane::passwordTooShort(m_app.passwordInput()); });
+    m_passwordTooShort.setBinding([this] { return AdminPassword::isTooShort(m_app.passwordInput()); });
     m_passwordHasOtherCharacters.setBinding(
-        [this] { return corvane::passwordHasOtherCharacters(m_app.passwordInput()); });
+        [this] { return AdminPassword::hasForbiddenCharacter(m_app.passwordInput()); });
     m_piholeSubtitle.setBinding([this] {
         return QStringLiteral("Choose an admin password for Pi-hole's web page. It is kept in your Keychain. "
                               "Time zone: %1. Pinned Pi-hole version: %2.")
