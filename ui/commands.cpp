@@ -150,6 +150,7 @@ void Commands::leaveWizard() { m_app.setShowWizard(false); }
 
 void Commands::checkForUpdates() { launch(m_app.checkForUpdates()); }
 void Commands::performUpdate() { launch(m_app.performUpdate()); }
+void Commands::bringBack() { launch(m_app.bringBack()); }
 void Commands::exportBackup() { launch(m_app.exportBackup()); }
 void Commands::importBackup() { launch(m_app.importBackup()); }
 void Commands::setLaunchAtLogin(bool on) { m_app.setLaunchAtLogin(on); }

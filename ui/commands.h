@@ -70,6 +70,7 @@ public:
     // Maintenance.
     Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void performUpdate();
+    Q_INVOKABLE void bringBack();
     Q_INVOKABLE void exportBackup();
     Q_INVOKABLE void importBackup();
     Q_INVOKABLE void setLaunchAtLogin(bool on);

@@ -166,7 +166,12 @@ void Looks::followBrowsers()
 void Looks::followOperations()
 {
     const auto update = [this] {
-        m_operating = corvane::operating(m_app.operationRunning(), m_app.underWay());
+        const bool runs = m_app.operationRunning();
+        const Activities underWay = m_app.underWay();
+        m_operating = corvane::operating(runs, underWay);
+        m_startInPreparation = corvane::startInPreparation(underWay, runs);
+        m_updateInPreparation = corvane::updateInPreparation(underWay, runs);
+        m_backupUnderWay = corvane::backupUnderWay(underWay);
         const OperationRunner *runner = m_app.maintOp();
         m_startingColima = runner->title() == AppModel::kStartingColima && !runner->succeeded();
         m_movesPort = corvane::movesPort(runner->title());

@@ -67,6 +67,11 @@ ScrollArea {
                 enabled: !Looks.operating
                 onClicked: Commands.importBackup()
             }
+            UnderWay {
+                objectName: "backupUnderWay"
+                anchors.verticalCenter: parent.verticalCenter
+                words: Looks.backupUnderWay
+            }
         }
     }
 }

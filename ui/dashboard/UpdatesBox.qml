@@ -12,11 +12,16 @@ GroupBox {
         width: parent.width
         text: qsTr("Pinned Pi-hole version: %1").arg(App.pinnedTag)
     }
+    NoteBeside {
+        width: parent.width
+        about: "version"
+    }
     NoteText {
         width: parent.width
         text: qsTr("Updating saves a backup first, changes the pinned version, pulls the image and recreates the container. Data volumes are never deleted.")
     }
-    Row {
+    Flow {
+        width: parent.width
         spacing: Theme.gap / 2
 
         TestButton {
@@ -31,6 +36,18 @@ GroupBox {
             text: qsTr("Back up and update")
             enabled: Looks.canUpdate
             onClicked: Commands.performUpdate()
+        }
+        PushButton {
+            objectName: "bringBackButton"
+            text: qsTr("Bring version %1 back").arg(App.wayBack)
+            visible: App.wayBack.length > 0
+            enabled: !Looks.operating && !Looks.controlling
+            onClicked: Commands.bringBack()
+        }
+        UnderWay {
+            objectName: "updateUnderWay"
+            height: Theme.sized(24)
+            words: Looks.updateInPreparation
         }
     }
     MessageText {

@@ -34,6 +34,11 @@ StepScaffold {
                 color: Theme.secondaryText
                 anchors.verticalCenter: parent.verticalCenter
             }
+            UnderWay {
+                objectName: "startUnderWay"
+                anchors.verticalCenter: parent.verticalCenter
+                words: Looks.startInPreparation
+            }
         }
         NoteText {
             width: parent.width
