@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/blocked_name.h"
 #include "app/status_note.h"
 #include "runtime/pihole_controller.h"
 
@@ -38,13 +39,6 @@ QString allowedAnswer(const DigResult &reply)
 {
     if (reply.answered()) return reply.answers.join(QStringLiteral(", "));
     return QStringLiteral("no answer (%1)").arg(reply.status.isEmpty() ? QStringLiteral("timeout") : reply.status);
-}
-
-/// Pi-hole's status words for what it did not let through.
-bool saysBlocked(const QString &status)
-{
-    static const QStringList words{QStringLiteral("GRAVITY"), QStringLiteral("REGEX"), QStringLiteral("DENYLIST")};
-    return std::ranges::any_of(words, [&status](const QString &word) { return status.startsWith(word); });
 }
 
 QString noteOnState(const PiholeBlocking &state)
