@@ -1,0 +1,17 @@
+#pragma once
+
+#include "api/pihole_types.h"
+
+#include <QList>
+#include <QString>
+
+namespace corvane {
+
+/// How a run of the block lists ended, in one sentence.
+[[nodiscard]] QString listsVerdict(bool loaded, bool empty);
+
+/// What is wrong with single lists after a run that came to its end, one sentence a line; empty when nothing is.
+/// `before`: as they were when it began.
+[[nodiscard]] QString listTroubles(const QList<PiholeList> &before, const QList<PiholeList> &after);
+
+} // namespace corvane
