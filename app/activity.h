@@ -35,8 +35,7 @@ enum class Activity : quint32 {
     CheckForUpdates = 1U << 24,
     BringBack = 1U << 25,
     LoadLists = 1U << 26,
-    PutRight = 1U << 27,
-    Exchange = 1U << 28,
+    ChangeRules = 1U << 27,
 };
 Q_DECLARE_FLAGS(Activities, Activity)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Activities)
@@ -46,6 +45,7 @@ enum class Subject : quint8 {
     Engine = 1U << 0,    ///< Colima's machine and Docker in it.
     Container = 1U << 1, ///< Pi-hole, its files and its settings.
     Dns = 1U << 2,       ///< This Mac's servers and the file that they are saved in.
+    Rules = 1U << 3,     ///< What Pi-hole blocks and allows; a list run replaces it as a whole.
 };
 Q_DECLARE_FLAGS(Subjects, Subject)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Subjects)
@@ -92,7 +92,9 @@ inline constexpr std::array kActivityRules{
                  Subject::Engine},
     ActivityRule{Activity::ExportBackup, "", "a backup is being saved", {}, Subject::Container},
     ActivityRule{Activity::ImportBackup, "", "a backup is being restored", Subject::Container, Subject::Engine},
-    ActivityRule{Activity::LoadLists, "lists", "the block lists are being loaded", {}, Subject::Container},
+    ActivityRule{Activity::LoadLists, "lists", "the block lists are being loaded", Subject::Rules,
+                 Subject::Container | Subject::Engine},
+    ActivityRule{Activity::ChangeRules, "rules", "a permission is being changed", Subject::Rules, Subject::Container},
     ActivityRule{Activity::ScanBrowsers, "browsers", "the browsers are being looked at"},
     ActivityRule{Activity::LoadLogs, "logs", "the log is being read"},
     ActivityRule{Activity::MakeReport, "report", "a report is being made"},

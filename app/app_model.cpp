@@ -53,7 +53,8 @@ AppModel::AppModel(const Surroundings &surroundings)
         setUnderWay(m_activities.underWay());
         setBusy(m_activities.busyKeys());
     });
-    followBrowserRule();
+    connect(&m_repair, &Repair::databaseBrokenChanged, this, [this] { setListsDamaged(m_repair.databaseBroken()); });
+    connect(this, &AppModel::summaryChanged, this, [this] { followListsRun(); });
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
         if (m_showsFollowedLog) Q_EMIT logTextChanged();
     });
@@ -78,6 +79,8 @@ QCoro::Task<> AppModel::poll()
         const bool answered = answering() || !statusChecked();
         // Whoever looks already will tell.
         if (!m_refreshing && !starting()) co_await refreshStatus(includeStats);
+        if (!alive) co_return;
+        if (answering() && mayCount()) co_await m_repair.endPermissions();
         if (!alive) co_return;
         // Counters that went with the answers come back with them.
         if (!answered && answering() && !includeStats && mayCount()) co_await refreshStats();
@@ -109,6 +112,14 @@ QCoro::Task<> AppModel::refreshTools()
         composeAnswers = result.succeeded();
     }
     if (alive && search == m_newestToolsFound) setComposeAvailable(composeAnswers);
+}
+
+/// A list run, whoever began it, has replaced Pi-hole's rules by those of its beginning.
+void AppModel::followListsRun()
+{
+    if (!summary() || summary()->listsRun == m_listsRun) return;
+    m_listsRun = summary()->listsRun;
+    m_repair.onRulesReplaced();
 }
 
 void AppModel::configureAPI()

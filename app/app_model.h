@@ -7,9 +7,11 @@
 #include "app/current_activities.h"
 #include "app/dialogs.h"
 #include "app/launch.h"
-#include "app/left_version.h"
+#include "app/list_run.h"
 #include "app/pause.h"
+#include "app/pause_length.h"
 #include "app/place.h"
+#include "app/repair.h"
 #include "exec/operation_runner.h"
 #include "platform/login_item.h"
 #include "platform/workspace.h"
@@ -43,6 +45,8 @@ class AppModel : public corvane::AppState {
     Q_PROPERTY(corvane::OperationRunner *startOp READ startOp CONSTANT)
     Q_PROPERTY(corvane::OperationRunner *maintOp READ maintOp CONSTANT)
     Q_PROPERTY(corvane::OperationRunner *followOp READ followOp CONSTANT)
+    Q_PROPERTY(corvane::ListRun *listRun READ listRun CONSTANT)
+    Q_PROPERTY(corvane::Repair *repair READ repair CONSTANT)
 
 public:
     static constexpr int kStepCount = 8;
@@ -91,13 +95,14 @@ public:
 
     // Blocking and its pauses: blocking.cpp
 
-    /// How the sentence begins that tells of a pause.
-    static constexpr QLatin1StringView kPaused{"Blocking is paused for "};
-    static constexpr std::chrono::seconds kUsualPause{300};
-    [[nodiscard]] QCoro::Task<> pauseBlocking(std::chrono::seconds length = kUsualPause);
-    static constexpr QLatin1StringView kResumed{"Blocking is back on."};
+    [[nodiscard]] QCoro::Task<> pauseBlocking(PauseLength::Name length = PauseLength::FiveMinutes);
     [[nodiscard]] QCoro::Task<> resumeBlocking();
     [[nodiscard]] QCoro::Task<> togglePause();
+    /// Asks Pi-hole what is left of a pause.
+    [[nodiscard]] QCoro::Task<> refreshBlocking();
+
+    // Pi-hole's block lists: block_lists.cpp
+
     /// Loads Pi-hole's block lists anew.
     [[nodiscard]] QCoro::Task<> loadBlockLists();
 
@@ -199,6 +204,8 @@ public:
     [[nodiscard]] OperationRunner *startOp() { return &m_startOp; }
     [[nodiscard]] OperationRunner *maintOp() { return &m_maintOp; }
     [[nodiscard]] OperationRunner *followOp() { return &m_followOp; }
+    [[nodiscard]] ListRun *listRun() { return &m_listRun; }
+    [[nodiscard]] Repair *repair() { return &m_repair; }
     /// Whether a set-up or maintenance operation is under way; following the log is none.
     [[nodiscard]] bool operationRunning() const;
 
@@ -212,6 +219,7 @@ private:
     /// Puts a line beside what the key stands for, or takes it away.
     void setNote(const QString &key, const QString &text);
     [[nodiscard]] QCoro::Task<> poll();
+    void followListsRun();
     [[nodiscard]] QCoro::Task<> look(bool includeStats);
     void tellApi(const QString &about, const std::optional<PiholeAPIError> &error);
     void tellStart(const QString &message, const QString &note);
@@ -221,6 +229,7 @@ private:
     [[nodiscard]] QCoro::Task<> afterControl(CommandResult result, bool starts);
     [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;
     [[nodiscard]] QCoro::Task<> keepPauseShort();
+    [[nodiscard]] QCoro::Task<bool> runLists();
     /// Pi-hole's settings as an archive. A pause is lifted for it: whoever restored it would have blocking off for
     /// good.
     [[nodiscard]] PiholeAPI::Answer<PiholeArchive> downloadSettings();
@@ -286,9 +295,10 @@ private:
     OperationRunner m_followOp;
     CurrentActivities m_activities;
     Pause m_pause{m_settings};
-    LeftVersion m_left{m_settings};
-    /// What pin, port and files were last compared with.
-    std::optional<ContainerState> m_compared;
+    QString m_pausedSentence;
+    std::optional<qint64> m_listsRun;
+    ListRun m_listRun;
+    Repair m_repair{m_api, m_clock, m_activities};
     bool m_refreshing = false;
     bool m_refreshAgain = false;
     bool m_refreshAgainWithStats = false;

@@ -109,7 +109,9 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, QString, engineProblem, setEngineProblem, QString())
     /// A reply has come over UDP, whatever it said: the port is forwarded.
     CORVANE_PUBLISHED(AppState, bool, udpReplied, setUdpReplied, false)
-    /// By what they stand beside: "api", "start", "pihole", "blocking", "lists", "system", "browser", "version".
+    /// Pi-hole counts its lists, but cannot read them.
+    CORVANE_PUBLISHED(AppState, bool, listsDamaged, setListsDamaged, false)
+    /// By what they stand beside: "api", "start", "pihole", "blocking", "lists", "system", "browser".
     CORVANE_PUBLISHED(AppState, QVariantMap, notes, setNotes, QVariantMap())
 
     // Maintenance.

@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 
+#include <QDateTime>
 #include <QPointer>
 
 #include <algorithm>
@@ -11,43 +12,22 @@ namespace {
 
 /// Pi-hole's timer counts in steps of 0.1 s: only from then on is less than the whole pause left.
 constexpr std::chrono::milliseconds kTimerStep{150};
-constexpr double kLongestTimer = 86'400; // seconds
-const QString kListsKey = QStringLiteral("lists");
-constexpr int kListRuns = 2;
-/// From the end of a run until its names count.
-constexpr std::chrono::seconds kListsSettle{1};
-
-QString inWords(std::chrono::seconds length)
-{
-    const auto words = [](qint64 count, const char *unit) {
-        return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(unit),
-                                                        count == 1 ? QString() : QStringLiteral("s"));
-    };
-    const qint64 seconds = length.count();
-    if (seconds % 3600 == 0) return words(seconds / 3600, "hour");
-    return seconds % 60 == 0 ? words(seconds / 60, "minute") : words(seconds, "second");
-}
-
-QString listsVerdict(bool loaded, bool empty)
-{
-    if (!loaded)
-        return QStringLiteral("The block lists could not be loaded. Check this Mac's connection (and any VPN), then "
-                              "try again.");
-    return empty ? QStringLiteral("Pi-hole could not fetch any of its block lists. Check this Mac's connection (and "
-                                  "any VPN), then try again.")
-                 : QStringLiteral("The block lists are loaded.");
-}
+constexpr double kLongestTimer = 100'000; // seconds; until tomorrow morning is less
+/// Pi-hole's timer may lag behind the clock by this before it is set anew.
+constexpr double kTimerLag = 5; // seconds
 
 } // namespace
 
-QCoro::Task<> AppModel::pauseBlocking(std::chrono::seconds length)
+QCoro::Task<> AppModel::pauseBlocking(PauseLength::Name name)
 {
+    const std::chrono::seconds length = PauseLength::of(name, QDateTime::currentDateTime());
     const QPointer<AppModel> alive(this);
     configureAPI();
     const auto changed = co_await m_api.setBlocking(false, static_cast<int>(length.count()));
     if (!alive) co_return;
     // Pi-hole may have heard what it did not answer.
-    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable) m_pause.begin(length);
+    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable)
+        m_pause.begin(length, PauseLength::goesByTheClock(name));
     if (changed) co_await m_clock.pause(kTimerStep);
     if (!alive) co_return;
     const auto state = changed ? co_await m_api.blocking() : changed;
@@ -57,7 +37,8 @@ QCoro::Task<> AppModel::pauseBlocking(std::chrono::seconds length)
         co_return;
     }
     setBlocking(*state);
-    tellApi(kPaused + inWords(length) + u'.', std::nullopt);
+    m_pausedSentence = PauseLength::sentence(name);
+    tellApi(m_pausedSentence, std::nullopt);
 }
 
 QCoro::Task<> AppModel::resumeBlocking()
@@ -87,7 +68,7 @@ QCoro::Task<> AppModel::togglePause()
     }
     const bool blocks = blocking() && blocking()->enabled;
     if (blocks)
-        co_await pauseBlocking();
+        co_await pauseBlocking(PauseLength::FiveMinutes);
     else
         co_await resumeBlocking();
 }
@@ -98,7 +79,11 @@ QCoro::Task<> AppModel::keepPauseShort()
     const std::optional<std::chrono::seconds> rest = m_pause.rest();
     if (!rest || !blocking()) co_return;
     if (blocking()->enabled) m_pause.end();
-    if (blocking()->enabled || blocking()->timerSeconds) co_return;
+    if (blocking()->enabled) co_return;
+    // Pi-hole's timer stands still while the Mac sleeps, a time of the day does not.
+    const bool late = m_pause.goesByTheClock() && blocking()->timerSeconds &&
+                      *blocking()->timerSeconds > static_cast<double>(rest->count()) + kTimerLag;
+    if (blocking()->timerSeconds && !late) co_return;
 
     const QPointer<AppModel> alive(this);
     const bool over = rest->count() == 0;
@@ -107,6 +92,16 @@ QCoro::Task<> AppModel::keepPauseShort()
     if (!alive || !changed) co_return;
     setBlocking(*changed);
     if (over) m_pause.end();
+}
+
+QCoro::Task<> AppModel::refreshBlocking()
+{
+    const QPointer<AppModel> alive(this);
+    configureAPI();
+    const auto state = co_await m_api.blocking();
+    if (!alive || !state) co_return;
+    setBlocking(*state);
+    co_await keepPauseShort();
 }
 
 /// What is left of a pause, whoever asked for it; absent when blocking is on, or off without an end.
@@ -136,29 +131,9 @@ PiholeAPI::Answer<PiholeArchive> AppModel::downloadSettings()
     if (!alive || !rest || rest->count() == 0) co_return archive;
     const auto paused = co_await m_api.setBlocking(false, static_cast<int>(rest->count()));
     if (!alive || !paused) co_return archive;
-    m_pause.begin(*rest);
+    m_pause.begin(*rest, m_pause.goesByTheClock());
     setBlocking(*paused);
     co_return archive;
-}
-
-QCoro::Task<> AppModel::loadBlockLists()
-{
-    if (!mayBegin(Activity::LoadLists, &AppModel::setApiMessage)) co_return;
-    const ActivityMark mark(m_activities, Activity::LoadLists);
-    configureAPI();
-    setNote(kListsKey, QStringLiteral("Pi-hole loads its block lists. This takes a few seconds to some minutes..."));
-    // A Pi-hole that never had lists uses them from the second run on.
-    bool loaded = true;
-    for (int run = 0; loaded && (run == 0 || (listsEmpty() && run < kListRuns)); ++run) {
-        const auto ended = co_await m_api.updateLists();
-        if (!mark.stands()) co_return;
-        loaded = ended.value_or(false);
-        if (loaded) co_await m_clock.pause(kListsSettle);
-        if (!mark.stands()) co_return;
-        co_await refreshStats();
-        if (!mark.stands()) co_return;
-    }
-    setNote(kListsKey, listsVerdict(loaded, listsEmpty()));
 }
 
 } // namespace corvane

@@ -10,12 +10,14 @@ namespace {
 
 const QString kEnd = QStringLiteral("pauseEnd");       // seconds since 1970; 0 for no pause
 const QString kLength = QStringLiteral("pauseLength"); // seconds
-constexpr qint64 kLongest = 86'400;                    // seconds; more is a damaged store
+const QString kByTheClock = QStringLiteral("pauseByTheClock");
+constexpr qint64 kLongest = 100'000; // seconds; more is a damaged store
 
 } // namespace
 
-void Pause::begin(std::chrono::seconds length)
+void Pause::begin(std::chrono::seconds length, bool byTheClock)
 {
+    m_settings.setValue(kByTheClock, byTheClock);
     m_settings.setValue(kLength, static_cast<qlonglong>(length.count()));
     m_settings.setValue(kEnd, QDateTime::currentSecsSinceEpoch() + static_cast<qlonglong>(length.count()));
 }
@@ -24,6 +26,8 @@ void Pause::end()
 {
     if (m_settings.value(kEnd).toLongLong() != 0) m_settings.setValue(kEnd, 0);
 }
+
+bool Pause::goesByTheClock() const { return m_settings.value(kByTheClock).toBool(); }
 
 std::optional<std::chrono::seconds> Pause::rest() const
 {

@@ -15,8 +15,10 @@ public:
         : m_settings(settings)
     {}
 
-    void begin(std::chrono::seconds length);
+    /// `byTheClock`: it ends at its time also when the Mac sleeps meanwhile, which Pi-hole's own timer does not.
+    void begin(std::chrono::seconds length, bool byTheClock = false);
     void end();
+    [[nodiscard]] bool goesByTheClock() const;
     /// What is left of it, 0 when it is over, absent when there is none. Never more than its whole length, wherever the
     /// wall clock was set meanwhile.
     [[nodiscard]] std::optional<std::chrono::seconds> rest() const;

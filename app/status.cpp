@@ -68,7 +68,8 @@ QCoro::Task<> AppModel::look(bool includeStats)
     if (!answering()) {
         setSummary(std::nullopt);
         setBlocking(std::nullopt);
-        if (apiMessage().startsWith(kPaused)) setApiMessage({});
+        if (apiMessage() == m_pausedSentence) setApiMessage({});
+        m_repair.forgetRules();
     } else if (includeStats && mayCount()) {
         co_await refreshStats();
     }

@@ -16,6 +16,7 @@ QString noteOnSilence(const ContainerState &container)
 QString noteOnBlocking(const StatusFacts &facts)
 {
     if (hasNoLists(facts.summary)) return QStringLiteral("Pi-hole has no block lists, so it blocks nothing.");
+    if (facts.listsDamaged) return QStringLiteral("Pi-hole's block lists are damaged, so it blocks nothing.");
     if (facts.blocking && !facts.blocking->enabled && !facts.blocking->timerSeconds)
         return QStringLiteral("Blocking is off until you resume it.");
     return facts.detour;

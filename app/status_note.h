@@ -17,8 +17,7 @@ struct StatusFacts {
     DnsTrouble trouble = DnsTrouble::None;
     std::optional<PiholeSummary> summary = {};
     std::optional<PiholeBlocking> blocking = {};
-    /// Who takes this Mac's lookups before Pi-hole.
-    QString detour = {};
+    bool listsDamaged = false;
 };
 
 /// The line beside the status that says what the colour and its sentence leave out; empty when that is nothing.

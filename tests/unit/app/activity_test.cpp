@@ -73,7 +73,12 @@ TEST(ActivityTable, Keeps_apart_what_runs_in_the_same_operation)
 TEST(ActivityTable, Saves_a_backup_only_of_a_container_that_stays)
 {
     EXPECT_EQ(excludedBy(ExportBackup), kOnContainer | ExportBackup);
-    EXPECT_EQ(excludedBy(LoadLists), kOnContainer | LoadLists);
+}
+
+TEST(ActivityTable, Disturbs_no_run_of_the_block_lists)
+{
+    EXPECT_EQ(excludedBy(LoadLists), kOnEngine | kOnContainer | LoadLists | ChangeRules);
+    EXPECT_EQ(excludedBy(ChangeRules), kOnContainer | LoadLists | ChangeRules);
 }
 
 TEST(ActivityTable, Lets_a_test_hold_up_nothing_but_itself)
@@ -94,7 +99,8 @@ TEST(ActivityTable, Lets_the_dns_be_changed_back_whatever_becomes_of_the_contain
 
 TEST(ActivityTable, Calls_everything_that_changes_something_a_loss_when_it_is_cut_off)
 {
-    EXPECT_EQ(notToBeCutOff(), kOnEngine | kOnContainer | ApplyDns | RestoreDns | ExportBackup | LoadLists);
+    EXPECT_EQ(notToBeCutOff(),
+              kOnEngine | kOnContainer | ApplyDns | RestoreDns | ExportBackup | LoadLists | ChangeRules);
 }
 
 TEST(CurrentActivities, Publishes_the_known_keys)
@@ -107,8 +113,7 @@ TEST(CurrentActivities, Publishes_the_known_keys)
                               QStringLiteral("blocking"),  QStringLiteral("services"),   QStringLiteral("applydns"),
                               QStringLiteral("system"),    QStringLiteral("restoredns"), QStringLiteral("browser"),
                               QStringLiteral("container"), QStringLiteral("browsers"),   QStringLiteral("logs"),
-                              QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("browserproof"),
-                              QStringLiteral("report")};
+                              QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("rules")};
     EXPECT_EQ(now.busyKeys(), known);
     marks.clear();
     EXPECT_TRUE(now.busyKeys().isEmpty());

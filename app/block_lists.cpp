@@ -1,0 +1,81 @@
+#include "app/app_model.h"
+#include "app/list_verdict.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+const QString kListsKey = QStringLiteral("lists");
+constexpr int kListRuns = 2;
+/// From the end of a run until its names count.
+constexpr std::chrono::seconds kListsSettle{1};
+/// A run whose answer got lost may go on for as long.
+constexpr std::chrono::minutes kLostRun{10};
+constexpr std::chrono::seconds kBetweenLooks{5};
+
+int enabledIn(const QList<PiholeList> &lists)
+{
+    return static_cast<int>(std::ranges::count(lists, true, &PiholeList::enabled));
+}
+
+} // namespace
+
+QCoro::Task<> AppModel::loadBlockLists()
+{
+    if (!mayBegin(Activity::LoadLists, &AppModel::setApiMessage)) co_return;
+    const ActivityMark mark(m_activities, Activity::LoadLists);
+    configureAPI();
+    setNote(kListsKey, QStringLiteral("Pi-hole loads its block lists. This takes a few seconds to some minutes..."));
+    const auto before = co_await m_api.lists();
+    if (!mark.stands()) co_return;
+    const QList<PiholeList> listsBefore = before.value_or(QList<PiholeList>());
+    // A Pi-hole that never had lists uses them from the second run on.
+    bool loaded = true;
+    for (int run = 0; loaded && (run == 0 || (listsEmpty() && run < kListRuns)); ++run) {
+        m_listRun.begin(enabledIn(listsBefore));
+        loaded = co_await runLists();
+        if (!mark.stands()) co_return;
+        m_listRun.end();
+        if (loaded) co_await m_clock.pause(kListsSettle);
+        if (!mark.stands()) co_return;
+        co_await refreshStats();
+        if (!mark.stands()) co_return;
+        co_await m_repair.readRules();
+        if (!mark.stands()) co_return;
+    }
+    const auto after = co_await m_api.lists();
+    if (!mark.stands()) co_return;
+    const QString troubles = loaded && after ? listTroubles(listsBefore, *after) : QString();
+    setNote(kListsKey, QStringList{listsVerdict(loaded, listsEmpty()), troubles}.join(u'\n').trimmed());
+}
+
+/// One run; whether it came to its end. An answer that got lost says nothing about the run: it goes on, and nothing
+/// may disturb it.
+QCoro::Task<bool> AppModel::runLists()
+{
+    const QPointer<AppModel> alive(this);
+    const auto counters = co_await m_api.summary();
+    if (!alive) co_return false;
+    const std::function<void(const QByteArray &)> hear = [run = QPointer<ListRun>(&m_listRun)](const QByteArray &text) {
+        if (run) run->hear(text);
+    };
+    const auto ended = co_await m_api.updateLists(hear);
+    if (!alive) co_return false;
+    if (ended || ended.error() != PiholeAPIError::unreachable() || !counters) co_return ended.value_or(false);
+    const Clock::Instant deadline = m_clock.now() + kLostRun;
+    while (m_clock.now() < deadline) {
+        co_await m_clock.pause(kBetweenLooks);
+        if (!alive) co_return false;
+        const auto now = co_await m_api.summary();
+        // Pi-hole has gone, and the run with it.
+        if (!alive || !now) co_return false;
+        if (now->listsRun != counters->listsRun) co_return true;
+    }
+    co_return false;
+}
+
+} // namespace corvane

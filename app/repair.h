@@ -1,0 +1,84 @@
+#pragma once
+
+#include "api/pihole_api.h"
+#include "app/blocked_name.h"
+#include "app/clock.h"
+#include "app/current_activities.h"
+#include "app/permission.h"
+#include "app/published.h"
+
+#include <QCoro/QCoroTask>
+#include <QHash>
+#include <QObject>
+
+namespace corvane {
+
+/// What helps with a site that does not load: the names that Pi-hole has blocked lately, and permissions for them.
+/// Names live in its memory and among Pi-hole's rules, and nowhere else.
+class Repair : public QObject {
+    Q_OBJECT
+
+    /// The user looks: the names are read anew every few seconds.
+    CORVANE_PUBLISHED(Repair, bool, watching, setWatching, false)
+    CORVANE_PUBLISHED(Repair, QList<BlockedName>, names, setNames, QList<BlockedName>())
+    CORVANE_PUBLISHED(Repair, QList<Permission>, permissions, setPermissions, QList<Permission>())
+    /// How Pi-hole hides names; 0 when it does not.
+    CORVANE_PUBLISHED(Repair, int, privacyLevel, setPrivacyLevel, 0)
+    /// Why nothing can be seen; empty while all is well.
+    CORVANE_PUBLISHED(Repair, QString, trouble, setTrouble, QString())
+    /// What came of the last permission, and the name that it was about while that can be undone.
+    CORVANE_PUBLISHED(Repair, QString, message, setMessage, QString())
+    CORVANE_PUBLISHED(Repair, QString, undoName, setUndoName, QString())
+    /// Pi-hole says that it has lists, and cannot read them.
+    CORVANE_PUBLISHED(Repair, bool, databaseBroken, setDatabaseBroken, false)
+
+public:
+    Repair(PiholeAPI &api, Clock &clock, CurrentActivities &activities);
+
+    /// Looks until `stopWatching`. What is asked for from now on is kept apart from what was asked before.
+    [[nodiscard]] QCoro::Task<> watch();
+    void stopWatching() { setWatching(false); }
+
+    /// Lets Pi-hole allow the name, for an hour or until it is taken back, and proves it by a lookup.
+    [[nodiscard]] QCoro::Task<> allow(QString name, bool forGood);
+    [[nodiscard]] QCoro::Task<> takeBack(QString name);
+
+    /// Reads the rules anew; whether they could be read.
+    QCoro::Task<bool> readRules();
+    /// Takes away what is over. Asks Pi-hole only when something is, or when nobody knows.
+    [[nodiscard]] QCoro::Task<> endPermissions();
+    /// Whoever changed Pi-hole's rules may have done so: they are read anew, and what got lost is done again.
+    void onRulesReplaced();
+    void forgetRules() { m_rulesKnown = false; }
+
+private:
+    /// What the user asked for lately, to be done again if a list run undoes it.
+    struct Change {
+        Permission permission;
+        bool allowed = false;
+        Clock::Instant moment;
+    };
+
+    [[nodiscard]] QCoro::Task<> look();
+    [[nodiscard]] QCoro::Task<> setBoundary();
+    [[nodiscard]] QCoro::Task<> repeatChanges();
+    [[nodiscard]] PiholeAPI::Answer<bool> put(Permission permission);
+    [[nodiscard]] QCoro::Task<> prove(Permission permission);
+    [[nodiscard]] QCoro::Task<QString> verdictOnLookup(QString name);
+    void remember(const Permission &permission, bool allowed);
+    [[nodiscard]] bool listsRun() const { return m_activities.underWay().testFlag(Activity::LoadLists); }
+    void onActivities();
+
+    PiholeAPI &m_api;
+    Clock &m_clock;
+    CurrentActivities &m_activities;
+    QList<PiholeList> m_lists;
+    QList<PiholeRule> m_rules;
+    std::optional<double> m_boundary;
+    QHash<QString, Change> m_changes;
+    bool m_rulesKnown = false;
+    bool m_listsRan = false;
+    int m_newestWatch = 0;
+};
+
+} // namespace corvane
