@@ -37,6 +37,11 @@ void Announcements::followMessages()
     follow(&AppModel::apiMessageChanged, &AppModel::apiMessage);
     follow(&AppModel::dnsMessageChanged, &AppModel::dnsMessage);
     follow(&AppModel::updateMessageChanged, &AppModel::updateMessage);
+    connect(m_app.repair(), &Repair::messageChanged, this, [this] { say(m_app.repair()->message()); });
+    connect(&m_app, &AppModel::notesChanged, this, [this] {
+        const QString lists = m_app.notes().value(QStringLiteral("lists")).toString();
+        if (lists != std::exchange(m_lists, lists)) say(lists);
+    });
     connect(&m_app, &AppModel::showDeadDNSBannerChanged, this, [this] {
         if (m_app.showDeadDNSBanner()) say(kDeadDNSWarning);
     });

@@ -32,6 +32,7 @@ private:
     Outcomes m_outcomes;
     std::optional<Alert> m_question;
     bool m_checking = false;
+    QString m_lists;
     /// What came in one burst is said in one breath, each sentence once.
     QStringList m_sentences;
     QTimer m_burst;

@@ -28,7 +28,19 @@ Commands::Commands(AppModel &app, Workspace &workspace)
 
 void Commands::openDashboard() { m_app.openDashboard(); }
 void Commands::togglePause() { launch(m_app.togglePause()); }
+void Commands::pauseFor(PauseLength::Name length) { launch(m_app.pauseBlocking(length)); }
 void Commands::loadBlockLists() { launch(m_app.loadBlockLists()); }
+
+void Commands::watchBlocked(bool on)
+{
+    if (on)
+        launch(m_app.repair()->watch());
+    else
+        m_app.repair()->stopWatching();
+}
+
+void Commands::allow(const QString &name, bool forGood) { launch(m_app.repair()->allow(name, forGood)); }
+void Commands::takeBack(const QString &name) { launch(m_app.repair()->takeBack(name)); }
 void Commands::startPiholeNow(Place::Name from) { launch(m_app.startPiholeNow(from)); }
 void Commands::stopPihole() { launch(m_app.stopPihole()); }
 void Commands::restartPihole() { launch(m_app.restartPihole()); }

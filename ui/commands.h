@@ -16,7 +16,11 @@ public:
     // Everyday actions.
     Q_INVOKABLE void openDashboard();
     Q_INVOKABLE void togglePause();
+    Q_INVOKABLE void pauseFor(corvane::PauseLength::Name length);
     Q_INVOKABLE void loadBlockLists();
+    Q_INVOKABLE void watchBlocked(bool on);
+    Q_INVOKABLE void allow(const QString &name, bool forGood);
+    Q_INVOKABLE void takeBack(const QString &name);
     Q_INVOKABLE void startPiholeNow(corvane::Place::Name from);
     Q_INVOKABLE void stopPihole();
     Q_INVOKABLE void restartPihole();

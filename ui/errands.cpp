@@ -34,6 +34,17 @@ QCoro::Task<> Errands::runPause()
     if (!done) tell();
 }
 
+void Errands::pauseFor(PauseLength::Name length) { launch(runPauseFor(length)); }
+
+QCoro::Task<> Errands::runPauseFor(PauseLength::Name length)
+{
+    const QPointer<Errands> alive(this);
+    co_await m_app.pauseBlocking(length);
+    if (!alive) co_return;
+    // What was said instead is the reason.
+    if (m_app.apiMessage() != PauseLength::sentence(length)) tell();
+}
+
 void Errands::toggleStartStop()
 {
     m_noticeBefore = m_app.notice();

@@ -17,10 +17,12 @@ public:
     Errands(AppModel &app, std::function<void()> openWindow);
 
     void togglePause();
+    void pauseFor(PauseLength::Name length);
     void toggleStartStop();
 
 private:
     [[nodiscard]] QCoro::Task<> runPause();
+    [[nodiscard]] QCoro::Task<> runPauseFor(PauseLength::Name length);
     void look();
     void tell();
 

@@ -45,6 +45,27 @@ struct OperationRunnerInViews {
     QML_UNCREATABLE("Operations belong to the model.")
 };
 
+struct RepairInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Repair)
+    QML_NAMED_ELEMENT(Repair)
+    QML_UNCREATABLE("The model has one.")
+};
+
+struct ListRunInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::ListRun)
+    QML_NAMED_ELEMENT(ListRun)
+    QML_UNCREATABLE("The model has one.")
+};
+
+struct PauseLengthInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::PauseLength)
+    QML_NAMED_ELEMENT(PauseLength)
+    QML_UNCREATABLE("A length is only named.")
+};
+
 struct RowListInViews {
     Q_GADGET
     QML_FOREIGN(corvane::RowList)

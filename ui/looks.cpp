@@ -7,6 +7,8 @@
 #include "ui/decisions/browsers.h"
 #include "ui/decisions/controls.h"
 #include "ui/decisions/dashboard_texts.h"
+#include "ui/decisions/lists_texts.h"
+#include "ui/decisions/password_hints.h"
 #include "ui/decisions/places.h"
 #include "ui/decisions/steps.h"
 #include "ui/fonts.h"
@@ -73,6 +75,8 @@ void Looks::bindDashboard()
     m_blockingText.setBinding([this] { return corvane::blockingText(m_app.blocking()); });
     m_logTrouble.setBinding([this] { return corvane::logTrouble(m_app.apiMessage()); });
     m_pauseLabel.setBinding([this] { return corvane::pauseLabel(m_app.blocking()); });
+    m_listsText.setBinding([this] { return corvane::listsText(m_app.summary(), QDateTime::currentDateTime()); });
+    m_listsHint.setBinding([this] { return corvane::listsHint(m_app.summary(), QDateTime::currentDateTime()); });
     m_canStart.setBinding([this] { return corvane::canStart(m_app.containerState(), m_operating || m_controlling); });
     m_canStopOrRestart.setBinding(
         [this] { return corvane::canStopOrRestart(m_app.containerState(), m_operating || m_controlling); });

@@ -60,6 +60,8 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, canUpdate)
     CORVANE_DERIVED(Looks, bool, hasLog)
     CORVANE_DERIVED(Looks, QString, logTrouble)
+    CORVANE_DERIVED(Looks, QString, listsText)
+    CORVANE_DERIVED(Looks, QString, listsHint)
 
     // The set-up.
     CORVANE_DERIVED(Looks, QString, stepPosition)

@@ -2,6 +2,7 @@
 
 #include "ui/errands.h"
 #include "ui/looks.h"
+#include "ui/pause_countdown.h"
 
 #include <QMenu>
 
@@ -25,7 +26,9 @@ public:
     MenuContent(AppModel &app, Looks &looks, Commands &commands, Actions actions);
 
 private:
+    void addPauses();
     void follow();
+    void followCountdown();
 
     AppModel &m_app;
     Looks &m_looks;
@@ -34,6 +37,9 @@ private:
     QAction *m_status;
     QAction *m_pause = nullptr;
     QAction *m_startStop = nullptr;
+    QAction *m_pauseLeft = nullptr;
+    QMenu m_lengths;
+    PauseCountdown m_countdown;
 };
 
 } // namespace corvane

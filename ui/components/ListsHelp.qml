@@ -5,7 +5,10 @@ import Corvane
 Column {
     id: root
 
-    visible: App.listsEmpty || Looks.loadingLists || verdict.text.length > 0
+    /// It was here that the lists were asked for: their end is told here too.
+    property bool asked: false
+
+    visible: App.listsEmpty || (root.asked && (Looks.loadingLists || verdict.text.length > 0))
     spacing: 6
 
     TestButton {
@@ -14,7 +17,10 @@ Column {
         title: qsTr("Load the block lists")
         busy: Looks.loadingLists
         allowed: !Looks.operating && !Looks.controlling
-        onPressed: Commands.loadBlockLists()
+        onPressed: {
+            root.asked = true;
+            Commands.loadBlockLists();
+        }
     }
     NoteBeside {
         id: verdict

@@ -19,6 +19,10 @@ Column {
                 enabled: !Looks.operating
                 onClicked: Commands.togglePause()
             }
+            PauseMenu {
+                objectName: "pauseMenuButton"
+                enabled: !Looks.operating
+            }
             PushButton {
                 objectName: "openDashboardButton"
                 text: qsTr("Open dashboard")
@@ -48,6 +52,9 @@ Column {
                 visible: Looks.controlling && !Looks.bannerTellsStart
                 height: Theme.sized(24)
                 label: qsTr("Pi-hole: working")
+            }
+            PauseLeft {
+                objectName: "pauseLeft"
             }
         }
         Flow {

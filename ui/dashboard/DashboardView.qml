@@ -22,6 +22,7 @@ ScrollArea {
                 width: parent.width
             }
             ListsHelp {
+                id: listsHelp
                 width: parent.width
             }
             BrowserRuleNote {
@@ -35,6 +36,13 @@ ScrollArea {
     }
     ActionRows {
         width: parent.width
+    }
+    RepairBox {
+        width: parent.width
+    }
+    ListsBox {
+        width: parent.width
+        toldElsewhere: listsHelp.visible
     }
     GroupBox {
         width: parent.width

@@ -1,16 +1,11 @@
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // What can be done with a text: it is copied, whole when nothing of it is selected, and a field is changed.
-T.Menu {
+ChoiceMenu {
     id: root
 
-    implicitWidth: Theme.sized(150)
-    implicitHeight: contentHeight + 2 * root.padding
-    padding: 5
-    modal: true
-    dim: false
+    label: qsTr("Text")
     onClosed: TextInHand.letGo()
 
     TextMenuItem {
@@ -41,21 +36,5 @@ T.Menu {
 
     function openAt(target: Item, x: real, y: real) {
         root.popup(target, x, y);
-    }
-
-    contentItem: ListView {
-        implicitHeight: contentHeight
-        model: root.contentModel
-        currentIndex: root.currentIndex
-        interactive: false
-        Accessible.role: Accessible.PopupMenu
-        Accessible.name: qsTr("Text")
-    }
-
-    background: Rectangle {
-        radius: Theme.radius + 2
-        color: Theme.box
-        border.width: 1
-        border.color: Theme.controlEdge
     }
 }

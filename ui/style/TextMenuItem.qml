@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane
 
-// One item of a text's context menu.
+// One item of a menu.
 T.MenuItem {
     id: root
 

@@ -1,0 +1,70 @@
+import QtQuick
+import Corvane
+
+// Pi-hole's block lists: how many names, how old, and the way to fresh ones.
+GroupBox {
+    id: root
+
+    /// The end of a run is told elsewhere.
+    property bool toldElsewhere: false
+    property bool showsLog: false
+
+    objectName: "listsBox"
+    title: qsTr("Block lists")
+
+    BodyText {
+        objectName: "listsText"
+        width: parent.width
+        text: Looks.listsText
+    }
+    MessageText {
+        objectName: "listsHint"
+        width: parent.width
+        text: Looks.listsHint
+    }
+    TestButton {
+        objectName: "refreshLists"
+        title: qsTr("Refresh lists")
+        busy: Looks.loadingLists
+        allowed: !Looks.operating && !Looks.controlling && App.answering
+        onPressed: Commands.loadBlockLists()
+    }
+    Column {
+        width: parent.width
+        visible: Looks.loadingLists
+        spacing: 6
+
+        ProgressLine {
+            width: parent.width
+            label: qsTr("Refreshing the block lists")
+        }
+        NoteText {
+            objectName: "listsProgress"
+            width: parent.width
+            text: App.listRun.progress
+            elide: Text.ElideMiddle
+        }
+    }
+    MessageText {
+        objectName: "listsVerdict"
+        width: parent.width
+        text: root.toldElsewhere || Looks.loadingLists ? "" : App.notes["lists"] ?? ""
+        color: Theme.text
+    }
+    Disclosure {
+        objectName: "listsLog"
+        width: parent.width
+        visible: App.listRun.printed
+        title: Looks.loadingLists ? qsTr("Live log") : qsTr("Show details")
+        open: root.showsLog
+        onAsked: open => root.showsLog = open
+
+        LogTextView {
+            objectName: "listsLogText"
+            width: parent.width
+            height: 160
+            op: App.listRun.log
+            label: qsTr("Log of the block lists' refresh")
+        }
+    }
+}

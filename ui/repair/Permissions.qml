@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Layouts
+import Corvane
+
+// What the user has allowed, and the way to take it back.
+Column {
+    id: root
+
+    required property RowList rows
+
+    spacing: Theme.gap
+
+    Headline {
+        width: root.width
+        text: qsTr("Allowed by you")
+    }
+    Repeater {
+        model: root.rows
+
+        ListedRow {
+            id: listed
+
+            required property row row
+
+            RowLayout {
+                width: listed.width
+                spacing: Theme.gap / 2
+
+                NameAndNote {
+                    Layout.fillWidth: true
+                    name: listed.row.title
+                    note: listed.row.detail
+                }
+                PushButton {
+                    objectName: "blockAgain"
+                    text: qsTr("Block again")
+                    Accessible.name: qsTr("Block %1 again").arg(listed.row.title)
+                    onClicked: Commands.takeBack(listed.row.id)
+                }
+            }
+        }
+    }
+}
