@@ -18,7 +18,7 @@ protected:
     {
         QStringList texts;
         for (const QAction *action : m_menu.actions())
-            texts << (action->isSeparator() ? QStringLiteral("---") : action->text());
+            if (action->isVisible()) texts << (action->isSeparator() ? QStringLiteral("---") : action->text());
         return texts;
     }
 
@@ -34,7 +34,8 @@ TEST_F(Menu, Has_the_status_and_the_everyday_actions)
     EXPECT_EQ(texts(), (QStringList{QStringLiteral("Checking Pi-hole..."), QStringLiteral("---"),
                                     QStringLiteral("Open dashboard"), QStringLiteral("Pause blocking 5 minutes"),
                                     QStringLiteral("Start Pi-hole"), QStringLiteral("---"),
-                                    QStringLiteral("Open window"), QStringLiteral("Quit Corvane")}));
+                                    QStringLiteral("Open window"), QStringLiteral("Quit Corvane"),
+                                    QStringLiteral("---"), QStringLiteral("Pause blocking for")}));
     EXPECT_FALSE(canChoose(Status));
 }
 
@@ -45,6 +46,27 @@ TEST_F(Menu, Follows_blocking)
     EXPECT_EQ(text(Pause), QStringLiteral("Resume blocking"));
     m_app.setBlocking(PiholeBlocking{true, std::nullopt});
     EXPECT_EQ(text(Pause), QStringLiteral("Pause blocking 5 minutes"));
+}
+
+TEST_F(Menu, Counts_a_pause_down_beneath_while_it_is_open)
+{
+    showPaused(m_app, 298.5);
+    EXPECT_EQ(texts().at(9), QStringLiteral("Blocking is paused: 4:59 left"));
+    m_app.setBlocking(PiholeBlocking{true, std::nullopt});
+    EXPECT_EQ(texts().at(9), QStringLiteral("Pause blocking for"));
+}
+
+TEST_F(Menu, Offers_every_length_of_a_pause)
+{
+    showRunning(m_app);
+    QStringList lengths;
+    for (const QAction *length : m_menu.actions().last()->menu()->actions())
+        lengths << length->text();
+    EXPECT_EQ(lengths, (QStringList{QStringLiteral("30 seconds"), QStringLiteral("5 minutes"), QStringLiteral("1 hour"),
+                                    QStringLiteral("Until tomorrow morning")}));
+    m_menu.actions().last()->menu()->actions().first()->trigger();
+    QTRY_COMPARE(m_opened, 1); // nothing answers here, and the window says so
+    EXPECT_TRUE(m_app.apiMessage().startsWith(QStringLiteral("Could not pause blocking: ")));
 }
 
 TEST_F(Menu, Follows_the_container_when_nothing_else_changes)
