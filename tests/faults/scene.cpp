@@ -116,15 +116,23 @@ QString missingAfterRestore(AppModel &model)
                     without(model, "system")});
 }
 
-void report(AppModel &model)
+void liveADay(AppModel &model)
 {
     toEnd(model.refreshStatus(true));
-    toEnd(model.makeReport());
+    toEnd(model.repair()->allow(QStringLiteral("doubleclick.net"), false));
+    toEnd(model.pauseBlocking(PauseLength::OneHour));
+    toEnd(model.loadBlockLists());
+    toEnd(model.refreshStatus(true));
+    toEnd(model.resumeBlocking());
 }
 
-QString missingAfterReport(AppModel &model)
+QString missingAfterADay(AppModel &model)
 {
-    return model.report().isEmpty() ? QStringLiteral("There is no report.") : QString();
+    const bool permission = !model.repair()->message().isEmpty();
+    const bool lists = !model.notes().value(QStringLiteral("lists")).toString().isEmpty();
+    return firstOf({permission ? QString() : QStringLiteral("Nothing was said about the permission."),
+                    lists ? QString() : QStringLiteral("Nothing was said about the lists."),
+                    model.apiMessage().isEmpty() ? QStringLiteral("Nothing was said about the pause.") : QString()});
 }
 
 } // namespace
@@ -137,7 +145,7 @@ const QList<Scene> &scenes()
         {"mending UDP", "running", mendUdp, missingAfterMending},
         {"pointing at Pi-hole", "running", pointAtPihole, missingAfterPointing},
         {"restoring", "protected", restore, missingAfterRestore},
-        {"making a report", "protected", report, missingAfterReport},
+        {"living a day", "protected", liveADay, missingAfterADay},
     };
     return all;
 }
