@@ -2,7 +2,6 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 
 #include <algorithm>
 #include <cmath>
@@ -15,11 +14,24 @@ std::unexpected<PiholeAPIError> badResponse() { return std::unexpected(PiholeAPI
 
 std::unexpected<PiholeAPIError> unauthorized() { return std::unexpected(PiholeAPIError::unauthorized()); }
 
+bool canTravelInHeader(const QString &text)
+{
+    return std::ranges::all_of(text, [](QChar c) { return c > u' ' && c < u'\x7f'; });
+}
+
+} // namespace
+
 std::optional<QJsonObject> objectIn(const QByteArray &json)
 {
     const QJsonDocument document = QJsonDocument::fromJson(json);
     if (!document.isObject()) return std::nullopt;
     return document.object();
+}
+
+std::optional<double> number(const QJsonValue &value)
+{
+    if (!value.isDouble() || !std::isfinite(value.toDouble())) return std::nullopt;
+    return value.toDouble();
 }
 
 std::optional<qint64> wholeNumber(const QJsonValue &value)
@@ -29,19 +41,6 @@ std::optional<qint64> wholeNumber(const QJsonValue &value)
     const std::optional<double> given = number(value);
     if (!given || *given >= kTooLarge || *given < -kTooLarge) return std::nullopt;
     return static_cast<qint64>(*given);
-}
-
-bool canTravelInHeader(const QString &text)
-{
-    return std::ranges::all_of(text, [](QChar c) { return c > u' ' && c < u'\x7f'; });
-}
-
-} // namespace
-
-std::optional<double> number(const QJsonValue &value)
-{
-    if (!value.isDouble() || !std::isfinite(value.toDouble())) return std::nullopt;
-    return value.toDouble();
 }
 
 std::expected<QString, PiholeAPIError> parseLogin(const QByteArray &json)

@@ -3,6 +3,7 @@
 #include "api/pihole_types.h"
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QJsonValue>
 #include <QList>
 
@@ -25,8 +26,12 @@ namespace corvane {
 /// How much of the names Pi-hole hides in its log: 0 for nothing.
 [[nodiscard]] std::expected<int, PiholeAPIError> parsePrivacyLevel(const QByteArray &json);
 
+/// The object that an answer is; absent when it is anything else.
+[[nodiscard]] std::optional<QJsonObject> objectIn(const QByteArray &json);
 /// The value as a number; absent unless it is a finite JSON number.
 [[nodiscard]] std::optional<double> number(const QJsonValue &value);
+/// The same without its fraction; absent when no integer can hold it.
+[[nodiscard]] std::optional<qint64> wholeNumber(const QJsonValue &value);
 
 [[nodiscard]] QByteArray loginBody(const QString &password);
 [[nodiscard]] QByteArray blockingBody(bool enabled, std::optional<int> timerSeconds);

@@ -115,6 +115,19 @@ PiholeAPI::Answer<int> PiholeAPI::privacyLevel()
     return ask(m_session, request, &parsePrivacyLevel);
 }
 
+PiholeAPI::Answer<PiholeHistory> PiholeAPI::history()
+{
+    const PiholeRequest request{.target = "/api/history", .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseHistory);
+}
+
+PiholeAPI::Answer<PiholeTopBlocked> PiholeAPI::topBlocked(int count)
+{
+    const PiholeRequest request{.target = "/api/stats/top_domains?blocked=true&count=" + QByteArray::number(count),
+                                .largestAnswer = m_session->limits().jsonBytes};
+    return ask(m_session, request, &parseTopBlocked);
+}
+
 PiholeAPI::Answer<PiholeArchive> PiholeAPI::teleporterDownload()
 {
     const PiholeRequest request{.target = "/api/teleporter", .largestAnswer = m_session->limits().archiveBytes};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/exchange_limits.h"
+#include "api/pihole_history.h"
 #include "api/pihole_types.h"
 
 #include <QByteArray>
@@ -51,6 +52,10 @@ public:
     [[nodiscard]] Answer<QList<PiholeQuery>> newestQuestion(QString name);
     /// How much of the names Pi-hole hides in its log: 0 for nothing.
     [[nodiscard]] Answer<int> privacyLevel();
+    /// How much was asked and blocked in the last 24 hours.
+    [[nodiscard]] Answer<PiholeHistory> history();
+    /// The `count` names that were blocked most in the last 24 hours, with those that only another name led to.
+    [[nodiscard]] Answer<PiholeTopBlocked> topBlocked(int count);
     [[nodiscard]] Answer<PiholeArchive> teleporterDownload();
     /// Replaces Pi-hole's settings by those of the archive; answers whether it held any.
     [[nodiscard]] Answer<bool> teleporterUpload(QByteArray archive, QString filename);
