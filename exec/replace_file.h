@@ -20,6 +20,8 @@ struct NewContent {
 /// Gives the file this content, whole and on disk, or leaves it as it was; the system's reason when it cannot be
 /// written.
 [[nodiscard]] std::expected<void, QString> replaceFile(const QString &path, QByteArrayView content);
+/// The same for a file that only its owner may read.
+[[nodiscard]] std::expected<void, QString> replacePrivateFile(const QString &path, QByteArrayView content);
 
 /// The same for files that belong together: all of them are replaced, or none. They are renamed into place one right
 /// after another, the last one last: who is killed in between leaves that one as it was.
