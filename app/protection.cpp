@@ -1,0 +1,34 @@
+#include "app/protection.h"
+
+#include <algorithm>
+
+namespace corvane {
+
+namespace {
+
+bool hasBackup(const std::optional<ResolverReport> &resolvers)
+{
+    return resolvers && std::ranges::any_of(resolvers->defaultServers,
+                                            [](const QString &server) { return server != QLatin1String("127.0.0.1"); });
+}
+
+} // namespace
+
+Protection protectionNow(const ProtectionSigns &signs)
+{
+    switch (signs.icon) {
+    case MenuIcon::Active:
+        return signs.listsEmpty || (signs.blocking && !signs.blocking->enabled) ? Protection::NotBlocking
+                                                                                : Protection::Protected;
+    case MenuIcon::NotAnswering:
+        return hasBackup(signs.resolvers) ? Protection::Backup : Protection::Down;
+    case MenuIcon::NotUsed:
+    case MenuIcon::Stopped:
+        return Protection::NotUsed;
+    case MenuIcon::Unknown:
+        break;
+    }
+    return Protection::Unknown;
+}
+
+} // namespace corvane
