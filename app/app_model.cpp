@@ -58,6 +58,8 @@ AppModel::AppModel(const Surroundings &surroundings)
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
         if (m_showsFollowedLog) Q_EMIT logTextChanged();
     });
+    connect(this, &AppModel::iconChanged, this, &AppModel::noteProtection);
+    connect(this, &AppModel::blockingChanged, this, &AppModel::noteProtection);
 }
 
 AppModel::~AppModel() = default;

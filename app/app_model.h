@@ -5,6 +5,7 @@
 #include "app/browser_rule_keeper.h"
 #include "app/clock.h"
 #include "app/current_activities.h"
+#include "app/day_keeper.h"
 #include "app/dialogs.h"
 #include "app/launch.h"
 #include "app/list_run.h"
@@ -105,6 +106,12 @@ public:
 
     /// Loads Pi-hole's block lists anew.
     [[nodiscard]] QCoro::Task<> loadBlockLists();
+
+    // The last 24 hours: history.cpp
+
+    /// Reads Pi-hole's history from now on with each refresh, or no longer.
+    void showHistory(bool shown);
+    [[nodiscard]] DayKeeper &day() { return m_day; }
 
     // The container's log: logs.cpp
 
@@ -221,6 +228,9 @@ private:
     [[nodiscard]] QCoro::Task<> poll();
     void followListsRun();
     [[nodiscard]] QCoro::Task<> look(bool includeStats);
+    void noteProtection();
+    [[nodiscard]] QCoro::Task<> readHistory(bool withCounters);
+    [[nodiscard]] QCoro::Task<> readTopBlocked(bool counted, bool newest);
     void tellApi(const QString &about, const std::optional<PiholeAPIError> &error);
     void tellStart(const QString &message, const QString &note);
     [[nodiscard]] bool mayCount() const;
@@ -295,10 +305,12 @@ private:
     OperationRunner m_followOp;
     CurrentActivities m_activities;
     Pause m_pause{m_settings};
-    QString m_pausedSentence;
-    std::optional<qint64> m_listsRun;
-    ListRun m_listRun;
-    Repair m_repair{m_api, m_clock, m_activities};
+    DayKeeper m_day;
+    bool m_historyShown = false;
+    bool m_historyUnread = false;
+    bool m_topBlockedIsNext = false;
+    PiholeTopBlocked m_topCounted;
+    QList<BlockedQuestion> m_newestBlocked;
     bool m_refreshing = false;
     bool m_refreshAgain = false;
     bool m_refreshAgainWithStats = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/pihole_history.h"
 #include "api/pihole_types.h"
 #include "app/activity.h"
 #include "app/browser_proof.h"
@@ -97,6 +98,11 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, std::optional<PiholeSummary>, summary, setSummary, std::nullopt)
     CORVANE_PUBLISHED(AppState, std::optional<PiholeBlocking>, blocking, setBlocking, std::nullopt)
     CORVANE_PUBLISHED(AppState, QString, apiMessage, setApiMessage, QString())
+    /// What was asked in the last 24 hours, and what was blocked most; absent until Pi-hole has told it.
+    CORVANE_PUBLISHED(AppState, std::optional<PiholeHistory>, history, setHistory, std::nullopt)
+    CORVANE_PUBLISHED(AppState, std::optional<PiholeTopBlocked>, topBlocked, setTopBlocked, std::nullopt)
+    /// Why these two could not be read; else empty.
+    CORVANE_PUBLISHED(AppState, QString, historyProblem, setHistoryProblem, QString())
     CORVANE_PUBLISHED(AppState, bool, bannerDismissed, setBannerDismissed, false)
     CORVANE_PUBLISHED(AppState, bool, following, publishFollowing, false)
 

@@ -62,13 +62,16 @@ QCoro::Task<> AppModel::runBlockingTest()
     BlockingTestResult result;
     for (const QString &name : trackerNames()) {
         const DigResult reply = co_await askPihole(name);
+        if (!mark.stands()) co_return;
         result.blockedKind = blockedKind(reply);
+        if (reply.ok) m_day.countOwn(result.blockedKind.has_value());
         if (!result.blockedKind) continue;
         result.blockedDomain = name;
         break;
     }
     const DigResult allowed = co_await askPihole(QStringLiteral("example.com"));
     if (!mark.stands()) co_return;
+    if (allowed.ok) m_day.countOwn();
     result.allowedAnswer = allowedAnswer(allowed);
 
     const auto counters = co_await m_api.summary();

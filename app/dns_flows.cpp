@@ -180,8 +180,11 @@ QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found
         const auto queries = co_await m_api.recentQueries(kLogLength);
         if (!alive) co_return {};
         if (!queries) co_return queries.error().description();
+        const QSet<QString> before = *found;
         for (const PiholeQuery &query : *queries) {
-            if (names.contains(query.domain)) found->insert(query.domain);
+            if (!names.contains(query.domain) || before.contains(query.domain)) continue;
+            found->insert(query.domain);
+            m_day.countOwn();
         }
     }
     co_return {};

@@ -139,6 +139,7 @@ QCoro::Task<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool 
         reply = co_await askPihole(name);
     }
     if (!run->stands()) co_return false;
+    if (reply.ok) m_day.countOwn();
     if (reply.answered())
         showPiholeCheck(2, true, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
     else if (!containerPassed)

@@ -63,6 +63,7 @@ QCoro::Task<> AppModel::look(bool includeStats)
     // One old answer is usual: Pi-hole gives it while it asks anew.
     m_oldAnswers = reply.stale() ? m_oldAnswers + 1 : 0;
     const bool onlyOld = trouble == DnsTrouble::None && m_oldAnswers > 1;
+    if (fromPihole) m_day.countOwn();
     publishLook(fromPihole, onlyOld ? DnsTrouble::OldAnswers : trouble, report);
 
     if (!answering()) {
@@ -73,6 +74,7 @@ QCoro::Task<> AppModel::look(bool includeStats)
     } else if (includeStats && mayCount()) {
         co_await refreshStats();
     }
+    if (alive) co_await readHistory(includeStats);
 }
 
 /// Whether there is a password to read the counters with, or may be one.
@@ -90,6 +92,7 @@ void AppModel::publishLook(bool answers, DnsTrouble trouble, const ResolverRepor
     setUsedByMac(report.firstIsPihole);
     setStatusChecked(true);
     Qt::endPropertyUpdateGroup();
+    noteProtection();
 }
 
 QCoro::Task<> AppModel::refreshAfterStart()
