@@ -310,7 +310,7 @@ private:
     bool m_historyUnread = false;
     bool m_topBlockedIsNext = false;
     PiholeTopBlocked m_topCounted;
-    QList<BlockedQuestion> m_newestBlocked;
+    QList<PiholeQuery> m_newestBlocked;
     bool m_refreshing = false;
     bool m_refreshAgain = false;
     bool m_refreshAgainWithStats = false;

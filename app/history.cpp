@@ -2,6 +2,7 @@
 
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 namespace corvane {
@@ -58,7 +59,7 @@ QCoro::Task<> AppModel::readTopBlocked(bool counted, bool newest)
         m_topCounted = *top;
     }
     if (newest) {
-        const auto questions = co_await m_api.blockedQuestions(kNewestBlocked);
+        const auto questions = co_await m_api.blockedSince(0, kNewestBlocked);
         if (!alive || !questions) co_return;
         m_newestBlocked = *questions;
     }

@@ -110,6 +110,8 @@ void AppModel::forgetPihole()
     setOutcomes({});
     setPiholeChecks({});
     setBlockingTest(std::nullopt);
+    setHistory(std::nullopt);
+    setTopBlocked(std::nullopt);
     setSystemChecks({});
     setPortReports({});
     setStartMessage({});

@@ -23,6 +23,10 @@ Announcements::Announcements(AppModel &app, Dialogs &dialogs, Commands &commands
     followTests();
     connect(&m_dialogs, &Dialogs::changed, this, &Announcements::followQuestions);
     connect(&commands, &Commands::copied, this, [this] { say(QStringLiteral("Copied.")); });
+    connect(&commands, &Commands::walked, this, [this](const QString &place) {
+        m_sentences.removeAll(std::exchange(m_place, place));
+        say(place);
+    });
     for (OperationRunner *runner : {m_app.installOp(), m_app.startOp(), m_app.maintOp()})
         followOperation(runner);
 }

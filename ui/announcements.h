@@ -35,6 +35,7 @@ private:
     QString m_lists;
     /// What came in one burst is said in one breath, each sentence once.
     QStringList m_sentences;
+    QString m_place;
     QTimer m_burst;
 };
 

@@ -83,11 +83,14 @@ public:
     Q_INVOKABLE void saveReport();
     Q_INVOKABLE void dropReport();
 
+    /// Has a screen reader say where the keyboard has come to, instead of where it was before.
+    Q_INVOKABLE void say(const QString &place) { Q_EMIT walked(place); }
     /// Copies plain text that a view shows.
     void copy(const QString &text);
 
 Q_SIGNALS:
     void copied();
+    void walked(const QString &place);
 
 private:
     [[nodiscard]] QCoro::Task<> takeWebPort(int port);

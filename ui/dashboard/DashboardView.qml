@@ -37,12 +37,8 @@ ScrollArea {
     ActionRows {
         width: parent.width
     }
-    RepairBox {
+    DayBox {
         width: parent.width
-    }
-    ListsBox {
-        width: parent.width
-        toldElsewhere: listsHelp.visible
     }
     GroupBox {
         width: parent.width

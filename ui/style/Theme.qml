@@ -47,6 +47,11 @@ QtObject {
     readonly property color dotOrange: root.dark ? "#ff9f0a" : "#ff9500"
     readonly property color dotRed: root.dark ? "#ff453a" : "#ff3b30"
 
+    // The picture of the day: as far from each other in lightness as each is from the box.
+    readonly property color allowed: root.dark ? "#5585bd" : "#86aee0"
+    readonly property color blocked: root.dark ? "#c4e0ff" : "#0b4aa8"
+    readonly property color quiet: root.dark ? "#8e8e93" : "#86868b"
+
     readonly property color redText: root.dark ? "#ff6961" : "#c4000f"
     readonly property color orangeText: root.dark ? "#ffb340" : "#a04800"
 
@@ -55,6 +60,7 @@ QtObject {
     readonly property font body: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(13) })
     readonly property font bodyBold: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(13), weight: Font.DemiBold })
     readonly property font callout: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(12) })
+    readonly property font small: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(11) })
     readonly property font headline: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(14), weight: Font.DemiBold })
     readonly property font title: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(22), weight: Font.Medium })
     readonly property font largeTitle: Qt.font({ family: root.family, preferShaping: false, pixelSize: root.sized(26), weight: Font.Bold })
@@ -103,6 +109,22 @@ QtObject {
             return root.dotRed;
         default:
             return root.gray;
+        }
+    }
+
+    // The colour of a state of the day's protection.
+    function protection(state: int): color {
+        switch (state) {
+        case 1:
+            return root.green;
+        case 2:
+            return root.blue;
+        case 3:
+            return root.orange;
+        case 4:
+            return root.red;
+        default:
+            return root.quiet;
         }
     }
 

@@ -1,0 +1,74 @@
+import QtQuick
+import Corvane
+
+// The names that were blocked most, each with its number. The room for five is kept.
+Column {
+    id: root
+
+    required property DayView day
+
+    spacing: 4
+
+    Text {
+        text: qsTr("Blocked most")
+        textFormat: Text.PlainText
+        font: Theme.callout
+        color: Theme.secondaryText
+    }
+    Item {
+        width: root.width
+        height: 5 * Theme.sized(24)
+
+        Column {
+            width: root.width
+
+            Repeater {
+                objectName: "blockedNames"
+                model: root.day.names
+
+                Item {
+                    id: line
+
+                    required property string title
+                    required property string detail
+
+                    width: root.width
+                    height: Theme.sized(24)
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: qsTr("%1, blocked %2 times").arg(line.title).arg(line.detail)
+
+                    Text {
+                        width: parent.width - number.width - Theme.gap
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: line.title
+                        textFormat: Text.PlainText
+                        font: Theme.body
+                        color: Theme.text
+                        elide: Text.ElideMiddle
+                        Accessible.ignored: true
+                    }
+                    Text {
+                        id: number
+                        anchors.right: parent.right
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: line.detail
+                        textFormat: Text.PlainText
+                        font: Theme.body
+                        color: Theme.secondaryText
+                        Accessible.ignored: true
+                    }
+                    Divider {
+                        anchors.bottom: parent.bottom
+                        width: parent.width
+                    }
+                }
+            }
+        }
+        NoteText {
+            objectName: "missingNames"
+            width: root.width
+            visible: text.length > 0
+            text: root.day.missingNames
+        }
+    }
+}
