@@ -1,6 +1,5 @@
 #include "ui/history/day_view.h"
 
-
 #include <QDateTime>
 #include <QLocale>
 

@@ -35,6 +35,14 @@ QStringList namesOf(const PiholeTopBlocked &top)
     return names;
 }
 
+PiholeQuery asked(const QString &name, const QString &ledTo = {})
+{
+    PiholeQuery query;
+    query.domain = name;
+    query.cname = ledTo;
+    return query;
+}
+
 const QList<QByteArray> kOdd = {"", "null", "[]", "{", "\xff\xfe", QByteArray(100000, '[')};
 
 } // namespace
@@ -137,10 +145,8 @@ TEST(AskedFor, A_name_that_only_others_led_to_is_left_out)
 TEST(AskedFor, A_name_that_was_asked_as_well_counts_as_often_as_it_was_asked)
 {
     const PiholeTopBlocked counted{{{u"t.example"_s, 40}, {u"a.example"_s, 20}}, false};
-    const QList<PiholeQuery> newest{{.domain = u"t.example"_s},
-                                    {.domain = u"a.example"_s, .cname = u"t.example"_s},
-                                    {.domain = u"a.example"_s, .cname = u"t.example"_s},
-                                    {.domain = u"b.example"_s, .cname = u"t.example"_s}};
+    const QList<PiholeQuery> newest{asked(u"t.example"_s), asked(u"a.example"_s, u"t.example"_s),
+                                    asked(u"a.example"_s, u"t.example"_s), asked(u"b.example"_s, u"t.example"_s)};
     EXPECT_EQ(askedFor(counted, newest).names, (QList<BlockedName>{{u"a.example"_s, 20}, {u"t.example"_s, 10}}));
 }
 
