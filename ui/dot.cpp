@@ -4,7 +4,6 @@
 
 #include <QPainter>
 
-#include <array>
 #include <cmath>
 
 namespace corvane {
@@ -16,9 +15,21 @@ constexpr double kInset = 2;
 
 using platform::SystemColor;
 
-/// By the number of the state.
-constexpr std::array<SystemColor, 5> kColors{SystemColor::Green, SystemColor::Orange, SystemColor::Red,
-                                             SystemColor::Gray, SystemColor::Gray};
+SystemColor colorOf(MenuIcon icon)
+{
+    switch (icon) {
+    case MenuIcon::Active:
+        return SystemColor::Green;
+    case MenuIcon::NotUsed:
+        return SystemColor::Orange;
+    case MenuIcon::NotAnswering:
+        return SystemColor::Red;
+    case MenuIcon::Stopped:
+    case MenuIcon::Unknown:
+        return SystemColor::Gray;
+    }
+    Q_UNREACHABLE();
+}
 
 } // namespace
 
@@ -31,7 +42,7 @@ QImage dot(MenuIcon icon, double scale)
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(platform::systemColor(kColors.at(static_cast<std::size_t>(icon))));
+    painter.setBrush(platform::systemColor(colorOf(icon)));
     painter.drawEllipse(QRectF(kInset, kInset, kSize - 2 * kInset, kSize - 2 * kInset));
     return image;
 }
