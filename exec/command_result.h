@@ -17,6 +17,14 @@ enum class Streams {
 };
 
 /// How one run of an outside program ended and what it printed.
+///
+/// | outcome                          | status             | timedOut | launchError | output          |
+/// |----------------------------------|--------------------|----------|-------------|-----------------|
+/// | ended by itself                  | its exit status    | false    | absent      | all of it       |
+/// | ended by a signal                | the signal's number| false    | absent      | what it printed |
+/// | told to end at the time limit    | as the two above   | true     | absent      | what it printed |
+/// | still running after the grace    | -1                 | true     | absent      | what it printed |
+/// | could not be started             | -1                 | false    | the reason  | none            |
 struct CommandResult {
     /// The exit status, or the number of the signal that ended the child. -1 when the child never started or was still
     /// running when the result was taken.
