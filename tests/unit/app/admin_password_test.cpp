@@ -35,11 +35,24 @@ TEST(AdminPassword, Length_counts_what_a_person_sees_as_one_character)
     const QString families =
         QString::fromUtf8("👩‍👩‍👦👩‍👩‍👦👩‍👩‍👦👩‍👩‍👦");
     EXPECT_EQ(problem(families), "Use at least 8 characters.");
+    EXPECT_FALSE(AdminPassword::isTooShort(families + families));
 }
 
-TEST(AdminPassword, Every_sign_of_the_alphabet_is_accepted)
+TEST(AdminPassword, Nothing_typed_yet_is_too_short_and_breaks_no_other_rule)
+{
+    EXPECT_TRUE(AdminPassword::isTooShort({}));
+    EXPECT_FALSE(AdminPassword::hasForbiddenCharacter({}));
+}
+
+TEST(AdminPassword, Every_character_of_the_alphabet_is_accepted)
 {
     EXPECT_EQ(problem(QStringLiteral("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.@+")), "");
+}
+
+TEST(AdminPassword, Any_other_character_is_forbidden_wherever_it_stands)
+{
+    for (const char *bad : {"with blank", "sl/ash", "quote'", "dollar$", "tab\t"})
+        EXPECT_TRUE(AdminPassword::hasForbiddenCharacter(QString::fromLatin1(bad))) << bad;
 }
 
 TEST(AdminPassword, A_letter_with_an_accent_is_refused)
@@ -60,15 +73,15 @@ TEST(AdminPassword, Generated_ones_keep_the_rules_and_hold_no_look_alikes)
         seen.insert(password);
     }
     EXPECT_EQ(seen.size(), 2000);
-    EXPECT_EQ(used.size(), 56) << "every sign turns up among 32,000 draws, and no other";
+    EXPECT_EQ(used.size(), 56) << "every character turns up among 32,000 draws, and no other";
     for (const char alike : {'l', 'o', 'I', 'O', '0', '1'})
         EXPECT_FALSE(used.contains(QLatin1Char(alike))) << alike;
 }
 
-TEST(AdminPassword, Every_sign_is_drawn_equally_often)
+TEST(AdminPassword, Every_character_is_drawn_equally_often)
 {
     QHash<QChar, int> counts;
-    constexpr int kPasswords = 7000; // 112,000 signs, 2,000 of each expected
+    constexpr int kPasswords = 7000; // 112,000 characters, 2,000 of each expected
     for (int i = 0; i < kPasswords; ++i) {
         const QString password = AdminPassword::generate();
         for (const QChar c : password)
