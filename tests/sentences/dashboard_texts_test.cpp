@@ -109,12 +109,12 @@ TEST_F(DashboardTexts, Of_the_menu)
     EXPECT_EQ(menuItems(), (QStringList{QStringLiteral("Pi-hole is answering, but this Mac does not use it"),
                                         QStringLiteral("Open dashboard"), QStringLiteral("Pause blocking 5 minutes"),
                                         QStringLiteral("Stop Pi-hole"), QStringLiteral("Open window"),
-                                        QStringLiteral("Quit Corvane")}));
+                                        QStringLiteral("Quit Corvane"), QStringLiteral("Pause blocking for")}));
     begin("engine");
-    EXPECT_EQ(menuItems(),
-              (QStringList{QStringLiteral("Pi-hole is not installed yet"), QStringLiteral("Open dashboard"),
-                           QStringLiteral("Pause blocking 5 minutes"), QStringLiteral("Start Pi-hole"),
-                           QStringLiteral("Open window"), QStringLiteral("Quit Corvane")}));
+    EXPECT_EQ(menuItems(), (QStringList{QStringLiteral("Pi-hole is not installed yet"),
+                                        QStringLiteral("Open dashboard"), QStringLiteral("Pause blocking 5 minutes"),
+                                        QStringLiteral("Start Pi-hole"), QStringLiteral("Open window"),
+                                        QStringLiteral("Quit Corvane"), QStringLiteral("Pause blocking for")}));
 }
 
 TEST_F(DashboardTexts, Of_settings_as_a_window_and_as_a_sheet)

@@ -168,10 +168,10 @@ def menu(stage):
     stage.program.wait("the window to close", lambda: not stage.program.windows())
     stage.open_menu()
     stage.corner("menu-while-stopped")
-    stage.choose_from_below(2)
+    stage.choose_from_below(3)
     stage.sees("Start Pi-hole now")
     stage.open_menu()
-    stage.choose_from_below(1)
+    stage.choose_from_below(2)
     stage.ends_well()
 
 

@@ -42,7 +42,6 @@ GroupBox {
             objectName: "listsProgress"
             width: parent.width
             text: App.listRun.progress
-            elide: Text.ElideMiddle
         }
     }
     MessageText {

@@ -1,0 +1,62 @@
+"""The days after the set-up: a site that does not load, pauses of every length, and fresh block lists."""
+
+import subprocess
+import sys
+
+from scenes import play
+from stage import ctl
+
+
+def look_up(*names):
+    subprocess.run(["dig", "@127.0.0.1", "+short", *names], check=True, stdout=subprocess.DEVNULL)
+
+
+def site_that_does_not_load(stage):
+    """A site that does not load is repaired in two clicks, and the repair is undone."""
+    stage.begin("protected")
+    ctl("pihole", "log-delay", "0")
+    stage.dashboard()
+    stage.use("Show what is blocked")
+    stage.sees_start("Nothing was blocked since.")
+    stage.picture("repair-open")
+    look_up("metrics.example.org", "doubleclick.net")
+    stage.sees("metrics.example.org")
+    stage.picture("repair-blocked")
+    stage.use("Allow metrics.example.org for 1 hour")
+    stage.sees_start("metrics.example.org is allowed (until ")
+    stage.picture("repair-allowed")
+    stage.use("Undo: block metrics.example.org again")
+    stage.sees_start("metrics.example.org is no longer allowed.")
+    stage.use("Done")
+
+
+def pauses(stage):
+    """A pause of another length counts down and is ended by one click."""
+    stage.begin("protected")
+    stage.dashboard()
+    stage.sees("Blocking: On")
+    stage.use("Pause for...")
+    stage.picture("pause-lengths")
+    stage.use("1 hour")
+    stage.sees("Blocking is paused for 1 hour.")
+    stage.sees_start("Blocking is paused: 59 minutes")
+    stage.picture("pause-counts-down")
+    stage.use("Resume blocking")
+    stage.sees("Blocking is back on.")
+
+
+def lists(stage):
+    """Fresh lists, and lists that a log-in page answers for."""
+    stage.begin("protected")
+    stage.dashboard()
+    stage.use("Refresh lists")
+    stage.sees("The block lists are loaded.")
+    stage.picture("lists-fresh")
+    ctl("pihole", "list-server", "refused")
+    stage.use("Refresh lists")
+    stage.sees_start("The block lists are loaded.\nraw.githubusercontent.com")
+    stage.picture("lists-failed")
+
+
+if __name__ == "__main__":
+    sys.exit(play([site_that_does_not_load, pauses, lists]))
