@@ -56,12 +56,12 @@ std::optional<PiholeSlot> slotIn(const QJsonValue &entry)
     return PiholeSlot{*middle / PiholeSlot::kSeconds * PiholeSlot::kSeconds, *total, std::min(*blocked, *total)};
 }
 
-std::optional<BlockedName> nameIn(const QJsonValue &entry)
+std::optional<NameCount> nameIn(const QJsonValue &entry)
 {
     const QString name = entry[u"domain"].toString();
     const std::optional<qint64> count = countIn(entry[u"count"]);
     if (!isName(name) || !count) return std::nullopt;
-    return BlockedName{name, *count};
+    return NameCount{name, *count};
 }
 
 } // namespace
@@ -97,7 +97,7 @@ PiholeTopBlocked askedFor(const PiholeTopBlocked &counted, const QList<PiholeQue
         if (!question.cname.isEmpty()) ++ledTo[question.cname];
     }
     PiholeTopBlocked shown{{}, counted.hidden};
-    for (const BlockedName &each : counted.names) {
+    for (const NameCount &each : counted.names) {
         const double own = asked.value(each.name);
         const double led = ledTo.value(each.name);
         // A name that the newest questions do not show at all is taken for asked.
@@ -105,7 +105,7 @@ PiholeTopBlocked askedFor(const PiholeTopBlocked &counted, const QList<PiholeQue
         const qint64 count = std::llround(static_cast<double>(each.count) * share);
         if (count > 0) shown.names.append({each.name, count});
     }
-    std::ranges::stable_sort(shown.names, std::ranges::greater{}, &BlockedName::count);
+    std::ranges::stable_sort(shown.names, std::ranges::greater{}, &NameCount::count);
     return shown;
 }
 

@@ -26,16 +26,16 @@ struct PiholeSlot {
 using PiholeHistory = QList<PiholeSlot>;
 
 /// A name and how often it was blocked.
-struct BlockedName {
+struct NameCount {
     QString name;
     qint64 count = 0;
 
-    bool operator==(const BlockedName &) const = default;
+    bool operator==(const NameCount &) const = default;
 };
 
 /// The names that were blocked most.
 struct PiholeTopBlocked {
-    QList<BlockedName> names;
+    QList<NameCount> names;
     /// Pi-hole is set to tell no names.
     bool hidden = false;
 

@@ -52,7 +52,7 @@ void DayView::showNames()
 {
     QList<Row> rows;
     const PiholeTopBlocked top = m_app->topBlocked().value_or(PiholeTopBlocked());
-    for (const BlockedName &each : top.names)
+    for (const NameCount &each : top.names)
         rows << Row{.id = each.name, .badge = {}, .title = each.name, .detail = number(each.count)};
     m_names.show(rows);
     Q_EMIT changed();

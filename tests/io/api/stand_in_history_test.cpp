@@ -59,5 +59,5 @@ TEST_F(StandInHistory, Names_that_nobody_asked_for_are_told_from_those_asked)
     ASSERT_TRUE(counted && newest);
     EXPECT_EQ(counted->names.size(), 3) << "the name behind the first is counted too";
     EXPECT_EQ(askedFor(*counted, *newest).names,
-              (QList<BlockedName>{{u"metrics.example.org"_s, 3}, {u"ads.flurry.com"_s, 1}}));
+              (QList<NameCount>{{u"metrics.example.org"_s, 3}, {u"ads.flurry.com"_s, 1}}));
 }

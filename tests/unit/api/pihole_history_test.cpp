@@ -30,7 +30,7 @@ bool isBadResponse(const std::expected<T, PiholeAPIError> &outcome)
 QStringList namesOf(const PiholeTopBlocked &top)
 {
     QStringList names;
-    for (const BlockedName &each : top.names)
+    for (const NameCount &each : top.names)
         names << each.name;
     return names;
 }
@@ -105,7 +105,7 @@ TEST(TopBlockedAnswer, The_recorded_names_come_with_their_numbers)
     ASSERT_TRUE(top);
     EXPECT_FALSE(top->hidden);
     ASSERT_EQ(top->names.size(), 10);
-    EXPECT_EQ(top->names.at(1), (BlockedName{u"stats.g.doubleclick.net"_s, 4}));
+    EXPECT_EQ(top->names.at(1), (NameCount{u"stats.g.doubleclick.net"_s, 4}));
 }
 
 TEST(TopBlockedAnswer, A_pihole_that_tells_no_names_is_told_from_one_that_blocked_none)
@@ -138,8 +138,8 @@ TEST(AskedFor, A_name_that_only_others_led_to_is_left_out)
     const auto questions = parseQueries(recorded("41a-queries-blocked-since"));
     const PiholeTopBlocked shown = askedFor(*top, *questions);
     EXPECT_FALSE(namesOf(shown).contains(u"stats.g.doubleclick.net"_s)) << "nobody asked for it";
-    EXPECT_EQ(shown.names.first(), (BlockedName{u"doubleclick.net"_s, 9}));
-    EXPECT_EQ(shown.names.at(1), (BlockedName{u"metrics.example.org"_s, 3}));
+    EXPECT_EQ(shown.names.first(), (NameCount{u"doubleclick.net"_s, 9}));
+    EXPECT_EQ(shown.names.at(1), (NameCount{u"metrics.example.org"_s, 3}));
 }
 
 TEST(AskedFor, A_name_that_was_asked_as_well_counts_as_often_as_it_was_asked)
@@ -147,7 +147,7 @@ TEST(AskedFor, A_name_that_was_asked_as_well_counts_as_often_as_it_was_asked)
     const PiholeTopBlocked counted{{{u"t.example"_s, 40}, {u"a.example"_s, 20}}, false};
     const QList<PiholeQuery> newest{asked(u"t.example"_s), asked(u"a.example"_s, u"t.example"_s),
                                     asked(u"a.example"_s, u"t.example"_s), asked(u"b.example"_s, u"t.example"_s)};
-    EXPECT_EQ(askedFor(counted, newest).names, (QList<BlockedName>{{u"a.example"_s, 20}, {u"t.example"_s, 10}}));
+    EXPECT_EQ(askedFor(counted, newest).names, (QList<NameCount>{{u"a.example"_s, 20}, {u"t.example"_s, 10}}));
 }
 
 TEST(AskedFor, Without_a_word_about_a_name_its_number_stays)
