@@ -35,7 +35,11 @@ enum class Activity : quint32 {
     CheckForUpdates = 1U << 24,
     BringBack = 1U << 25,
     LoadLists = 1U << 26,
-    ChangeRules = 1U << 27,
+    BrowserProof = 1U << 27,
+    PutRight = 1U << 28,
+    Exchange = 1U << 29,
+    ChangeRules = 1U << 30,
+    MakeReport = 1U << 31,
 };
 Q_DECLARE_FLAGS(Activities, Activity)
 Q_DECLARE_OPERATORS_FOR_FLAGS(Activities)

@@ -53,6 +53,7 @@ AppModel::AppModel(const Surroundings &surroundings)
         setUnderWay(m_activities.underWay());
         setBusy(m_activities.busyKeys());
     });
+    followBrowserRule();
     connect(&m_repair, &Repair::databaseBrokenChanged, this, [this] { setListsDamaged(m_repair.databaseBroken()); });
     connect(this, &AppModel::summaryChanged, this, [this] { followListsRun(); });
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {

@@ -8,6 +8,7 @@
 #include "app/day_keeper.h"
 #include "app/dialogs.h"
 #include "app/launch.h"
+#include "app/left_version.h"
 #include "app/list_run.h"
 #include "app/pause.h"
 #include "app/pause_length.h"
@@ -96,7 +97,11 @@ public:
 
     // Blocking and its pauses: blocking.cpp
 
+    /// How the sentence begins that tells of a pause, in `apiMessage`.
+    static constexpr QLatin1StringView kPaused{"Blocking is paused "};
     [[nodiscard]] QCoro::Task<> pauseBlocking(PauseLength::Name length = PauseLength::FiveMinutes);
+    [[nodiscard]] QCoro::Task<> pauseBlocking(std::chrono::seconds length);
+    static constexpr QLatin1StringView kResumed{"Blocking is back on."};
     [[nodiscard]] QCoro::Task<> resumeBlocking();
     [[nodiscard]] QCoro::Task<> togglePause();
     /// Asks Pi-hole what is left of a pause.
@@ -238,6 +243,7 @@ private:
     [[nodiscard]] QCoro::Task<> control(Activity activity, QString verb, Place::Name from);
     [[nodiscard]] QCoro::Task<> afterControl(CommandResult result, bool starts);
     [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;
+    [[nodiscard]] QCoro::Task<> pause(std::chrono::seconds length, bool byTheClock, QString sentence);
     [[nodiscard]] QCoro::Task<> keepPauseShort();
     [[nodiscard]] QCoro::Task<bool> runLists();
     /// Pi-hole's settings as an archive. A pause is lifted for it: whoever restored it would have blocking off for
@@ -305,6 +311,12 @@ private:
     OperationRunner m_followOp;
     CurrentActivities m_activities;
     Pause m_pause{m_settings};
+    LeftVersion m_left{m_settings};
+    /// What pin, port and files were last compared with.
+    std::optional<ContainerState> m_compared;
+    std::optional<qint64> m_listsRun;
+    ListRun m_listRun;
+    Repair m_repair{m_api, m_clock, m_activities};
     DayKeeper m_day;
     bool m_historyShown = false;
     bool m_historyUnread = false;

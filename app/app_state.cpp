@@ -43,6 +43,7 @@ void AppState::bindDerivedFields()
                                     .trouble = m_dnsTrouble,
                                     .summary = m_summary,
                                     .blocking = m_blocking,
+                                    .detour = detourIn(m_resolverReport),
                                     .listsDamaged = m_listsDamaged});
     });
     m_listsEmpty.setBinding([this] { return m_listsDamaged || hasNoLists(m_summary); });

@@ -117,7 +117,7 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, bool, udpReplied, setUdpReplied, false)
     /// Pi-hole counts its lists, but cannot read them.
     CORVANE_PUBLISHED(AppState, bool, listsDamaged, setListsDamaged, false)
-    /// By what they stand beside: "api", "start", "pihole", "blocking", "lists", "system", "browser".
+    /// By what they stand beside: "api", "start", "pihole", "blocking", "lists", "system", "browser", "version".
     CORVANE_PUBLISHED(AppState, QVariantMap, notes, setNotes, QVariantMap())
 
     // Maintenance.
@@ -125,6 +125,8 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, QString, updateMessage, setUpdateMessage, QString())
     /// The version that can be brought back because another one, or none, is there; else empty.
     CORVANE_PUBLISHED(AppState, QString, wayBack, setWayBack, QString())
+    /// The report as it would be saved; empty while there is none.
+    CORVANE_PUBLISHED(AppState, QString, report, setReport, QString())
     CORVANE_PUBLISHED(AppState, bool, launchAtLogin, publishLaunchAtLogin, false)
 
     // What follows from the fields above.

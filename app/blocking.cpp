@@ -20,14 +20,23 @@ constexpr double kTimerLag = 5; // seconds
 
 QCoro::Task<> AppModel::pauseBlocking(PauseLength::Name name)
 {
-    const std::chrono::seconds length = PauseLength::of(name, QDateTime::currentDateTime());
+    return pause(PauseLength::of(name, QDateTime::currentDateTime()), PauseLength::goesByTheClock(name),
+                 PauseLength::sentence(name));
+}
+
+QCoro::Task<> AppModel::pauseBlocking(std::chrono::seconds length)
+{
+    return pause(length, false, PauseLength::sentence(length));
+}
+
+QCoro::Task<> AppModel::pause(std::chrono::seconds length, bool byTheClock, QString sentence)
+{
     const QPointer<AppModel> alive(this);
     configureAPI();
     const auto changed = co_await m_api.setBlocking(false, static_cast<int>(length.count()));
     if (!alive) co_return;
     // Pi-hole may have heard what it did not answer.
-    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable)
-        m_pause.begin(length, PauseLength::goesByTheClock(name));
+    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable) m_pause.begin(length, byTheClock);
     if (changed) co_await m_clock.pause(kTimerStep);
     if (!alive) co_return;
     const auto state = changed ? co_await m_api.blocking() : changed;
@@ -37,8 +46,7 @@ QCoro::Task<> AppModel::pauseBlocking(PauseLength::Name name)
         co_return;
     }
     setBlocking(*state);
-    m_pausedSentence = PauseLength::sentence(name);
-    tellApi(m_pausedSentence, std::nullopt);
+    tellApi(sentence, std::nullopt);
 }
 
 QCoro::Task<> AppModel::resumeBlocking()

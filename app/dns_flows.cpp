@@ -223,6 +223,7 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
         setOutcomes(results);
     }
     co_await loadServices();
+    if (mark.stands() && !restored.failure) co_await dropBrowserRule();
     if (mark.stands()) co_await refreshStatus(false); // the dot follows at once
 }
 

@@ -69,7 +69,7 @@ QCoro::Task<> AppModel::look(bool includeStats)
     if (!answering()) {
         setSummary(std::nullopt);
         setBlocking(std::nullopt);
-        if (apiMessage() == m_pausedSentence) setApiMessage({});
+        if (apiMessage().startsWith(kPaused)) setApiMessage({});
         m_repair.forgetRules();
     } else if (includeStats && mayCount()) {
         co_await refreshStats();

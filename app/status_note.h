@@ -17,6 +17,8 @@ struct StatusFacts {
     DnsTrouble trouble = DnsTrouble::None;
     std::optional<PiholeSummary> summary = {};
     std::optional<PiholeBlocking> blocking = {};
+    /// Who takes this Mac's lookups before Pi-hole.
+    QString detour = {};
     bool listsDamaged = false;
 };
 

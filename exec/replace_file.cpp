@@ -21,29 +21,78 @@ bool writeAll(QIODevice &device, QByteArrayView rest)
     return true;
 }
 
-/// `opened`: the file could be opened, and made what it is to be.
-std::expected<void, QString> fill(QSaveFile &file, bool opened, QByteArrayView content)
+/// Opens the file beside its final place and fills it.
+bool fill(QSaveFile &file, QByteArrayView content)
 {
-    if (!opened || !writeAll(file, content) || !file.commit()) return std::unexpected(file.errorString());
-    return {};
+    // Unbuffered: QSaveFile commits a file that is cut short when the disk turns out to be full as it empties its
+    // buffer.
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, content);
 }
 
-/// Unbuffered: QSaveFile commits a file that is cut short when the disk turns out to be full as it empties its buffer.
-constexpr auto kHow = QIODevice::WriteOnly | QIODevice::Unbuffered;
+/// One file of several that are replaced together: what it is to hold is ready, and what it held is kept in mind.
+class Replacement {
+public:
+    explicit Replacement(const NewContent &wanted)
+        : m_file(wanted.path)
+        , m_ready(fill(m_file, wanted.content))
+    {
+        if (m_ready && wanted.permissions) m_ready = m_file.setPermissions(*wanted.permissions);
+        QFile before(wanted.path);
+        if (!before.open(QIODevice::ReadOnly)) return;
+        m_before = before.readAll();
+        m_permissions = before.permissions();
+    }
+
+    [[nodiscard]] bool ready() const { return m_ready; }
+    [[nodiscard]] bool commit() { return m_file.commit(); }
+    [[nodiscard]] QString reason() const { return m_file.errorString(); }
+
+    void undo() const
+    {
+        if (!m_before) {
+            QFile::remove(m_file.fileName());
+            return;
+        }
+        QSaveFile back(m_file.fileName());
+        if (fill(back, *m_before) && back.setPermissions(m_permissions)) back.commit();
+    }
+
+private:
+    QSaveFile m_file;
+    bool m_ready;
+    std::optional<QByteArray> m_before;
+    QFileDevice::Permissions m_permissions;
+};
 
 } // namespace
 
 std::expected<void, QString> replaceFile(const QString &path, QByteArrayView content)
 {
     QSaveFile file(path);
-    return fill(file, file.open(kHow), content);
+    if (!fill(file, content) || !file.commit()) return std::unexpected(file.errorString());
+    return {};
+}
+
+std::expected<void, QString> replaceFiles(const QList<NewContent> &files)
+{
+    std::vector<std::unique_ptr<Replacement>> replacements;
+    for (const NewContent &file : files) {
+        replacements.push_back(std::make_unique<Replacement>(file));
+        if (!replacements.back()->ready()) return std::unexpected(replacements.back()->reason());
+    }
+    for (std::size_t i = 0; i < replacements.size(); ++i) {
+        if (replacements[i]->commit()) continue;
+        const QString reason = replacements[i]->reason();
+        while (i > 0)
+            replacements[--i]->undo();
+        return std::unexpected(reason);
+    }
+    return {};
 }
 
 std::expected<void, QString> replacePrivateFile(const QString &path, QByteArrayView content)
 {
-    QSaveFile file(path);
-    const bool opened = file.open(kHow) && file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    return fill(file, opened, content);
+    return replaceFiles({{path, content.toByteArray(), QFileDevice::ReadOwner | QFileDevice::WriteOwner}});
 }
 
 } // namespace corvane

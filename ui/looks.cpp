@@ -7,6 +7,7 @@
 #include "ui/decisions/browsers.h"
 #include "ui/decisions/controls.h"
 #include "ui/decisions/dashboard_texts.h"
+#include "ui/decisions/lists_texts.h"
 #include "ui/decisions/places.h"
 #include "ui/decisions/steps.h"
 #include "ui/fonts.h"

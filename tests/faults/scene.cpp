@@ -116,6 +116,20 @@ QString missingAfterRestore(AppModel &model)
                     without(model, "system")});
 }
 
+void proveABrowser(AppModel &model)
+{
+    model.setBrowserReadAllowed(true);
+    toEnd(model.refreshStatus(true));
+    toEnd(model.scanBrowsers());
+    toEnd(model.proveBrowser(QStringLiteral("safari")));
+}
+
+QString missingAfterProof(AppModel &model)
+{
+    const BrowserProof proof = model.browserProofs().value(QStringLiteral("safari"), BrowserProof::Running);
+    return proof == BrowserProof::Running ? QStringLiteral("The test of a browser has no result.") : QString();
+}
+
 void liveADay(AppModel &model)
 {
     toEnd(model.refreshStatus(true));
@@ -135,6 +149,17 @@ QString missingAfterADay(AppModel &model)
                     model.apiMessage().isEmpty() ? QStringLiteral("Nothing was said about the pause.") : QString()});
 }
 
+void report(AppModel &model)
+{
+    toEnd(model.refreshStatus(true));
+    toEnd(model.makeReport());
+}
+
+QString missingAfterReport(AppModel &model)
+{
+    return model.report().isEmpty() ? QStringLiteral("There is no report.") : QString();
+}
+
 } // namespace
 
 const QList<Scene> &scenes()
@@ -145,7 +170,9 @@ const QList<Scene> &scenes()
         {"mending UDP", "running", mendUdp, missingAfterMending},
         {"pointing at Pi-hole", "running", pointAtPihole, missingAfterPointing},
         {"restoring", "protected", restore, missingAfterRestore},
+        {"proving a browser", "protected", proveABrowser, missingAfterProof},
         {"living a day", "protected", liveADay, missingAfterADay},
+        {"making a report", "protected", report, missingAfterReport},
     };
     return all;
 }

@@ -40,6 +40,13 @@ ScrollArea {
     DayBox {
         width: parent.width
     }
+    RepairBox {
+        width: parent.width
+    }
+    ListsBox {
+        width: parent.width
+        toldElsewhere: listsHelp.visible
+    }
     GroupBox {
         width: parent.width
         title: qsTr("Logs")

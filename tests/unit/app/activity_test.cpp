@@ -37,7 +37,7 @@ TEST(ActivityTable, Holds_every_activity_once)
         EXPECT_EQ(&ruleOf(rule.activity), &rule) << rule.words;
         seen |= quint32(rule.activity);
     }
-    EXPECT_EQ(seen + 1, 1U << kActivityRules.size()) << "every bit up to the last activity";
+    EXPECT_EQ(quint64(seen) + 1, quint64(1) << kActivityRules.size()) << "every bit up to the last activity";
 }
 
 TEST(ActivityTable, Excludes_both_ways)
@@ -113,7 +113,8 @@ TEST(CurrentActivities, Publishes_the_known_keys)
                               QStringLiteral("blocking"),  QStringLiteral("services"),   QStringLiteral("applydns"),
                               QStringLiteral("system"),    QStringLiteral("restoredns"), QStringLiteral("browser"),
                               QStringLiteral("container"), QStringLiteral("browsers"),   QStringLiteral("logs"),
-                              QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("rules")};
+                              QStringLiteral("updates"),   QStringLiteral("lists"),      QStringLiteral("browserproof"),
+                              QStringLiteral("rules"),     QStringLiteral("report")};
     EXPECT_EQ(now.busyKeys(), known);
     marks.clear();
     EXPECT_TRUE(now.busyKeys().isEmpty());
