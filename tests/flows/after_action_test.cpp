@@ -98,6 +98,7 @@ TEST_F(TrueTimes, A_new_web_port_ends_in_green_with_counters_and_never_shows_red
 TEST_F(Protected, A_pihole_that_does_not_come_is_told_after_ten_seconds)
 {
     run(model().refreshStatus(true));
+    const auto before = clock.waited();
     Mac::ctl(QStringLiteral("fault dig fail 9"));
     auto restart = model().restartPihole();
     waitFor([this] { return model().starting(); }, "Pi-hole starts");
@@ -105,7 +106,7 @@ TEST_F(Protected, A_pihole_that_does_not_come_is_told_after_ten_seconds)
     EXPECT_FALSE(model().showDeadDNSBanner());
     EXPECT_TEXT(model().statusNote(), kStarting.toStdString());
     run(std::move(restart));
-    EXPECT_EQ(clock.waited(), seconds(10));
+    EXPECT_EQ(clock.waited() - before, seconds(10));
     EXPECT_EQ(model().icon(), MenuIcon::NotAnswering);
     EXPECT_TRUE(model().showDeadDNSBanner());
     EXPECT_TEXT(model().statusNote(), "Its container runs, but Pi-hole does not answer.");
@@ -114,9 +115,10 @@ TEST_F(Protected, A_pihole_that_does_not_come_is_told_after_ten_seconds)
 TEST_F(Protected, A_container_that_does_not_run_is_not_waited_for)
 {
     run(model().refreshStatus(true));
+    const auto before = clock.waited();
     Mac::ctl(QStringLiteral("container stop"));
     run(model().refreshAfterStart());
-    EXPECT_EQ(clock.waited(), seconds(0));
+    EXPECT_EQ(clock.waited() - before, seconds(0));
     EXPECT_EQ(model().icon(), MenuIcon::NotAnswering);
 }
 

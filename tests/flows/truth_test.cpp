@@ -241,7 +241,8 @@ TEST_F(Running, A_client_of_another_age_than_the_engine_is_told)
                                  "Terminal, then try again.";
     EXPECT_TEXT(model().engineProblem(), sentence);
     run(model().restartPihole());
-    EXPECT_TEXT(model().startMessage(), sentence);
+    EXPECT_TEXT(model().startMessage(), "The docker command on this Mac is too old for Colima's Docker. Run \"brew "
+                                        "upgrade docker\" in Terminal, then try again.");
 }
 
 TEST_F(Running, What_docker_said_stands_beside_a_sentence_that_only_points_to_details)

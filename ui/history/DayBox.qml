@@ -33,7 +33,7 @@ GroupBox {
             day: dayView
             room: root.picture
         }
-        BlockedNames {
+        MostBlocked {
             width: root.inner - chart.width - parent.spacing
             day: dayView
         }

@@ -29,18 +29,17 @@ Column {
                 Item {
                     id: line
 
-                    required property string title
-                    required property string detail
+                    required property row row
 
                     width: root.width
                     height: Theme.sized(24)
                     Accessible.role: Accessible.StaticText
-                    Accessible.name: qsTr("%1, blocked %2 times").arg(line.title).arg(line.detail)
+                    Accessible.name: qsTr("%1, blocked %2 times").arg(line.row.title).arg(line.row.detail)
 
                     Text {
                         width: parent.width - number.width - Theme.gap
                         anchors.verticalCenter: parent.verticalCenter
-                        text: line.title
+                        text: line.row.title
                         textFormat: Text.PlainText
                         font: Theme.body
                         color: Theme.text
@@ -51,7 +50,7 @@ Column {
                         id: number
                         anchors.right: parent.right
                         anchors.verticalCenter: parent.verticalCenter
-                        text: line.detail
+                        text: line.row.detail
                         textFormat: Text.PlainText
                         font: Theme.body
                         color: Theme.secondaryText
