@@ -58,8 +58,8 @@ public:
 
     /// Starts the steps; ignored while an operation runs. `onFinish` is called once at the end.
     void start(const QString &title, const CommandSteps &steps, OnFinish onFinish = {});
-    /// Asks the running step to end and starts no further one. The operation ends a little later, and `onFinish` is called
-    /// then. Does nothing while idle.
+    /// Asks the running step to end and starts no further one. The operation ends a little later, and `onFinish` is
+    /// called then. Does nothing while idle.
     Q_INVOKABLE void cancel();
     /// Adds a line of Corvane's own to the log, also while idle.
     void append(const QString &line);
