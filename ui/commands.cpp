@@ -24,6 +24,10 @@ Commands::Commands(AppModel &app, Workspace &workspace)
     connect(app.maintOp(), &OperationRunner::endedChanged, this, [this] {
         if (m_app.maintOp()->ended() && movesPort(m_app.maintOp()->title())) checkPortsAgain();
     });
+    // What a start said of the old port holds no more, unless it met another one too.
+    connect(&app, &AppModel::webPortChanged, this, [this] {
+        if (!dnsPortTaken(m_app.portReports())) forgetTakenPort();
+    });
 }
 
 void Commands::openDashboard() { m_app.openDashboard(); }
@@ -95,12 +99,8 @@ void Commands::changeWebPort(int port) { launch(takeWebPort(port)); }
 QCoro::Task<> Commands::takeWebPort(int port)
 {
     const QPointer<Commands> alive(this);
-    const int before = m_app.webPort();
     co_await m_app.changeWebPort(port);
-    if (!alive) co_return;
-    // What a start said of the old port holds no more, unless it met another one too.
-    if (m_app.webPort() != before && !dnsPortTaken(m_app.portReports())) forgetTakenPort();
-    checkPortsAgain();
+    if (alive) checkPortsAgain();
 }
 
 void Commands::forgetTakenPort()
