@@ -130,8 +130,9 @@ TEST_F(Actions, What_docker_says_about_a_start_stop_or_restart_is_told)
         {"running", "engine stop", "Restart", kNotRunning},
         {"running", "engine stop", "Stop", kNotRunning},
         {"dead", "fault|docker|fail|1|driver failed: port is already allocated|--when|start *", "Start",
-         "A port that Pi-hole needs is already in use. Pick another web port (8081 to 8090) or stop whatever uses port "
-         "53."},
+         "Another container in Colima holds a port that Pi-hole needs. Pick another web port (8081 to 8090), or stop "
+         "that "
+         "container; \"docker ps\" in Terminal shows it."},
         {"dead", "fault|docker|fail|1|permission denied|--when|start *", "Start Pi-hole now",
          "Docker refused access (permission denied). Check that your user can use Colima's Docker socket."},
         {"running", "fault docker vanish", "Stop", "Docker reported an error. Open 'Show details' to read it."},

@@ -133,11 +133,13 @@ TEST_F(Settings, A_new_port_says_how_it_went)
     const char *const diskFull = "The Colima disk is full. Free some space (for example 'docker system prune') or "
                                  "recreate Colima with a bigger disk.";
     EXPECT_TRUE(appears(diskFull));
-    EXPECT_TRUE(appears((std::string("Pi-hole was not recreated on port 8083: ") + diskFull).c_str()));
+    EXPECT_TRUE(appears(
+        (std::string("Pi-hole was not recreated on port 8083: ") + diskFull + " The web port is 8082 again.").c_str()));
     settle();
     mac("fault docker vanish");
     pick("webPortPicker", "8084");
     EXPECT_TRUE(appears("docker was not found."));
+    mac("fault clear");
     QFile::remove(PiholeFiles::compose());
     QDir().mkpath(PiholeFiles::compose());
     pick("webPortPicker", "8085");
