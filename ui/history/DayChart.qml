@@ -71,7 +71,7 @@ Item {
         BodyText {
             objectName: "dayMissing"
             anchors.centerIn: parent
-            anchors.verticalCenterOffset: -10
+            anchors.verticalCenterOffset: -parent.height / 4 // between two lines of the grid
             width: Math.min(implicitWidth, parent.width)
             horizontalAlignment: Text.AlignHCenter
             text: root.day.missing
