@@ -163,6 +163,7 @@ TEST_F(BrowserRules, A_test_of_one_browser_says_what_it_did_and_found)
                                            "DNS, a VPN or a proxy.");
     expectProof("fault open fail", "Google Chrome could not be opened.");
     openWithServers(nullptr);
+    settle();
     model().setAdminPassword(QStringLiteral("not-the-password"));
     click(QStringLiteral("browser_chromeTestButton"));
     EXPECT_TRUE(appears("Pi-hole's log could not be read, so nothing is known about Google Chrome."));
