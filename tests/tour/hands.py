@@ -28,11 +28,18 @@ class Mouse:
         self.program = program
 
     def use(self, name):
-        """Clicks the control as soon as it is enabled."""
-        node = self.program.wait(f"{name} (enabled)", lambda: tree.usable(self.program.control(name)))
+        """Clicks the control as soon as it is enabled and stands still."""
+        node = self.program.wait(f"{name} (enabled)", lambda: self._ready(name))
+        self.click(*tree.box(node).middle())
+
+    def _ready(self, name):
+        """The control, in sight and at rest, if it is still enabled then."""
+        node = tree.usable(self.program.control(name))
+        if not node:
+            return None
         self.show(node)
         self.program.wait(f"{name} to stand still", at_rest(node))
-        self.click(*tree.box(node).middle())
+        return tree.usable(node)
 
     def click(self, x, y, button=1):
         """Clicks at a place."""

@@ -31,7 +31,7 @@ def checks(stage):
 
 def install(stage):
     stage.use("Install Colima and Docker")
-    stage.sees("Finished.")
+    stage.sees("Turning on Colima at login", "Finished.")
     stage.use("Test")
     stage.picture("install")
     tick("Colima and Docker were installed and Docker answers")

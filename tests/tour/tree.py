@@ -64,6 +64,14 @@ def says(node):
         return ""
 
 
+def description(node):
+    """What a screen reader adds to the name."""
+    try:
+        return node.get_description() or ""
+    except GLib.Error:
+        return ""
+
+
 def role(node):
     """What the node is, for example "push button"."""
     try:
@@ -106,8 +114,10 @@ def checked(node):
 
 
 def usable(node):
-    """The node if it is enabled."""
-    return node if node and has(node, Atspi.StateType.ENABLED) else None
+    """The node if it is enabled, which Qt Quick 6.4 tells in the description alone."""
+    if not node or not has(node, Atspi.StateType.ENABLED) or description(node) == "Not available now":
+        return None
+    return node
 
 
 class Box:
