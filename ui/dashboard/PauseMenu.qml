@@ -5,14 +5,23 @@ import Corvane
 PushButton {
     id: root
 
+    property bool byKeys: false
+
     text: qsTr("Pause for...")
     Accessible.role: Accessible.ButtonMenu
-    onClicked: menu.popup(root, 0, root.height + 3)
+    onClicked: {
+        root.byKeys = root.visualFocus;
+        menu.popup(root, 0, root.height + 3);
+    }
 
     ChoiceMenu {
         id: menu
         objectName: "pauseMenu"
         label: root.text
+        onClosed: {
+            if (root.byKeys)
+                root.forceActiveFocus(Qt.TabFocusReason);
+        }
         implicitWidth: Theme.sized(190)
 
         TextMenuItem {

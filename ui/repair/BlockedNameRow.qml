@@ -7,6 +7,7 @@ ListedRow {
     id: root
 
     required property row row
+    property Item heir: null
 
     RowLayout {
         width: root.width
@@ -20,6 +21,7 @@ ListedRow {
         PushButton {
             objectName: "allowHour"
             visible: root.row.enabled
+            heir: root.heir
             text: qsTr("Allow 1 hour")
             Accessible.name: qsTr("Allow %1 for 1 hour").arg(root.row.title)
             onClicked: Commands.allow(root.row.id, false)
@@ -27,6 +29,7 @@ ListedRow {
         PushButton {
             objectName: "allowAlways"
             visible: root.row.enabled
+            heir: root.heir
             text: qsTr("Always")
             Accessible.name: qsTr("Allow %1 always").arg(root.row.title)
             onClicked: Commands.allow(root.row.id, true)

@@ -7,13 +7,16 @@ Column {
 
     required property RowList rows
     required property string more
+    property Item heir: null
 
     spacing: Theme.gap
 
     Repeater {
         model: root.rows
 
-        BlockedNameRow {}
+        BlockedNameRow {
+            heir: root.heir
+        }
     }
     NoteText {
         width: root.width

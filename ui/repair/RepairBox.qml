@@ -21,6 +21,7 @@ GroupBox {
             : qsTr("See which names Pi-hole blocks while the page loads, and allow the one that it needs.")
     }
     PushButton {
+        id: watch
         objectName: "repairSwitch"
         text: App.repair.watching ? qsTr("Done") : qsTr("Show what is blocked")
         onClicked: Commands.watchBlocked(!App.repair.watching)
@@ -41,6 +42,7 @@ GroupBox {
             id: undo
             objectName: "repairUndo"
             visible: App.repair.undoName.length > 0
+            heir: watch
             text: qsTr("Undo")
             Accessible.name: qsTr("Undo: block %1 again").arg(App.repair.undoName)
             onClicked: Commands.takeBack(App.repair.undoName)
@@ -61,6 +63,7 @@ GroupBox {
             width: parent.width
             rows: looks.newNames
             more: looks.moreNew
+            heir: undo
         }
         Disclosure {
             objectName: "olderNames"
@@ -74,6 +77,7 @@ GroupBox {
                 width: parent.width
                 rows: looks.olderNames
                 more: looks.moreOlder
+                heir: undo
             }
         }
     }

@@ -7,6 +7,8 @@ T.Button {
     id: root
 
     property bool prominent: false
+    /// Who takes the keys when this button goes while it has them.
+    property Item heir: null
 
     readonly property color inked: root.prominent ? Theme.accentText : Theme.text
 
@@ -25,6 +27,11 @@ T.Button {
     Accessible.onPressAction: if (root.enabled) root.clicked()
     Keys.onReturnPressed: event => root.pressByKey(event)
     Keys.onEnterPressed: event => root.pressByKey(event)
+
+    onVisibleChanged: {
+        if (!root.visible && root.activeFocus && root.heir)
+            root.heir.forceActiveFocus(Qt.TabFocusReason);
+    }
 
     // A key that is held down presses once.
     function pressByKey(event: KeyEvent) {
