@@ -3,6 +3,7 @@
 import sys
 import time
 
+import hands
 import tree
 from screen import NotOnScreen
 from stage import Stage, failed
@@ -10,9 +11,9 @@ from stage import Stage, failed
 
 def play(scenes):
     """Plays the scenes one after another, also when one fails, or only those that are named; ends with 1 when something was not seen."""
-    _by, command, folder, *only = sys.argv[1:]
+    by, command, folder, *only = sys.argv[1:]
     tree.start_accessibility()
-    stage = Stage(command, folder)
+    stage = Stage(command, folder, hands.Keyboard if by == "keyboard" else hands.Mouse)
     scenes = [scene for scene in scenes if not only or scene.__name__ in only]
     failures = [scene.__name__ for scene in scenes if not _plays(stage, scene)]
     print(f"  {stage.count} pictures in {folder}")
