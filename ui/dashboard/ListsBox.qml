@@ -44,11 +44,12 @@ GroupBox {
             text: App.listRun.progress
         }
     }
-    MessageText {
+    NoteBeside {
+        id: verdict
         objectName: "listsVerdict"
+        about: "lists"
         width: parent.width
-        text: root.toldElsewhere || Looks.loadingLists ? "" : App.notes["lists"] ?? ""
-        color: Theme.text
+        text: root.toldElsewhere || Looks.loadingLists ? "" : App.notes[verdict.about] ?? ""
     }
     Disclosure {
         objectName: "listsLog"

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Corvane
 
@@ -53,7 +55,7 @@ Item {
         onWalked: slot => Commands.say(root.day.slotText(slot))
         Accessible.role: Accessible.Graphic
         Accessible.name: qsTr("The last 24 hours")
-        Accessible.description: [root.day.text, root.day.protection, qsTr("Arrow keys walk through it.")].join(" ")
+        Accessible.description: qsTr("%1 %2 Arrow keys walk through it.").arg(root.day.text).arg(root.day.protection)
         Accessible.focusable: true
 
         Rectangle {

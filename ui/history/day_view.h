@@ -48,7 +48,7 @@ class DayView : public QObject {
     /// What is left out, and what is not as it should be.
     Q_PROPERTY(QString leftOut READ leftOut NOTIFY changed)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
-    Q_PROPERTY(qint64 top READ top NOTIFY changed)
+    Q_PROPERTY(double top READ top NOTIFY changed)
     /// The states that occur, as the legend names them.
     Q_PROPERTY(QList<corvane::BandMeaning> meanings READ meanings NOTIFY meaningsChanged)
     Q_PROPERTY(corvane::RowList *names READ names CONSTANT)
@@ -66,7 +66,7 @@ public:
     [[nodiscard]] QString missing() const;
     [[nodiscard]] QString leftOut() const;
     [[nodiscard]] QString trouble() const;
-    [[nodiscard]] qint64 top() const { return axisTop(m_bars); }
+    [[nodiscard]] double top() const { return static_cast<double>(axisTop(m_bars)); }
     [[nodiscard]] const QList<BandMeaning> &meanings() const { return m_meanings; }
     [[nodiscard]] RowList *names() { return &m_names; }
     [[nodiscard]] QString missingNames() const;
