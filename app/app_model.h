@@ -10,6 +10,7 @@
 #include "app/launch.h"
 #include "app/left_version.h"
 #include "app/list_run.h"
+#include "app/new_password.h"
 #include "app/pause.h"
 #include "app/pause_length.h"
 #include "app/place.h"
@@ -260,6 +261,7 @@ private:
     [[nodiscard]] QCoro::Task<> startColimaWithoutService();
     [[nodiscard]] QCoro::Task<bool> piholeCanStart();
     [[nodiscard]] QCoro::Task<bool> startContainer(QString password);
+    [[nodiscard]] QCoro::Task<bool> keepPassword(QString password);
 
     // `run` belongs to the flow that waits.
     void showPiholeCheck(int row, bool passed, const QString &detail);
@@ -312,6 +314,7 @@ private:
     CurrentActivities m_activities;
     Pause m_pause{m_settings};
     LeftVersion m_left{m_settings};
+    NewPassword m_newPassword{m_settings};
     /// What pin, port and files were last compared with.
     std::optional<ContainerState> m_compared;
     std::optional<qint64> m_listsRun;

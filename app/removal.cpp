@@ -126,6 +126,7 @@ void AppModel::forgetPihole()
     setTcpWorks(false);
     setGrpcFlagSupported(false);
     m_left.forget();
+    m_newPassword.end();
     m_compared.reset();
     setWayBack({});
     setNote(QStringLiteral("version"), {});

@@ -209,13 +209,8 @@ QCoro::Task<bool> AppModel::startContainer(QString password)
         setNotice(QStringLiteral("docker was not found."));
         co_return false;
     }
-    const bool saved = co_await savePassword(password);
-    if (!alive) co_return false;
-    if (!saved) {
-        setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
-        co_return false;
-    }
-    takePassword(*this, password);
+    const bool kept = co_await keepPassword(password);
+    if (!alive || !kept) co_return false;
     const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), password);
     if (!alive) co_return false;
     if (!written) {
@@ -228,6 +223,23 @@ QCoro::Task<bool> AppModel::startContainer(QString password)
     // Who holds the port is read with the checks.
     if (m_startOp.failureSummary() == DockerCLI::kPortInUse) launch(runSystemChecks());
     co_return started;
+}
+
+/// From now on this is the password; whether the keychain took it.
+QCoro::Task<bool> AppModel::keepPassword(QString password)
+{
+    const QPointer<AppModel> alive(this);
+    const bool wasOnItsWay = m_newPassword.isOnItsWay();
+    m_newPassword.begin(); // first: whoever is cut off from here on is told
+    const bool saved = co_await savePassword(password);
+    if (!alive) co_return false;
+    if (saved) {
+        takePassword(*this, password);
+        co_return true;
+    }
+    if (!wasOnItsWay) m_newPassword.end();
+    setStartMessage(QStringLiteral("The password could not be saved in the Keychain."));
+    co_return false;
 }
 
 } // namespace corvane

@@ -22,6 +22,9 @@ QCoro::Task<bool> mayAnswer(ContainerState container)
     const MachinePort port = co_await MachinePort::ask();
     co_return port.holder() != MachinePort::Holder::NameService;
 }
+const QString kNotMadeAnew =
+    QStringLiteral("Corvane has a newer admin password than Pi-hole: the start that was to bring it "
+                   "did not come to its end. Press 'Start Pi-hole' in step 4 of the wizard.");
 constexpr std::chrono::seconds kStartPatience{10};
 constexpr std::chrono::seconds kBetweenLooks{1};
 
@@ -149,6 +152,7 @@ QCoro::Task<> AppModel::refreshStats()
     }
     setBlocking(*state);
     tellApi({}, std::nullopt);
+    m_newPassword.end();
     co_await keepPauseShort();
     if (alive) co_await keepBrowserRule();
 }
@@ -157,7 +161,9 @@ QCoro::Task<> AppModel::refreshStats()
 void AppModel::tellApi(const QString &about, const std::optional<PiholeAPIError> &error)
 {
     setApiMessage(error ? about + error->description() : about);
-    setNote(QStringLiteral("api"), error ? error->advice() : QString());
+    const bool refused = error && error->kind() == PiholeAPIError::Kind::Unauthorized;
+    const QString advice = error ? error->advice() : QString();
+    setNote(QStringLiteral("api"), refused && m_newPassword.isOnItsWay() ? kNotMadeAnew : advice);
 }
 
 } // namespace corvane
