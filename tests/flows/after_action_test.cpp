@@ -63,6 +63,13 @@ TEST_F(TrueTimes, A_restart_ends_in_green_with_counters_and_never_shows_red)
     EXPECT_TRUE(shown.notes().contains(kStarting));
 }
 
+TEST_F(TrueTimes, A_pause_of_five_minutes_has_less_than_five_left_at_once)
+{
+    run(model().pauseBlocking(PauseLength::FiveMinutes));
+    ASSERT_TRUE(model().blocking() && model().blocking()->timerSeconds);
+    EXPECT_LT(*model().blocking()->timerSeconds, 300);
+}
+
 TEST_F(TrueTimes, A_start_ends_in_green_with_counters)
 {
     run(model().stopPihole());
