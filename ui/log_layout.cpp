@@ -98,8 +98,8 @@ LogLayout::Place within(const QStringList &lines, LogLayout::Place place)
 QString drawable(QStringView text)
 {
     QString shown = text.toString();
-    for (QChar &sign : shown) {
-        if (sign.category() == QChar::Other_Control) sign = u' ';
+    for (QChar &character : shown) {
+        if (character.category() == QChar::Other_Control) character = u' ';
     }
     return shown;
 }

@@ -17,18 +17,18 @@ constexpr int kRowsPerWheelStep = 3;
 constexpr double kWheelStep = 120;
 constexpr int kDragInterval = 40; // milliseconds between two steps while the mouse drags beyond an edge
 
-bool isWordSign(QChar sign) { return sign.isLetterOrNumber() || sign == u'_'; }
+bool isWordCharacter(QChar character) { return character.isLetterOrNumber() || character == u'_'; }
 
 int wordStart(const QString &line, int column)
 {
-    while (column > 0 && isWordSign(line.at(column - 1)))
+    while (column > 0 && isWordCharacter(line.at(column - 1)))
         --column;
     return column;
 }
 
 int wordEnd(const QString &line, int column)
 {
-    while (column < line.size() && isWordSign(line.at(column)))
+    while (column < line.size() && isWordCharacter(line.at(column)))
         ++column;
     return column;
 }

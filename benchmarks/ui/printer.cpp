@@ -60,9 +60,9 @@ void printLog(int lines, int perSecond)
 std::int64_t madeAt(QStringView line)
 {
     std::int64_t moment = 0;
-    for (const QChar sign : line) {
-        if (!sign.isDigit()) break;
-        moment = moment * 10 + sign.digitValue();
+    for (const QChar character : line) {
+        if (!character.isDigit()) break;
+        moment = moment * 10 + character.digitValue();
     }
     return moment;
 }

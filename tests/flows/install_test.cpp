@@ -226,8 +226,8 @@ TEST(GeneratedPassword, Has_sixteen_signs_and_no_look_alikes)
 {
     const QString password = AppModel::generatePassword();
     EXPECT_EQ(password.size(), 16);
-    for (const QChar sign : QStringLiteral("loIO01"))
-        EXPECT_FALSE(password.contains(sign));
+    for (const QChar character : QStringLiteral("loIO01"))
+        EXPECT_FALSE(password.contains(character));
     EXPECT_NE(password, AppModel::generatePassword());
 }
 

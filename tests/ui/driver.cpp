@@ -91,8 +91,8 @@ void Driver::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 
 void Driver::type(const QString &text)
 {
-    for (const QChar sign : text)
-        QTest::keyClick(window(), sign.toLatin1());
+    for (const QChar character : text)
+        QTest::keyClick(window(), character.toLatin1());
     QTest::qWait(5);
 }
 

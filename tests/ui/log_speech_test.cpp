@@ -172,9 +172,9 @@ TEST_F(LogSpeech, The_caret_and_the_selection_are_told_and_can_be_set)
 TEST_F(LogSpeech, A_place_on_the_screen_is_a_place_in_the_text)
 {
     openLog(kLines);
-    const QRect sign = m_text->characterRect(13);
-    EXPECT_TRUE(m_spoken->rect().contains(sign));
-    EXPECT_EQ(m_text->offsetAtPoint(sign.center() - QPoint(sign.width() / 3, 0)), 13);
+    const QRect character = m_text->characterRect(13);
+    EXPECT_TRUE(m_spoken->rect().contains(character));
+    EXPECT_EQ(m_text->offsetAtPoint(character.center() - QPoint(character.width() / 3, 0)), 13);
     m_log->setText(logLines(300).join(u'\n'));
     m_text->scrollToSubstring(0, 1);
     EXPECT_EQ(m_log->position(), 0);
