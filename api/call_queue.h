@@ -14,7 +14,7 @@ public:
     ~CallQueue() { close(); }
     Q_DISABLE_COPY_MOVE(CallQueue)
 
-    /// True when it is the caller's turn, who then leaves exactly once; false when the queue has closed.
+    /// True when it is the caller's turn (it then calls leave() exactly once); false when the queue is closed.
     [[nodiscard]] QFuture<bool> enter();
     void leave();
     /// Sends everybody who waits away, and whoever comes later.

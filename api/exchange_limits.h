@@ -10,7 +10,7 @@ namespace corvane {
 struct ExchangeLimits {
     /// Without a sign of life for this long, an exchange is given up.
     std::chrono::milliseconds inactivity{8'000};
-    /// The same for the plain question whether the admin page answers.
+    /// The same for webAnswers().
     std::chrono::milliseconds pageInactivity{5'000};
     /// No exchange lasts longer, however lively.
     std::chrono::milliseconds whole{30'000};

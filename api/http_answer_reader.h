@@ -18,7 +18,7 @@ public:
     {}
 
     State feed(const QByteArray &bytes);
-    /// The connection has ended: whole for an answer that goes on until then, cut off for any other.
+    /// The connection has ended. That completes an answer without a length; any other is cut off.
     State finish();
 
     [[nodiscard]] State state() const { return m_state; }

@@ -35,7 +35,7 @@ enum class HttpFailure { Unreachable, TooLarge };
 
 using HttpOutcome = std::expected<HttpAnswer, HttpFailure>;
 
-/// What goes out before the body.
+/// The request line and the headers, with the blank line.
 [[nodiscard]] QByteArray headOf(const HttpRequest &request);
 
 } // namespace corvane

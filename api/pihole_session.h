@@ -29,7 +29,7 @@ struct PiholeRequest {
     std::function<void(const QByteArray &)> heard = nullptr;
 };
 
-/// Where Pi-hole is and how it is entered.
+/// Pi-hole's port and admin password.
 struct PiholeAccess {
     int port = 0;
     /// Absent while nobody knows it yet.

@@ -40,7 +40,7 @@ void AppModel::setFollowing(bool follow)
     } else if (!m_followOp.running()) {
         this->follow();
     }
-    // A follower that is still being cancelled starts anew when it has ended.
+    // One that is still being cancelled is started again by onFollowerEnded().
 }
 
 void AppModel::follow()

@@ -12,8 +12,8 @@ namespace corvane {
 /// The numbers of a tag, for comparing element by element. A number too large to hold counts as the largest.
 [[nodiscard]] QList<qint64> versionParts(const QString &tag);
 
-/// Whether `tag` is another one than `other` and does not come before it; so another spelling of the same numbers
-/// counts as newer.
+/// Whether the tags differ and `tag` does not sort before `other`. Another spelling of the same numbers ("2026.9.0",
+/// "2026.09.0") counts as newer.
 [[nodiscard]] bool isNewer(const QString &tag, const QString &other);
 
 } // namespace corvane

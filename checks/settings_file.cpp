@@ -24,7 +24,7 @@ std::optional<qint64> sizeOf(int descriptor)
 
 std::optional<QByteArray> readSettingsFile(const QString &path)
 {
-    // Opening a pipe or a terminal must neither wait nor take it over; what it is shows once it is open.
+    // The path may be a pipe or a terminal: opening it must not wait. What it is gets checked below.
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (descriptor < 0) return std::nullopt;
 

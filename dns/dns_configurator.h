@@ -39,7 +39,7 @@ public:
     /// Looks the name up the way every program on this Mac does; whether the lookup gave an address.
     [[nodiscard]] static QCoro::Task<bool> systemResolve(QString name);
 
-    // Changing. The caller saves the backup first. An answer is the reason of a failure, as a sentence for the user.
+    // Changing. The caller saves the backup first. They return nothing on success, or a sentence for the user.
 
     /// Keeps the servers of services that are about to be changed; read those again first that are not known.
     [[nodiscard]] static std::expected<void, QString> saveBackup(const QList<NetworkService> &services);

@@ -28,7 +28,7 @@ void OperationRunner::start(const QString &title, const CommandSteps &steps, OnF
     runSteps(this, steps, std::move(onFinish));
 }
 
-// A member would read the runner through `this` after it died; here every use goes through a pointer that knows.
+// No member: it would use `this` after the runner was deleted. Here every access goes through a QPointer.
 QCoro::Task<> OperationRunner::runSteps(OperationRunner *self, CommandSteps steps, OnFinish onFinish)
 {
     const QPointer<OperationRunner> runner(self);

@@ -22,7 +22,7 @@ constexpr qint64 kLongest = 64 << 10; // bytes; both files are far shorter
 
 bool mayStandInTimeZone(QChar c) { return c.isLetter() || c.isDigit() || QStringView(u"/_+-").contains(c); }
 
-/// A file that nobody but its owner can read, from its first byte on; gone again unless it was kept.
+/// Creates a file with mode 0600, and removes it again unless keep() is called.
 class SecretFile {
 public:
     explicit SecretFile(const QString &path)
@@ -77,7 +77,7 @@ QByteArray environmentText(const QString &password)
 
 std::expected<void, QString> writeSecret(const QString &path, const QByteArray &content)
 {
-    // A failure shows below: the old file is then in the way.
+    // If this fails, O_EXCL fails below, because the old file is still there.
     QFile::remove(path);
 
     SecretFile file(path);

@@ -48,8 +48,8 @@ private:
 /// The nearest place that the lines have.
 [[nodiscard]] LogLayout::Place within(const QStringList &lines, LogLayout::Place place);
 
-/// The text of a row as it is drawn: signs that have no picture become blanks, so that a sign is one column
-/// wide; those of East Asian scripts, which are wider, stand closer than they are drawn.
+/// The text of a row as it is drawn: control characters become spaces. Every character takes one column, so those of
+/// East Asian scripts, which are wider, overlap.
 [[nodiscard]] QString drawable(QStringView text);
 
 } // namespace corvane

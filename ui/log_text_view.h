@@ -80,7 +80,7 @@ Q_SIGNALS:
     void colorsChanged();
     void scrolled();
     void contentChanged();
-    /// As OperationRunner tells it; -1 removed when all lines are others.
+    /// Like OperationRunner::linesChanged; removed is -1 when the whole text was replaced.
     void linesMoved(int removed, int appended);
     void selectionChanged();
 

@@ -34,7 +34,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, loadingLists)
     /// The container is being started, stopped or restarted.
     CORVANE_DERIVED(Looks, bool, controlling)
-    /// Colima is being started for Pi-hole, or could not be.
+    /// A start of Colima from the dashboard is running or has failed.
     CORVANE_DERIVED(Looks, bool, startingColima)
     /// The last operation of maintenance moved Pi-hole to another port.
     CORVANE_DERIVED(Looks, bool, movesPort)

@@ -65,7 +65,7 @@ public:
 [[nodiscard]] QString dockerHint(const Outcomes &outcomes, bool hasDocker);
 /// What the system DNS test proved; empty before its first run.
 [[nodiscard]] QString systemVerdict(const Outcomes &outcomes);
-/// What else is to be known about the servers after the Mac DNS test; empty before it, when any servers will do.
+/// The resolver's warnings; empty until the test of this Mac's DNS has run.
 [[nodiscard]] QString resolverWarning(const std::optional<ResolverReport> &report, const Outcomes &outcomes);
 
 } // namespace corvane

@@ -45,7 +45,7 @@ Flickable {
             root.scrollTo(top - root.padding >= root.lowest ? root.lowest : Math.min(top - root.padding, bottom + root.padding - root.height));
     }
 
-    // Scrolls down to what has just come, as far as what has the focus stays in sight.
+    // Scrolls down to what has appeared, but keeps the focused item visible.
     function bringUp(item: Item) {
         const focused = root.Window.window ? root.Window.window.activeFocusItem : null;
         let place = item.mapToItem(root.contentItem, 0, 0).y + item.height + root.padding - root.height;
