@@ -3,10 +3,8 @@
 #include "api/pihole_api.h"
 #include "app/app_state.h"
 #include "app/browser_rule_keeper.h"
-#include "app/clock.h"
 #include "app/current_activities.h"
 #include "app/day_keeper.h"
-#include "app/dialogs.h"
 #include "app/launch.h"
 #include "app/left_version.h"
 #include "app/list_run.h"
@@ -15,26 +13,13 @@
 #include "app/pause_length.h"
 #include "app/place.h"
 #include "app/repair.h"
+#include "app/surroundings.h"
 #include "exec/operation_runner.h"
-#include "platform/login_item.h"
-#include "platform/workspace.h"
 #include "runtime/deployed_container.h"
 
 #include <QCoro/QCoroTask>
-#include <QUrl>
 
 namespace corvane {
-
-/// What the model asks of the world around it, apart from the programs it runs. All of it outlives the model.
-struct Surroundings {
-    SettingsStore &settings;
-    Dialogs &dialogs;
-    Workspace &workspace;
-    LoginItem &loginItem;
-    Clock &clock;
-    /// The address of the release feed of the Pi-hole image.
-    QUrl releaseFeed;
-};
 
 /// The one observable state behind every screen, with the flows that change it.
 ///
