@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoro/QCoroTask>
+#include <QDateTime>
 #include <QObject>
 
 #include <chrono>
@@ -21,6 +22,8 @@ public:
     virtual ~Clock() = default;
 
     [[nodiscard]] virtual Instant now() const = 0;
+    /// What a clock on the wall shows. It goes on while the Mac sleeps, and somebody may set it.
+    [[nodiscard]] virtual QDateTime wallTime() const = 0;
     /// Resumes after the time has passed, or at once when the clock goes away.
     [[nodiscard]] virtual QCoro::Task<> pause(Duration time) = 0;
 };
@@ -34,6 +37,7 @@ public:
     ~SystemClock() override;
 
     [[nodiscard]] Instant now() const override { return std::chrono::steady_clock::now(); }
+    [[nodiscard]] QDateTime wallTime() const override { return QDateTime::currentDateTime(); }
     [[nodiscard]] QCoro::Task<> pause(Duration time) override;
 
 private:
