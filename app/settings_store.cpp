@@ -13,7 +13,10 @@ public:
     void setValue(const QString &key, const QVariant &value) override { platform::setUserSetting(key, value); }
 };
 
-/// A stored boolean; text stores keep it as a word.
+} // namespace
+
+std::unique_ptr<SettingsStore> systemSettingsStore() { return std::make_unique<SystemStore>(); }
+
 bool storedBool(const SettingsStore &store, const QString &key, bool otherwise)
 {
     const QVariant value = store.value(key);
@@ -23,10 +26,6 @@ bool storedBool(const SettingsStore &store, const QString &key, bool otherwise)
     if (word == QLatin1String("true")) return true;
     return word == QLatin1String("false") ? false : otherwise;
 }
-
-} // namespace
-
-std::unique_ptr<SettingsStore> systemSettingsStore() { return std::make_unique<SystemStore>(); }
 
 PersistedSettings PersistedSettings::load(const SettingsStore &store)
 {

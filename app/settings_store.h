@@ -20,6 +20,9 @@ public:
 /// The store of this user on this system.
 [[nodiscard]] std::unique_ptr<SettingsStore> systemSettingsStore();
 
+/// A stored boolean; text stores keep it as a word. What is none gives the other value.
+[[nodiscard]] bool storedBool(const SettingsStore &store, const QString &key, bool otherwise);
+
 /// The five settings that outlive the program, as they were read at its start.
 struct PersistedSettings {
     static constexpr int kDefaultWebPort = 8080;
