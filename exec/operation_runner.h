@@ -42,6 +42,8 @@ public:
     [[nodiscard]] bool succeeded() const { return m_succeeded; }
     /// Has run and runs no more.
     [[nodiscard]] bool ended() const { return !m_running && !m_title.isEmpty(); }
+    /// Ended because somebody cancelled it.
+    [[nodiscard]] bool cancelled() const { return ended() && !m_succeeded && m_cancelRequested; }
     [[nodiscard]] const std::optional<QString> &failureSummary() const { return m_failureSummary; }
     [[nodiscard]] QString failureText() const { return m_failureSummary.value_or(QString()); }
     /// What is known of the cause of the last failure; nothing before one, or when it is not sure.
