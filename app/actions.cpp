@@ -23,6 +23,7 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
 {
     if (!mayBegin(Activity::StartContainer, &AppModel::setStartMessage)) co_return;
     const ActivityMark mark(m_activities, Activity::StartContainer);
+    m_comeback.setStoppedByUser(false);
     setStartPlace(from);
     tellStart({}, {});
     co_await refreshTools();
@@ -42,10 +43,12 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
     }
     const bool started = co_await perform(&m_maintOp, kStartingColima, steps);
     if (!mark.stands()) co_return;
-    if (started)
+    if (started) {
         co_await finishStart();
-    else
-        setNotice(QStringLiteral("Colima did not start. See the log."));
+        co_return;
+    }
+    if (m_maintOp.cancelled()) m_comeback.giveUp();
+    setNotice(QStringLiteral("Colima did not start. See the log."));
 }
 
 QCoro::Task<> AppModel::finishStart()
@@ -98,6 +101,7 @@ QCoro::Task<> AppModel::control(Activity activity, QString verb, Place::Name fro
 {
     if (!mayBegin(activity, &AppModel::setStartMessage)) co_return;
     const ActivityMark mark(m_activities, activity);
+    m_comeback.setStoppedByUser(activity == Activity::StopContainer);
     setStartPlace(from);
     tellStart({}, {});
     const QStringList command{verb, QStringLiteral("pihole")};

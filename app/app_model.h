@@ -3,6 +3,7 @@
 #include "api/pihole_api.h"
 #include "app/app_state.h"
 #include "app/browser_rule_keeper.h"
+#include "app/comeback.h"
 #include "app/current_activities.h"
 #include "app/day_keeper.h"
 #include "app/launch.h"
@@ -35,6 +36,7 @@ class AppModel : public corvane::AppState {
     Q_PROPERTY(corvane::OperationRunner *followOp READ followOp CONSTANT)
     Q_PROPERTY(corvane::ListRun *listRun READ listRun CONSTANT)
     Q_PROPERTY(corvane::Repair *repair READ repair CONSTANT)
+    Q_PROPERTY(corvane::Comeback *comeback READ comeback CONSTANT)
 
 public:
     static constexpr int kStepCount = 8;
@@ -204,6 +206,7 @@ public:
     [[nodiscard]] OperationRunner *followOp() { return &m_followOp; }
     [[nodiscard]] ListRun *listRun() { return &m_listRun; }
     [[nodiscard]] Repair *repair() { return &m_repair; }
+    [[nodiscard]] Comeback *comeback() { return &m_comeback; }
     /// Whether a set-up or maintenance operation is under way; following the log is none.
     [[nodiscard]] bool operationRunning() const;
 
@@ -219,6 +222,9 @@ private:
     [[nodiscard]] QCoro::Task<> poll();
     void followListsRun();
     [[nodiscard]] QCoro::Task<> look(bool includeStats);
+    void followOutage(bool undisturbed);
+    [[nodiscard]] QCoro::Task<> comeBack();
+    [[nodiscard]] QCoro::Task<> tryToComeBack();
     void noteProtection();
     [[nodiscard]] QCoro::Task<> readHistory(bool withCounters);
     [[nodiscard]] QCoro::Task<> readTopBlocked(bool counted, bool newest);
@@ -300,6 +306,7 @@ private:
     Pause m_pause{m_settings};
     LeftVersion m_left{m_settings};
     NewPassword m_newPassword{m_settings};
+    Comeback m_comeback{m_settings, m_clock};
     /// What pin, port and files were last compared with.
     std::optional<ContainerState> m_compared;
     std::optional<qint64> m_listsRun;

@@ -61,6 +61,7 @@ QCoro::Task<> AppModel::removePihole()
     if (!mark.stands() || !accepted) co_return;
 
     mark.agreed();
+    m_comeback.setStoppedByUser(true);
     setNotice({});
     const DNSRestore restored = co_await DNSConfigurator::restoreForRemoval();
     if (!mark.stands()) co_return;

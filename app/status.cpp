@@ -50,6 +50,8 @@ QCoro::Task<> AppModel::refreshStatus(bool includeStats)
 QCoro::Task<> AppModel::look(bool includeStats)
 {
     const QPointer<AppModel> alive(this);
+    const int changes = m_activities.changesBegun();
+    const bool free = m_activities.mayBegin(Activity::StartContainer);
     const ContainerState container = co_await PiholeController::containerState();
     if (!alive) co_return;
     setContainerState(container);
@@ -68,6 +70,7 @@ QCoro::Task<> AppModel::look(bool includeStats)
     const bool onlyOld = trouble == DnsTrouble::None && m_oldAnswers > 1;
     if (fromPihole) m_day.countOwn();
     publishLook(fromPihole, onlyOld ? DnsTrouble::OldAnswers : trouble, report);
+    followOutage(free && changes == m_activities.changesBegun());
 
     if (!answering()) {
         setSummary(std::nullopt);
