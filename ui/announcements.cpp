@@ -41,6 +41,7 @@ void Announcements::followMessages()
     follow(&AppModel::apiMessageChanged, &AppModel::apiMessage);
     follow(&AppModel::dnsMessageChanged, &AppModel::dnsMessage);
     follow(&AppModel::updateMessageChanged, &AppModel::updateMessage);
+    connect(m_app.comeback(), &Comeback::newsChanged, this, [this] { say(m_app.comeback()->news()); });
     connect(m_app.repair(), &Repair::messageChanged, this, [this] { say(m_app.repair()->message()); });
     connect(&m_app, &AppModel::notesChanged, this, [this] {
         const QString lists = m_app.notes().value(QStringLiteral("lists")).toString();

@@ -45,7 +45,13 @@ void Commands::watchBlocked(bool on)
 
 void Commands::allow(const QString &name, bool forGood) { launch(m_app.repair()->allow(name, forGood)); }
 void Commands::takeBack(const QString &name) { launch(m_app.repair()->takeBack(name)); }
-void Commands::startPiholeNow(Place::Name from) { launch(m_app.startPiholeNow(from)); }
+
+void Commands::startPiholeNow(Place::Name from)
+{
+    if (from == Place::Banner) m_app.comeback()->setBannerHasStarted(true);
+    launch(m_app.startPiholeNow(from));
+}
+
 void Commands::stopPihole() { launch(m_app.stopPihole()); }
 void Commands::restartPihole() { launch(m_app.restartPihole()); }
 void Commands::toggleStartStop() { launch(m_app.toggleStartStop()); }
@@ -166,6 +172,7 @@ void Commands::bringBack() { launch(m_app.bringBack()); }
 void Commands::exportBackup() { launch(m_app.exportBackup()); }
 void Commands::importBackup() { launch(m_app.importBackup()); }
 void Commands::setLaunchAtLogin(bool on) { m_app.setLaunchAtLogin(on); }
+void Commands::setStartsAgain(bool on) { m_app.comeback()->setStartsAgain(on); }
 void Commands::removePihole() { launch(m_app.removePihole()); }
 
 void Commands::copy(const QString &text)

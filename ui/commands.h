@@ -78,6 +78,7 @@ public:
     Q_INVOKABLE void exportBackup();
     Q_INVOKABLE void importBackup();
     Q_INVOKABLE void setLaunchAtLogin(bool on);
+    Q_INVOKABLE void setStartsAgain(bool on);
     Q_INVOKABLE void removePihole();
     Q_INVOKABLE void makeReport();
     Q_INVOKABLE void saveReport();

@@ -52,6 +52,13 @@ struct RepairInViews {
     QML_UNCREATABLE("The model has one.")
 };
 
+struct ComebackInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::Comeback)
+    QML_NAMED_ELEMENT(Comeback)
+    QML_UNCREATABLE("The model has one.")
+};
+
 struct ListRunInViews {
     Q_GADGET
     QML_FOREIGN(corvane::ListRun)

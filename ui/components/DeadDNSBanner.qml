@@ -72,6 +72,15 @@ Rectangle {
                 onClicked: Commands.hideBanner()
             }
         }
+        ComebackNews {
+            objectName: "bannerComebackNews"
+            Layout.fillWidth: true
+        }
+        StartsAgain {
+            objectName: "bannerStartsAgain"
+            Layout.fillWidth: true
+            visible: App.comeback.bannerHasStarted
+        }
         Disclosure {
             id: details
             objectName: "bannerDetails"

@@ -21,6 +21,10 @@ ScrollArea {
             StatusNote {
                 width: parent.width
             }
+            ComebackNews {
+                width: parent.width
+                visible: text.length > 0 && !App.showDeadDNSBanner
+            }
             ListsHelp {
                 id: listsHelp
                 width: parent.width

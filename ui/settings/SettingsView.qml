@@ -55,6 +55,17 @@ ColumnLayout {
                 own: Looks.changesAutostart
                 passing: true
             }
+            Divider {
+                width: parent.width
+            }
+            StartsAgain {
+                objectName: "startsAgainSwitch"
+                width: parent.width
+            }
+            ComebackHistory {
+                objectName: "comebackHistoryBox"
+                width: parent.width
+            }
         }
         GroupBox {
             width: parent.width
