@@ -58,5 +58,26 @@ def lists(stage):
     stage.picture("lists-failed")
 
 
+def comes_back(stage):
+    """Colima dies, and Pi-hole comes back by itself; after a stop by the user it does not."""
+    stage.begin("dead")
+    stage.dashboard()
+    stage.use("Start Pi-hole now")
+    stage.sees("Pi-hole is answering and this Mac uses it")
+    ctl("engine", "stop")
+    stage.sees("Start Pi-hole now")
+    stage.use("Start Pi-hole again when it stops unasked")
+    stage.switched("Start Pi-hole again when it stops unasked", True)
+    stage.sees_start("Pi-hole does not run. Corvane starts it again within 10 seconds")
+    stage.picture("comes-back-soon")
+    stage.sees("Pi-hole is answering and this Mac uses it")
+    stage.sees_part("Started again after Colima had stopped")
+    stage.dot("green")
+    stage.picture("came-back")
+    stage.use("Settings")
+    stage.use("What Corvane did")
+    stage.picture("comebacks-in-the-settings")
+
+
 if __name__ == "__main__":
-    sys.exit(play([site_that_does_not_load, pauses, lists]))
+    sys.exit(play([site_that_does_not_load, pauses, lists, comes_back]))
