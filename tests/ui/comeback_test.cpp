@@ -45,7 +45,7 @@ TEST_F(ComebackScreen, It_is_chosen_in_the_settings)
                            QStringLiteral("21 Nov 18:03 Not started again after Colima had stopped: three tries "
                                           "failed.")});
     click(QStringLiteral("comebackHistoryBoxHeader"));
-    EXPECT_TRUE(textOf(QStringLiteral("comebackHistory")).startsWith(QStringLiteral("09:12 Started again")));
+    EXPECT_TRUE(textOf(QStringLiteral("comeback0")).startsWith(QStringLiteral("09:12 Started again")));
     both(QStringLiteral("settings-comeback"));
     click(QStringLiteral("startsAgainSwitch"));
     EXPECT_FALSE(comeback().startsAgain());

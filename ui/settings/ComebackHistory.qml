@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Corvane
 
@@ -12,12 +14,17 @@ Disclosure {
     open: root.shown
     onAsked: open => root.shown = open
 
-    BodyText {
-        objectName: "comebackHistory"
-        width: parent.width
-        activeFocusOnTab: true
-        text: App.comeback.history.join("\n")
-        font: Theme.callout
-        color: Theme.secondaryText
+    Repeater {
+        model: App.comeback.history
+
+        NoteText {
+            required property string modelData
+            required property int index
+
+            objectName: "comeback" + index
+            width: parent ? parent.width : 0
+            activeFocusOnTab: true
+            text: modelData
+        }
     }
 }
