@@ -48,7 +48,7 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
         co_return;
     }
     if (m_maintOp.cancelled()) m_comeback.giveUp();
-    setNotice(QStringLiteral("Colima did not start. See the log."));
+    setNotice(kColimaDidNotStart);
 }
 
 QCoro::Task<> AppModel::finishStart()

@@ -75,6 +75,7 @@ public:
     void openDashboard();
     /// The title of the operation that brings Colima up.
     static constexpr QLatin1StringView kStartingColima{"Starting Colima"};
+    static constexpr QLatin1StringView kColimaDidNotStart{"Colima did not start. See the log."};
     [[nodiscard]] QCoro::Task<> startPiholeNow(Place::Name from = Place::Dashboard);
     [[nodiscard]] QCoro::Task<> finishStart();
     [[nodiscard]] QCoro::Task<QString> makeRoom();

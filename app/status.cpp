@@ -91,6 +91,7 @@ void AppModel::publishLook(bool answers, DnsTrouble trouble, const ResolverRepor
 {
     // What kept it from starting is over.
     if (answers && !answering() && statusChecked()) tellStart({}, {});
+    if (answers && notice() == kColimaDidNotStart) setNotice({});
     Qt::beginPropertyUpdateGroup();
     setAnswering(answers);
     setDnsTrouble(trouble);

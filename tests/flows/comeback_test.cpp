@@ -196,6 +196,7 @@ TEST_F(ComesBack, Leftovers_of_an_unclean_end_are_cleared_before_the_second_try)
     EXPECT_EQ(calls.count(QStringLiteral("stop --force")), 1);
     EXPECT_TRUE(calls.filter(QStringLiteral("delete")).isEmpty());
     EXPECT_TRUE(tells("after Colima had stopped")) << newest().toStdString();
+    EXPECT_TEXT(model().notice(), "") << "what the first try met is over";
 }
 
 TEST_F(ComesBack, After_three_tries_that_fail_it_says_so_and_rests)
