@@ -55,7 +55,10 @@ AppModel::AppModel(const Surroundings &surroundings)
     });
     followBrowserRule();
     connect(&m_repair, &Repair::databaseBrokenChanged, this, [this] { setListsDamaged(m_repair.databaseBroken()); });
-    connect(this, &AppModel::summaryChanged, this, [this] { followListsRun(); });
+    connect(this, &AppModel::summaryChanged, this, [this] {
+        followListsRun();
+        launch(followLeftListRun());
+    });
     connect(&m_comeback, &Comeback::startsAgainChanged, this, [this] { launch(comeBack()); });
     connect(&m_followOp, &OperationRunner::lineCountChanged, this, [this] {
         if (m_showsFollowedLog) Q_EMIT logTextChanged();

@@ -7,6 +7,7 @@
 #include "app/current_activities.h"
 #include "app/day_keeper.h"
 #include "app/launch.h"
+#include "app/left_list_run.h"
 #include "app/left_version.h"
 #include "app/list_run.h"
 #include "app/new_password.h"
@@ -239,6 +240,8 @@ private:
     [[nodiscard]] QCoro::Task<> pause(std::chrono::seconds length, bool byTheClock, QString sentence);
     [[nodiscard]] QCoro::Task<> keepPauseShort();
     [[nodiscard]] QCoro::Task<bool> runLists();
+    [[nodiscard]] QCoro::Task<bool> awaitNewerLists(std::optional<qint64> before, Clock::Duration limit);
+    [[nodiscard]] QCoro::Task<> followLeftListRun();
     /// Pi-hole's settings as an archive. A pause is lifted for it: whoever restored it would have blocking off for
     /// good.
     [[nodiscard]] PiholeAPI::Answer<PiholeArchive> downloadSettings();
@@ -307,6 +310,7 @@ private:
     Pause m_pause{m_settings};
     LeftVersion m_left{m_settings};
     NewPassword m_newPassword{m_settings};
+    LeftListRun m_leftListRun{m_settings};
     Comeback m_comeback{m_settings, m_clock};
     /// What pin, port and files were last compared with.
     std::optional<ContainerState> m_compared;

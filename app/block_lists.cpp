@@ -17,6 +17,8 @@ constexpr std::chrono::seconds kListsSettle{1};
 constexpr std::chrono::minutes kLostRun{10};
 constexpr std::chrono::seconds kBetweenLooks{5};
 
+qint64 seconds(const Clock &clock) { return clock.wallTime().toSecsSinceEpoch(); }
+
 int enabledIn(const QList<PiholeList> &lists)
 {
     return static_cast<int>(std::ranges::count(lists, true, &PiholeList::enabled));
@@ -40,6 +42,7 @@ QCoro::Task<> AppModel::loadBlockLists()
         loaded = co_await runLists();
         if (!mark.stands()) co_return;
         m_listRun.end();
+        m_leftListRun.end();
         if (loaded) co_await m_clock.pause(kListsSettle);
         if (!mark.stands()) co_return;
         co_await refreshStats();
@@ -60,22 +63,58 @@ QCoro::Task<bool> AppModel::runLists()
     const QPointer<AppModel> alive(this);
     const auto counters = co_await m_api.summary();
     if (!alive) co_return false;
+    if (counters && counters->listsRun) m_leftListRun.begin({seconds(m_clock), *counters->listsRun});
     const std::function<void(const QByteArray &)> hear = [run = QPointer<ListRun>(&m_listRun)](const QByteArray &text) {
         if (run) run->hear(text);
     };
     const auto ended = co_await m_api.updateLists(hear);
     if (!alive) co_return false;
     if (ended || ended.error() != PiholeAPIError::unreachable() || !counters) co_return ended.value_or(false);
-    const Clock::Instant deadline = m_clock.now() + kLostRun;
+    const bool newer = co_await awaitNewerLists(counters->listsRun, kLostRun);
+    co_return newer;
+}
+
+/// Waits until Pi-hole tells of another run than that one; false when it has gone, or when the time is over.
+QCoro::Task<bool> AppModel::awaitNewerLists(std::optional<qint64> before, Clock::Duration limit)
+{
+    const QPointer<AppModel> alive(this);
+    const Clock::Instant deadline = m_clock.now() + limit;
     while (m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenLooks);
         if (!alive) co_return false;
         const auto now = co_await m_api.summary();
         // Pi-hole has gone, and the run with it.
         if (!alive || !now) co_return false;
-        if (now->listsRun != counters->listsRun) co_return true;
+        if (now->listsRun != before) co_return true;
     }
     co_return false;
+}
+
+/// Tells what became of a run in the middle of which Corvane was closed. While it may still be under way it counts as
+/// such: nothing else may change or stop Pi-hole.
+QCoro::Task<> AppModel::followLeftListRun()
+{
+    const std::optional<LeftListRun::Run> left = m_leftListRun.run();
+    if (!left || !summary() || !m_activities.mayBegin(Activity::LoadLists)) co_return;
+    const ActivityMark mark(m_activities, Activity::LoadLists);
+    bool ended = summary()->listsRun != left->before;
+    QString verdict = leftListsVerdict(ended);
+    const std::chrono::seconds age(seconds(m_clock) - left->begun);
+    if (!ended && age >= std::chrono::seconds(0) && age < kLostRun) {
+        m_listRun.setProgress(QStringLiteral("Pi-hole may still be loading its block lists: Corvane was closed in the "
+                                             "middle of it."));
+        ended = co_await awaitNewerLists(left->before, kLostRun - age);
+        if (!mark.stands()) co_return;
+        m_listRun.end();
+        co_await refreshStats();
+        if (!mark.stands()) co_return;
+        verdict = ended ? listsVerdict(true, listsEmpty()) : leftListsVerdict(false);
+    }
+    m_leftListRun.end();
+    const auto lists = co_await m_api.lists();
+    if (!mark.stands()) co_return;
+    const QString troubles = ended && lists ? listTroubles({}, *lists) : QString();
+    setNote(kListsKey, QStringList{verdict, troubles}.join(u'\n').trimmed());
 }
 
 } // namespace corvane

@@ -39,6 +39,13 @@ QString listsVerdict(bool loaded, bool empty)
                  : QStringLiteral("The block lists are loaded.");
 }
 
+QString leftListsVerdict(bool ended)
+{
+    return ended ? QStringLiteral("The block lists were loaded while Corvane was closed.")
+                 : QStringLiteral("Corvane was closed while Pi-hole loaded its block lists, and that run did not come "
+                                  "to its end. The older lists are in use. Refresh them again.");
+}
+
 QString listTroubles(const QList<PiholeList> &before, const QList<PiholeList> &after)
 {
     QStringList troubles;
