@@ -59,7 +59,7 @@ def lists(stage):
 
 
 def comes_back(stage):
-    """Colima dies, and Pi-hole comes back by itself; after a stop by the user it does not."""
+    """Colima dies, and Pi-hole comes back by itself."""
     stage.begin("dead")
     stage.dashboard()
     stage.use("Start Pi-hole now")
