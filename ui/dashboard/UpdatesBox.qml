@@ -47,6 +47,7 @@ GroupBox {
         UnderWay {
             objectName: "updateUnderWay"
             height: Theme.sized(24)
+            leftPadding: Theme.gap / 2
             words: Looks.updateInPreparation
         }
     }
