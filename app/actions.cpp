@@ -6,8 +6,6 @@
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 namespace corvane {
 
 namespace {
@@ -19,15 +17,15 @@ constexpr double kStopTimeout = 60;  // seconds
 
 void AppModel::openDashboard() { m_workspace.open(dashboardURL()); }
 
-QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
+Flow<> AppModel::startPiholeNow(Place::Name from)
 {
     if (!mayBegin(Activity::StartContainer, &AppModel::setStartMessage)) co_return;
     const ActivityMark mark(m_activities, Activity::StartContainer);
+    co_await boundTo(mark);
     m_comeback.setStoppedByUser(false);
     setStartPlace(from);
     tellStart({}, {});
     co_await refreshTools();
-    if (!mark.stands()) co_return;
     if (dockerWorks()) {
         co_await finishStart();
         co_return;
@@ -42,7 +40,6 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
         co_return;
     }
     const bool started = co_await perform(&m_maintOp, kStartingColima, steps);
-    if (!mark.stands()) co_return;
     if (started) {
         co_await finishStart();
         co_return;
@@ -51,20 +48,16 @@ QCoro::Task<> AppModel::startPiholeNow(Place::Name from)
     setNotice(kColimaDidNotStart);
 }
 
-QCoro::Task<> AppModel::finishStart()
+Flow<> AppModel::finishStart()
 {
-    const QPointer<AppModel> alive(this);
     co_await refreshTools();
-    if (!alive) co_return;
     const ContainerState container = co_await PiholeController::containerState();
-    if (!alive) co_return;
     setContainerState(container);
     if (container.isMissing()) {
         setStartMessage(QStringLiteral("Pi-hole is not installed yet. Run step 4 of the wizard."));
         co_return;
     }
     const QString problem = co_await makeRoom();
-    if (!alive) co_return;
     tellStart(problem, {});
     if (!problem.isEmpty()) {
         co_await refreshStatus(true);
@@ -72,41 +65,36 @@ QCoro::Task<> AppModel::finishStart()
     }
     const QStringList start{QStringLiteral("start"), QStringLiteral("pihole")};
     const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
-    if (!alive) co_return;
     co_await afterControl(result, true);
 }
 
 /// Lets Colima's own name service give way to the container; who else is in its way, as a sentence.
-QCoro::Task<QString> AppModel::makeRoom()
+Flow<QString> AppModel::makeRoom()
 {
-    const QPointer<AppModel> alive(this);
     const MachinePort port = co_await MachinePort::ask();
-    if (!alive || port.holder() != MachinePort::Holder::NameService) co_return port.problem();
+    if (port.holder() != MachinePort::Holder::NameService) co_return port.problem();
     setStartMessage(MachinePort::kMakingRoom + QStringLiteral("..."));
     co_await MachinePort::makeRoom();
     co_return {};
 }
 
-QCoro::Task<> AppModel::stopPihole(Place::Name from)
-{
-    return control(Activity::StopContainer, QStringLiteral("stop"), from);
-}
+Flow<> AppModel::stopPihole(Place::Name from) { return control(Activity::StopContainer, QStringLiteral("stop"), from); }
 
-QCoro::Task<> AppModel::restartPihole()
+Flow<> AppModel::restartPihole()
 {
     return control(Activity::RestartContainer, QStringLiteral("restart"), Place::Dashboard);
 }
 
-QCoro::Task<> AppModel::control(Activity activity, QString verb, Place::Name from)
+Flow<> AppModel::control(Activity activity, QString verb, Place::Name from)
 {
     if (!mayBegin(activity, &AppModel::setStartMessage)) co_return;
     const ActivityMark mark(m_activities, activity);
+    co_await boundTo(mark);
     m_comeback.setStoppedByUser(activity == Activity::StopContainer);
     setStartPlace(from);
     tellStart({}, {});
     const QStringList command{verb, QStringLiteral("pihole")};
     const CommandResult result = co_await DockerCLI::run(command, kStopTimeout);
-    if (!mark.stands()) co_return;
     co_await afterControl(result, activity == Activity::RestartContainer);
 }
 
@@ -118,7 +106,7 @@ void AppModel::tellStart(const QString &message, const QString &note)
 }
 
 /// Says how docker's command ended, and looks what came of it.
-QCoro::Task<> AppModel::afterControl(CommandResult result, bool starts)
+Flow<> AppModel::afterControl(CommandResult result, bool starts)
 {
     if (!result.succeeded()) tellStart(whyDockerFailed(result), dockerSays(result));
     if (starts && result.succeeded())
@@ -127,7 +115,7 @@ QCoro::Task<> AppModel::afterControl(CommandResult result, bool starts)
         co_await refreshStatus(true);
 }
 
-QCoro::Task<> AppModel::toggleStartStop()
+Flow<> AppModel::toggleStartStop()
 {
     if (containerState().isRunning())
         co_await stopPihole(Place::Menu);

@@ -6,7 +6,6 @@
 #include "runtime/docker_cli.h"
 #include "runtime/tool_failures.h"
 
-#include <QPointer>
 #include <QTimer>
 
 #include <algorithm>
@@ -48,7 +47,7 @@ AppModel::AppModel(const Surroundings &surroundings)
     , m_followOp(DockerCLI::friendlyError)
 {
     // From the event loop: by then the dot stands, whatever the keychain asks.
-    QTimer::singleShot(0, this, [this] { launch(readPassword(this)); });
+    QTimer::singleShot(0, this, [this] { launch(readPassword(*this)); });
     connect(&m_activities, &CurrentActivities::changed, this, [this] {
         setUnderWay(m_activities.underWay());
         setBusy(m_activities.busyKeys());
@@ -69,38 +68,30 @@ AppModel::AppModel(const Surroundings &surroundings)
 
 AppModel::~AppModel() = default;
 
-QCoro::Task<> AppModel::bootstrap()
+Flow<> AppModel::bootstrap()
 {
-    const QPointer<AppModel> alive(this);
     co_await refreshTools();
-    if (!alive) co_return;
     configureAPI();
     launch(showRestoreScript());
     co_await poll();
 }
 
-QCoro::Task<> AppModel::poll()
+Flow<> AppModel::poll()
 {
-    const QPointer<AppModel> alive(this);
-    for (bool includeStats = true; alive; includeStats = !includeStats) {
+    for (bool includeStats = true;; includeStats = !includeStats) {
         const bool answered = answering() || !statusChecked();
         // Whoever looks already will tell.
         if (!m_refreshing && !starting()) co_await refreshStatus(includeStats);
-        if (!alive) co_return;
         if (answering() && mayCount()) co_await m_repair.endPermissions();
-        if (!alive) co_return;
         // Counters that went with the answers come back with them.
         if (!answered && answering() && !includeStats && mayCount()) co_await refreshStats();
-        if (!alive) co_return;
         co_await putRight();
-        if (!alive) co_return;
         co_await m_clock.pause(kPollInterval);
     }
 }
 
-QCoro::Task<> AppModel::refreshTools()
+Flow<> AppModel::refreshTools()
 {
-    const QPointer<AppModel> alive(this);
     setHasBrew(Tools::find(QStringLiteral("brew"), ColimaManager::homebrewDirs()).has_value());
     setHasDocker(DockerCLI::find().has_value());
     setHasColima(Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()).has_value());
@@ -108,7 +99,7 @@ QCoro::Task<> AppModel::refreshTools()
     const int search = ++m_toolSearches;
     const EngineAnswer engine = co_await DockerCLI::engine();
     // Of two searches at once, the later one knows better.
-    if (!alive || search < m_newestToolsFound) co_return;
+    if (search < m_newestToolsFound) co_return;
     m_newestToolsFound = search;
     setDockerWorks(engine.answers);
     setEngineProblem(engine.problem);
@@ -118,7 +109,7 @@ QCoro::Task<> AppModel::refreshTools()
         const CommandResult result = co_await DockerCLI::run(version, kQuickTool);
         composeAnswers = result.succeeded();
     }
-    if (alive && search == m_newestToolsFound) setComposeAvailable(composeAnswers);
+    if (search == m_newestToolsFound) setComposeAvailable(composeAnswers);
 }
 
 /// A list run, whoever began it, has replaced Pi-hole's rules by those of its beginning.

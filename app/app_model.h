@@ -6,7 +6,7 @@
 #include "app/comeback.h"
 #include "app/current_activities.h"
 #include "app/day_keeper.h"
-#include "app/launch.h"
+#include "app/flow.h"
 #include "app/left_list_run.h"
 #include "app/left_version.h"
 #include "app/list_run.h"
@@ -18,8 +18,6 @@
 #include "app/surroundings.h"
 #include "exec/operation_runner.h"
 #include "runtime/deployed_container.h"
-
-#include <QCoro/QCoroTask>
 
 namespace corvane {
 
@@ -50,8 +48,8 @@ public:
     // Start-up: app_model.cpp
 
     /// Finds the tools, sets up the API client and begins to poll.
-    [[nodiscard]] QCoro::Task<> bootstrap();
-    [[nodiscard]] QCoro::Task<> refreshTools();
+    [[nodiscard]] Flow<> bootstrap();
+    [[nodiscard]] Flow<> refreshTools();
     /// Gives the API client the port and the password now in force; no password while the keychain has not answered.
     void configureAPI();
     [[nodiscard]] PiholeAPI &api() { return m_api; }
@@ -65,11 +63,11 @@ public:
     // The live status: status.cpp
 
     /// Asked for while a refresh is under way, it is done right after that one.
-    [[nodiscard]] QCoro::Task<> refreshStatus(bool includeStats);
-    [[nodiscard]] QCoro::Task<> refreshStats();
+    [[nodiscard]] Flow<> refreshStatus(bool includeStats);
+    [[nodiscard]] Flow<> refreshStats();
     /// What follows whatever has just started Pi-hole anew: looks every second until it answers or 10 seconds are over,
     /// says meanwhile that it is starting, and ends in a refresh with counters.
-    [[nodiscard]] QCoro::Task<> refreshAfterStart();
+    [[nodiscard]] Flow<> refreshAfterStart();
 
     // Everyday actions: actions.cpp
 
@@ -77,30 +75,30 @@ public:
     /// The title of the operation that brings Colima up.
     static constexpr QLatin1StringView kStartingColima{"Starting Colima"};
     static constexpr QLatin1StringView kColimaDidNotStart{"Colima did not start. See the log."};
-    [[nodiscard]] QCoro::Task<> startPiholeNow(Place::Name from = Place::Dashboard);
-    [[nodiscard]] QCoro::Task<> finishStart();
-    [[nodiscard]] QCoro::Task<QString> makeRoom();
-    [[nodiscard]] QCoro::Task<> stopPihole(Place::Name from = Place::Dashboard);
-    [[nodiscard]] QCoro::Task<> restartPihole();
+    [[nodiscard]] Flow<> startPiholeNow(Place::Name from = Place::Dashboard);
+    [[nodiscard]] Flow<> finishStart();
+    [[nodiscard]] Flow<QString> makeRoom();
+    [[nodiscard]] Flow<> stopPihole(Place::Name from = Place::Dashboard);
+    [[nodiscard]] Flow<> restartPihole();
     /// What the menu offers.
-    [[nodiscard]] QCoro::Task<> toggleStartStop();
+    [[nodiscard]] Flow<> toggleStartStop();
 
     // Blocking and its pauses: blocking.cpp
 
     /// How the sentence begins that tells of a pause, in `apiMessage`.
     static constexpr QLatin1StringView kPaused{"Blocking is paused "};
-    [[nodiscard]] QCoro::Task<> pauseBlocking(PauseLength::Name length = PauseLength::FiveMinutes);
-    [[nodiscard]] QCoro::Task<> pauseBlocking(std::chrono::seconds length);
+    [[nodiscard]] Flow<> pauseBlocking(PauseLength::Name length = PauseLength::FiveMinutes);
+    [[nodiscard]] Flow<> pauseBlocking(std::chrono::seconds length);
     static constexpr QLatin1StringView kResumed{"Blocking is back on."};
-    [[nodiscard]] QCoro::Task<> resumeBlocking();
-    [[nodiscard]] QCoro::Task<> togglePause();
+    [[nodiscard]] Flow<> resumeBlocking();
+    [[nodiscard]] Flow<> togglePause();
     /// Asks Pi-hole what is left of a pause.
-    [[nodiscard]] QCoro::Task<> refreshBlocking();
+    [[nodiscard]] Flow<> refreshBlocking();
 
     // Pi-hole's block lists: block_lists.cpp
 
     /// Loads Pi-hole's block lists anew.
-    [[nodiscard]] QCoro::Task<> loadBlockLists();
+    [[nodiscard]] Flow<> loadBlockLists();
 
     // The last 24 hours: history.cpp
 
@@ -112,95 +110,95 @@ public:
 
     /// What the log panel shows: the lines that were loaded, or those that are being followed.
     [[nodiscard]] QString logText() const;
-    [[nodiscard]] QCoro::Task<> loadLogs();
+    [[nodiscard]] Flow<> loadLogs();
     void setFollowing(bool follow);
-    [[nodiscard]] QCoro::Task<> saveLogs();
+    [[nodiscard]] Flow<> saveLogs();
 
     // The checks of this Mac: system_checks.cpp
 
-    [[nodiscard]] QCoro::Task<> runSystemChecks();
+    [[nodiscard]] Flow<> runSystemChecks();
 
     // Installing and starting: start_flows.cpp
 
     void installColimaAndDocker();
     void applyAutostart(bool enable);
     void startColimaOnly();
-    [[nodiscard]] QCoro::Task<> testDocker();
-    [[nodiscard]] QCoro::Task<> changeAutostart(bool on);
+    [[nodiscard]] Flow<> testDocker();
+    [[nodiscard]] Flow<> changeAutostart(bool on);
     [[nodiscard]] static QString generatePassword();
     /// The `startMessage` of a start that another program prevents.
     static constexpr QLatin1StringView kPortTaken{"A port that Pi-hole needs is taken. See what holds it below."};
-    [[nodiscard]] QCoro::Task<> startPihole();
+    [[nodiscard]] Flow<> startPihole();
 
     // Proving that Pi-hole works: pihole_tests.cpp
 
     /// `wait`: give a container that is still starting 90 seconds.
-    [[nodiscard]] QCoro::Task<> runPiholeTests(bool wait);
-    [[nodiscard]] QCoro::Task<> fixUDPForwarding();
+    [[nodiscard]] Flow<> runPiholeTests(bool wait);
+    [[nodiscard]] Flow<> fixUDPForwarding();
     /// The Pi-hole tests, the blocking test and the system DNS test, one after another.
-    [[nodiscard]] QCoro::Task<> runAllTests();
+    [[nodiscard]] Flow<> runAllTests();
 
     // Proving that Pi-hole blocks: blocking_test.cpp
 
-    [[nodiscard]] QCoro::Task<> runBlockingTest();
+    [[nodiscard]] Flow<> runBlockingTest();
 
     // This Mac's DNS: dns_flows.cpp
 
-    [[nodiscard]] QCoro::Task<> loadServices();
-    [[nodiscard]] QCoro::Task<> applyDNS();
-    [[nodiscard]] QCoro::Task<> runSystemTest();
+    [[nodiscard]] Flow<> loadServices();
+    [[nodiscard]] Flow<> applyDNS();
+    [[nodiscard]] Flow<> runSystemTest();
     static constexpr QLatin1StringView kRestored{"Your old DNS settings are back."};
-    [[nodiscard]] QCoro::Task<> restoreOldSettings(Place::Name from = Place::SetUp);
+    [[nodiscard]] Flow<> restoreOldSettings(Place::Name from = Place::SetUp);
     /// Publishes where the script stands that restores without Corvane; it is written where it is missing.
-    [[nodiscard]] QCoro::Task<> showRestoreScript();
+    [[nodiscard]] Flow<> showRestoreScript();
 
     // Browsers: browser_test.cpp
 
     /// Reads the browsers' settings once the user has allowed it.
-    [[nodiscard]] QCoro::Task<> scanBrowsers();
-    [[nodiscard]] QCoro::Task<> openBrowserSettings(QString id);
-    [[nodiscard]] QCoro::Task<> runBrowserTest();
+    [[nodiscard]] Flow<> scanBrowsers();
+    [[nodiscard]] Flow<> openBrowserSettings(QString id);
+    [[nodiscard]] Flow<> runBrowserTest();
 
     // Proving one browser: browser_proof.cpp
 
     /// Opens two made-up names in this browser, ten seconds apart, and looks for both in Pi-hole's log. What it finds
     /// is in `browserProofs`.
-    [[nodiscard]] QCoro::Task<> proveBrowser(QString id);
+    [[nodiscard]] Flow<> proveBrowser(QString id);
 
     // Saving and restoring Pi-hole's settings: teleporter.cpp
 
-    [[nodiscard]] QCoro::Task<> exportBackup();
-    [[nodiscard]] QCoro::Task<> importBackup();
+    [[nodiscard]] Flow<> exportBackup();
+    [[nodiscard]] Flow<> importBackup();
 
     // A report for whoever helps: report.cpp
 
     /// Publishes what this Mac, its tools and Corvane look like, without what names a person, a network or a site.
-    [[nodiscard]] QCoro::Task<> makeReport();
+    [[nodiscard]] Flow<> makeReport();
     /// Saves what makeReport() has published.
-    [[nodiscard]] QCoro::Task<> saveReport();
+    [[nodiscard]] Flow<> saveReport();
 
     // Maintenance: maintenance.cpp
 
-    [[nodiscard]] QCoro::Task<> checkForUpdates();
-    [[nodiscard]] QCoro::Task<> performUpdate();
+    [[nodiscard]] Flow<> checkForUpdates();
+    [[nodiscard]] Flow<> performUpdate();
     void setLaunchAtLogin(bool on);
-    [[nodiscard]] QCoro::Task<> removePihole();
+    [[nodiscard]] Flow<> removePihole();
 
     // The admin page's port: web_port.cpp
 
-    [[nodiscard]] QCoro::Task<> changeWebPort(int port);
+    [[nodiscard]] Flow<> changeWebPort(int port);
 
     // What an end in the middle leaves behind: recovery.cpp
 
     /// Stops what is under way; nothing begins any more.
     void stopEverything();
     /// The same, and waits, but no longer than the limit, until what was being exchanged is put back.
-    [[nodiscard]] QCoro::Task<> windDown(Clock::Duration limit);
+    [[nodiscard]] Flow<> windDown(Clock::Duration limit);
     /// Compares pinned version, port and files with the container that was last seen, puts right what was cut off, and
     /// says what still differs.
-    [[nodiscard]] QCoro::Task<> putRight();
+    [[nodiscard]] Flow<> putRight();
     /// Makes the container of the version on offer anew; its image is still there.
-    [[nodiscard]] QCoro::Task<> bringBack();
+    [[nodiscard]] Flow<> bringBack();
 
     [[nodiscard]] OperationRunner *installOp() { return &m_installOp; }
     [[nodiscard]] OperationRunner *startOp() { return &m_startOp; }
@@ -221,77 +219,77 @@ private:
     void recordOutcome(const QString &test, bool passed, const QString &summary);
     /// Puts a line beside what the key stands for, or takes it away.
     void setNote(const QString &key, const QString &text);
-    [[nodiscard]] QCoro::Task<> poll();
+    [[nodiscard]] Flow<> poll();
     void followListsRun();
-    [[nodiscard]] QCoro::Task<> look(bool includeStats);
+    [[nodiscard]] Flow<> look(bool includeStats);
     void followOutage(bool undisturbed);
-    [[nodiscard]] QCoro::Task<> comeBack();
-    [[nodiscard]] QCoro::Task<> tryToComeBack();
+    [[nodiscard]] Flow<> comeBack();
+    [[nodiscard]] Flow<> tryToComeBack();
     void noteProtection();
-    [[nodiscard]] QCoro::Task<> readHistory(bool withCounters);
-    [[nodiscard]] QCoro::Task<> readTopBlocked(bool counted, bool newest);
+    [[nodiscard]] Flow<> readHistory(bool withCounters);
+    [[nodiscard]] Flow<> readTopBlocked(bool counted, bool newest);
     void tellApi(const QString &about, const std::optional<PiholeAPIError> &error);
     void tellStart(const QString &message, const QString &note);
     [[nodiscard]] bool mayCount() const;
     void publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report);
-    [[nodiscard]] QCoro::Task<> control(Activity activity, QString verb, Place::Name from);
-    [[nodiscard]] QCoro::Task<> afterControl(CommandResult result, bool starts);
+    [[nodiscard]] Flow<> control(Activity activity, QString verb, Place::Name from);
+    [[nodiscard]] Flow<> afterControl(CommandResult result, bool starts);
     [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;
-    [[nodiscard]] QCoro::Task<> pause(std::chrono::seconds length, bool byTheClock, QString sentence);
-    [[nodiscard]] QCoro::Task<> keepPauseShort();
-    [[nodiscard]] QCoro::Task<bool> runLists();
-    [[nodiscard]] QCoro::Task<bool> awaitNewerLists(std::optional<qint64> before, Clock::Duration limit);
-    [[nodiscard]] QCoro::Task<> followLeftListRun();
+    [[nodiscard]] Flow<> pause(std::chrono::seconds length, bool byTheClock, QString sentence);
+    [[nodiscard]] Flow<> keepPauseShort();
+    [[nodiscard]] Flow<bool> runLists();
+    [[nodiscard]] Flow<bool> awaitNewerLists(std::optional<qint64> before, Clock::Duration limit);
+    [[nodiscard]] Flow<> followLeftListRun();
     /// Pi-hole's settings as an archive. A pause is lifted for it: whoever restored it would have blocking off for
     /// good.
-    [[nodiscard]] PiholeAPI::Answer<PiholeArchive> downloadSettings();
+    [[nodiscard]] Flow<std::expected<PiholeArchive, PiholeAPIError>> downloadSettings();
     void follow();
     void onFollowerEnded();
 
-    [[nodiscard]] QCoro::Task<> install();
-    [[nodiscard]] QCoro::Task<> changeLoginService(bool enable);
-    [[nodiscard]] QCoro::Task<> switchAutostart(bool enable);
-    [[nodiscard]] QCoro::Task<> startColima();
-    [[nodiscard]] QCoro::Task<> waitForDocker();
-    [[nodiscard]] QCoro::Task<> startColimaWithoutService();
-    [[nodiscard]] QCoro::Task<bool> piholeCanStart();
-    [[nodiscard]] QCoro::Task<bool> startContainer(QString password);
-    [[nodiscard]] QCoro::Task<bool> keepPassword(QString password);
+    [[nodiscard]] Flow<> install();
+    [[nodiscard]] Flow<> changeLoginService(bool enable);
+    [[nodiscard]] Flow<> switchAutostart(bool enable);
+    [[nodiscard]] Flow<> startColima();
+    [[nodiscard]] Flow<> waitForDocker();
+    [[nodiscard]] Flow<> startColimaWithoutService();
+    [[nodiscard]] Flow<bool> piholeCanStart();
+    [[nodiscard]] Flow<bool> startContainer(QString password);
+    [[nodiscard]] Flow<bool> keepPassword(QString password);
 
     // `run` belongs to the flow that waits.
     void showPiholeCheck(int row, bool passed, const QString &detail);
-    [[nodiscard]] QCoro::Task<bool> testContainer(const ActivityMark *run, Clock::Duration limit);
-    [[nodiscard]] QCoro::Task<bool> testAdminPage(const ActivityMark *run, int attempts);
-    [[nodiscard]] QCoro::Task<bool> testDns(const ActivityMark *run, int attempts, bool containerPassed);
-    [[nodiscard]] QCoro::Task<> explainSilentDns(const ActivityMark *run);
-    [[nodiscard]] QCoro::Task<> explainReply(const ActivityMark *run, DigResult reply);
-    [[nodiscard]] QCoro::Task<QString> whyBlockingFailed(BlockingTestResult result, DigResult allowed,
-                                                         std::optional<PiholeSummary> counters);
-    [[nodiscard]] QCoro::Task<QString> blockedInAnotherWay();
-    [[nodiscard]] QCoro::Task<> explainMissingNames(const ActivityMark *run, QString key, bool missing);
+    [[nodiscard]] Flow<bool> testContainer(const ActivityMark *run, Clock::Duration limit);
+    [[nodiscard]] Flow<bool> testAdminPage(const ActivityMark *run, int attempts);
+    [[nodiscard]] Flow<bool> testDns(const ActivityMark *run, int attempts, bool containerPassed);
+    [[nodiscard]] Flow<> explainSilentDns(const ActivityMark *run);
+    [[nodiscard]] Flow<> explainReply(const ActivityMark *run, DigResult reply);
+    [[nodiscard]] Flow<QString> whyBlockingFailed(BlockingTestResult result, DigResult allowed,
+                                                  std::optional<PiholeSummary> counters);
+    [[nodiscard]] Flow<QString> blockedInAnotherWay();
+    [[nodiscard]] Flow<> explainMissingNames(const ActivityMark *run, QString key, bool missing);
 
-    [[nodiscard]] QCoro::Task<> proveLookups();
-    [[nodiscard]] QCoro::Task<QString> findInLog(QStringList names, QSet<QString> *found);
+    [[nodiscard]] Flow<> proveLookups();
+    [[nodiscard]] Flow<QString> findInLog(QStringList names, QSet<QString> *found);
 
-    [[nodiscard]] QCoro::Task<> keepBrowserRule();
-    [[nodiscard]] QCoro::Task<> putBrowserRule();
-    [[nodiscard]] QCoro::Task<> dropBrowserRule();
+    [[nodiscard]] Flow<> keepBrowserRule();
+    [[nodiscard]] Flow<> putBrowserRule();
+    [[nodiscard]] Flow<> dropBrowserRule();
     void followBrowserRule();
-    [[nodiscard]] QCoro::Task<> askAboutFirefox();
+    [[nodiscard]] Flow<> askAboutFirefox();
     void showBrowserProof(const QString &id, BrowserProof proof);
-    [[nodiscard]] QCoro::Task<BrowserProof> findInBrowserLog(const ActivityMark *run, QString early, QString late);
+    [[nodiscard]] Flow<BrowserProof> findInBrowserLog(const ActivityMark *run, QString early, QString late);
 
-    [[nodiscard]] QCoro::Task<QString> saveBackupBefore(QString newTag);
-    [[nodiscard]] QCoro::Task<bool> runUpdate(QString newTag);
-    [[nodiscard]] QCoro::Task<bool> exchangeVersion(QString newTag, CommandSteps steps);
-    [[nodiscard]] QCoro::Task<QString> pin(QString tag);
+    [[nodiscard]] Flow<QString> saveBackupBefore(QString newTag);
+    [[nodiscard]] Flow<bool> runUpdate(QString newTag);
+    [[nodiscard]] Flow<bool> exchangeVersion(QString newTag, CommandSteps steps);
+    [[nodiscard]] Flow<QString> pin(QString tag);
     void tellOfRollback(const QString &unwritten);
-    [[nodiscard]] QCoro::Task<> movePihole(int port, CommandSteps steps);
-    [[nodiscard]] QCoro::Task<> putFilesRight();
+    [[nodiscard]] Flow<> movePihole(int port, CommandSteps steps);
+    [[nodiscard]] Flow<> putFilesRight();
     [[nodiscard]] bool judge(const DeployedContainer &deployed);
     [[nodiscard]] bool judgeNewVersion(const QString &left);
-    [[nodiscard]] QCoro::Task<bool> remake(QString tag);
-    [[nodiscard]] QCoro::Task<> removeContainer();
+    [[nodiscard]] Flow<bool> remake(QString tag);
+    [[nodiscard]] Flow<> removeContainer();
     void forgetPihole();
 
     Dialogs &m_dialogs;

@@ -1,7 +1,6 @@
 #include "app/app_model.h"
 
 #include <QDateTime>
-#include <QPointer>
 
 #include <algorithm>
 #include <cmath>
@@ -18,29 +17,25 @@ constexpr double kTimerLag = 5; // seconds
 
 } // namespace
 
-QCoro::Task<> AppModel::pauseBlocking(PauseLength::Name name)
+Flow<> AppModel::pauseBlocking(PauseLength::Name name)
 {
     return pause(PauseLength::of(name, QDateTime::currentDateTime()), PauseLength::goesByTheClock(name),
                  PauseLength::sentence(name));
 }
 
-QCoro::Task<> AppModel::pauseBlocking(std::chrono::seconds length)
+Flow<> AppModel::pauseBlocking(std::chrono::seconds length)
 {
     return pause(length, false, PauseLength::sentence(length));
 }
 
-QCoro::Task<> AppModel::pause(std::chrono::seconds length, bool byTheClock, QString sentence)
+Flow<> AppModel::pause(std::chrono::seconds length, bool byTheClock, QString sentence)
 {
-    const QPointer<AppModel> alive(this);
     configureAPI();
     const auto changed = co_await m_api.setBlocking(false, static_cast<int>(length.count()));
-    if (!alive) co_return;
     // Pi-hole may have heard what it did not answer.
     if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable) m_pause.begin(length, byTheClock);
     if (changed) co_await m_clock.pause(kTimerStep);
-    if (!alive) co_return;
     const auto state = changed ? co_await m_api.blocking() : changed;
-    if (!alive) co_return;
     if (!state) {
         tellApi(QStringLiteral("Could not pause blocking: "), state.error());
         co_return;
@@ -49,15 +44,12 @@ QCoro::Task<> AppModel::pause(std::chrono::seconds length, bool byTheClock, QStr
     tellApi(sentence, std::nullopt);
 }
 
-QCoro::Task<> AppModel::resumeBlocking()
+Flow<> AppModel::resumeBlocking()
 {
-    const QPointer<AppModel> alive(this);
     configureAPI();
     const auto changed = co_await m_api.setBlocking(true, std::nullopt);
-    if (!alive) co_return;
     if (changed) m_pause.end();
     const auto state = changed ? co_await m_api.blocking() : changed;
-    if (!alive) co_return;
     if (!state) {
         tellApi(QStringLiteral("Could not resume blocking: "), state.error());
         co_return;
@@ -66,13 +58,12 @@ QCoro::Task<> AppModel::resumeBlocking()
     tellApi(kResumed, std::nullopt);
 }
 
-QCoro::Task<> AppModel::togglePause()
+Flow<> AppModel::togglePause()
 {
-    const QPointer<AppModel> alive(this);
     // The button's label takes blocking for on while it is not known; what it does must follow what is so.
     if (!blocking()) {
         co_await refreshStats();
-        if (!alive || !blocking()) co_return;
+        if (!blocking()) co_return;
     }
     const bool blocks = blocking() && blocking()->enabled;
     if (blocks)
@@ -82,7 +73,7 @@ QCoro::Task<> AppModel::togglePause()
 }
 
 /// Gives a pause of ours its end back: a Pi-hole that restarts forgets its timer and stays off.
-QCoro::Task<> AppModel::keepPauseShort()
+Flow<> AppModel::keepPauseShort()
 {
     const std::optional<std::chrono::seconds> rest = m_pause.rest();
     if (!rest || !blocking()) co_return;
@@ -93,21 +84,19 @@ QCoro::Task<> AppModel::keepPauseShort()
                       *blocking()->timerSeconds > static_cast<double>(rest->count()) + kTimerLag;
     if (blocking()->timerSeconds && !late) co_return;
 
-    const QPointer<AppModel> alive(this);
     const bool over = rest->count() == 0;
     const std::optional<int> timer = over ? std::nullopt : std::optional<int>(static_cast<int>(rest->count()));
     const auto changed = co_await m_api.setBlocking(over, timer);
-    if (!alive || !changed) co_return;
+    if (!changed) co_return;
     setBlocking(*changed);
     if (over) m_pause.end();
 }
 
-QCoro::Task<> AppModel::refreshBlocking()
+Flow<> AppModel::refreshBlocking()
 {
-    const QPointer<AppModel> alive(this);
     configureAPI();
     const auto state = co_await m_api.blocking();
-    if (!alive || !state) co_return;
+    if (!state) co_return;
     setBlocking(*state);
     co_await keepPauseShort();
 }
@@ -121,24 +110,21 @@ std::optional<std::chrono::seconds> AppModel::restOfPause(const PiholeBlocking &
     return std::chrono::seconds(static_cast<qint64>(seconds));
 }
 
-PiholeAPI::Answer<PiholeArchive> AppModel::downloadSettings()
+Flow<std::expected<PiholeArchive, PiholeAPIError>> AppModel::downloadSettings()
 {
-    const QPointer<AppModel> alive(this);
     configureAPI();
     const auto state = co_await m_api.blocking();
-    if (!alive) co_return std::unexpected(PiholeAPIError::unreachable());
     const std::optional<std::chrono::seconds> rest = state ? restOfPause(*state) : std::nullopt;
     if (rest) {
         const auto lifted = co_await m_api.setBlocking(true, std::nullopt);
         if (!lifted) co_return std::unexpected(lifted.error());
-        if (!alive) co_return std::unexpected(PiholeAPIError::unreachable());
     }
     auto archive = co_await m_api.teleporterDownload();
     // Whatever else it sent, it is no backup.
     if (archive && !archive->bytes.startsWith("PK")) archive = std::unexpected(PiholeAPIError::badResponse());
-    if (!alive || !rest || rest->count() == 0) co_return archive;
+    if (!rest || rest->count() == 0) co_return archive;
     const auto paused = co_await m_api.setBlocking(false, static_cast<int>(rest->count()));
-    if (!alive || !paused) co_return archive;
+    if (!paused) co_return archive;
     m_pause.begin(*rest, m_pause.goesByTheClock());
     setBlocking(*paused);
     co_return archive;

@@ -3,8 +3,6 @@
 #include "app/status_note.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace corvane {
@@ -52,17 +50,17 @@ QString noteOnState(const PiholeBlocking &state)
 
 } // namespace
 
-QCoro::Task<> AppModel::runBlockingTest()
+Flow<> AppModel::runBlockingTest()
 {
     const QString key = QStringLiteral("blocking");
     if (!m_activities.mayBegin(Activity::BlockingTest)) co_return;
     const ActivityMark mark(m_activities, Activity::BlockingTest);
+    co_await boundTo(mark);
     configureAPI();
 
     BlockingTestResult result;
     for (const QString &name : trackerNames()) {
         const DigResult reply = co_await askPihole(name);
-        if (!mark.stands()) co_return;
         result.blockedKind = blockedKind(reply);
         if (reply.ok) m_day.countOwn(result.blockedKind.has_value());
         if (!result.blockedKind) continue;
@@ -70,12 +68,10 @@ QCoro::Task<> AppModel::runBlockingTest()
         break;
     }
     const DigResult allowed = co_await askPihole(QStringLiteral("example.com"));
-    if (!mark.stands()) co_return;
     if (allowed.ok) m_day.countOwn();
     result.allowedAnswer = allowedAnswer(allowed);
 
     const auto counters = co_await m_api.summary();
-    if (!mark.stands()) co_return;
     if (counters) {
         result.queries = counters->total;
         result.blockedToday = counters->blocked;
@@ -92,7 +88,6 @@ QCoro::Task<> AppModel::runBlockingTest()
     if (known) setSummary(known);
     QString beside;
     if (!bothHold) beside = co_await whyBlockingFailed(result, allowed, known);
-    if (!mark.stands()) co_return;
     setBlockingTest(result);
     setNote(key, beside);
     recordOutcome(key, bothHold,
@@ -101,30 +96,26 @@ QCoro::Task<> AppModel::runBlockingTest()
 }
 
 /// What a blocking test that did not pass really says about Pi-hole; empty when it is not known better.
-QCoro::Task<QString> AppModel::whyBlockingFailed(BlockingTestResult result, DigResult allowed,
-                                                 std::optional<PiholeSummary> counters)
+Flow<QString> AppModel::whyBlockingFailed(BlockingTestResult result, DigResult allowed,
+                                          std::optional<PiholeSummary> counters)
 {
-    const QPointer<AppModel> alive(this);
     const DnsTrouble trouble = co_await dnsTroubleProven(allowed);
-    if (!alive) co_return {};
     if (trouble != DnsTrouble::None && trouble != DnsTrouble::Silent) co_return sentence(trouble);
     if (result.blockedDomain || !counters) co_return {};
     if (hasNoLists(counters)) co_return QStringLiteral("Pi-hole has no block lists, so it blocks nothing.");
     const auto state = co_await m_api.blocking();
-    if (!alive || !state) co_return {};
+    if (!state) co_return {};
     if (!state->enabled) co_return noteOnState(*state);
     const QString inAnotherWay = co_await blockedInAnotherWay();
     co_return inAnotherWay;
 }
 
 /// Whether Pi-hole's own log says that it blocked one of the names, whatever it answered.
-QCoro::Task<QString> AppModel::blockedInAnotherWay()
+Flow<QString> AppModel::blockedInAnotherWay()
 {
-    const QPointer<AppModel> alive(this);
     co_await m_clock.pause(kBeforeLogRead);
-    if (!alive) co_return {};
     const auto queries = co_await m_api.recentQueries(kLogLength);
-    if (!alive || !queries) co_return {};
+    if (!queries) co_return {};
     const auto blocked = std::ranges::find_if(*queries, [](const PiholeQuery &query) {
         return trackerNames().contains(query.domain) && saysBlocked(query.status);
     });
@@ -135,17 +126,17 @@ QCoro::Task<QString> AppModel::blockedInAnotherWay()
 }
 
 /// Says beside a test that looked for names in Pi-hole's log when Pi-hole shows no names at all.
-QCoro::Task<> AppModel::explainMissingNames(const ActivityMark *run, QString key, bool missing)
+Flow<> AppModel::explainMissingNames(const ActivityMark *run, QString key, bool missing)
 {
+    co_await boundTo(*run);
     setNote(key, {});
     if (!missing) co_return;
     const auto queries = co_await m_api.recentQueries(kLogLength);
-    if (!run->stands() || !queries) co_return;
+    if (!queries) co_return;
     bool hidden = std::ranges::count(*queries, QStringLiteral("hidden"), &PiholeQuery::domain) > 0;
     if (queries->isEmpty()) {
         // Pi-hole counts what it does not log.
         const auto counters = co_await m_api.summary();
-        if (!run->stands()) co_return;
         hidden = counters && counters->total > 0;
     }
     if (hidden) {

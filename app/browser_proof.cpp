@@ -20,30 +20,27 @@ QString addressOf(const QString &name) { return QStringLiteral("http://%1/").arg
 
 } // namespace
 
-QCoro::Task<> AppModel::proveBrowser(QString id)
+Flow<> AppModel::proveBrowser(QString id)
 {
     const QList<BrowserInfo> known = browsers();
     const auto found = std::ranges::find(known, id, &BrowserInfo::id);
     if (found == known.end() || !m_activities.mayBegin(Activity::BrowserProof)) co_return;
     const ActivityMark mark(m_activities, Activity::BrowserProof);
+    co_await boundTo(mark);
     const BrowserInfo browser = *found;
     configureAPI();
     showBrowserProof(id, BrowserProof::Running);
 
     const QString early = freshTestName();
     const bool opened = co_await BrowserInspector::open(browser, addressOf(early));
-    if (!mark.stands()) co_return;
     if (!opened) {
         showBrowserProof(id, BrowserProof::NotOpened);
         co_return;
     }
     co_await m_clock.pause(kBetweenNames);
-    if (!mark.stands()) co_return;
     const QString late = freshTestName();
     [[maybe_unused]] const bool openedAgain = co_await BrowserInspector::open(browser, addressOf(late));
-    if (!mark.stands()) co_return;
     const BrowserProof proof = co_await findInBrowserLog(&mark, early, late);
-    if (!mark.stands()) co_return;
     showBrowserProof(id, proof);
     if (proof == BrowserProof::AsksPihole && browser.decidesItself) m_browserRuleKeeper.proved();
 }
@@ -56,17 +53,16 @@ void AppModel::showBrowserProof(const QString &id, BrowserProof proof)
 }
 
 /// Looks for both names in Pi-hole's log until they are there or 20 seconds are over.
-QCoro::Task<BrowserProof> AppModel::findInBrowserLog(const ActivityMark *run, QString early, QString late)
+Flow<BrowserProof> AppModel::findInBrowserLog(const ActivityMark *run, QString early, QString late)
 {
+    co_await boundTo(*run);
     const Clock::Instant deadline = m_clock.now() + kLimit;
     bool earlyCame = false;
     bool lateCame = false;
     bool wasRead = false;
     while (!(earlyCame && lateCame) && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenReads);
-        if (!run->stands()) co_return BrowserProof::Unread;
         const auto queries = co_await m_api.recentQueries(kLogLength);
-        if (!run->stands()) co_return BrowserProof::Unread;
         if (!queries) continue;
         wasRead = true;
         earlyCame = earlyCame || std::ranges::count(*queries, early, &PiholeQuery::domain) > 0;

@@ -11,7 +11,7 @@ constexpr Activities kNotBeside =
 } // namespace
 
 /// What a look at Pi-hole comes with. While blocking is off no rule works, so that nothing could be proved.
-QCoro::Task<> AppModel::keepBrowserRule()
+Flow<> AppModel::keepBrowserRule()
 {
     if (m_activities.underWay() & kNotBeside) co_return;
     if (!blocking() || !blocking()->enabled) co_return;
@@ -19,7 +19,7 @@ QCoro::Task<> AppModel::keepBrowserRule()
 }
 
 /// Before the servers change: a browser looks for the backup's secure DNS as soon as it sees them.
-QCoro::Task<> AppModel::putBrowserRule()
+Flow<> AppModel::putBrowserRule()
 {
     // Pi-hole would forget it at the end of the run; a later look puts it there.
     if (m_activities.underWay() & Activity::LoadLists) co_return;
@@ -29,7 +29,7 @@ QCoro::Task<> AppModel::putBrowserRule()
 }
 
 /// A Pi-hole that is down is asked when it is back, not while somebody waits for the old servers.
-QCoro::Task<> AppModel::dropBrowserRule()
+Flow<> AppModel::dropBrowserRule()
 {
     configureAPI();
     if (answering())

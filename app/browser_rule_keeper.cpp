@@ -3,8 +3,6 @@
 #include "dns/dns_configurator.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace corvane {
@@ -55,7 +53,7 @@ void BrowserRuleKeeper::become(BrowserRule state)
     Q_EMIT changed();
 }
 
-QCoro::Task<> BrowserRuleKeeper::keep(std::optional<ResolverReport> report)
+Flow<> BrowserRuleKeeper::keep(std::optional<ResolverReport> report)
 {
     if (!usesBackup(report)) {
         become(BrowserRule::NotNeeded);
@@ -66,18 +64,17 @@ QCoro::Task<> BrowserRuleKeeper::keep(std::optional<ResolverReport> report)
     co_await put(true);
 }
 
-QCoro::Task<> BrowserRuleKeeper::put(bool prove)
+Flow<> BrowserRuleKeeper::put(bool prove)
 {
-    const QPointer<BrowserRuleKeeper> alive(this);
     m_mayLinger = true;
     m_nextLook = m_clock.now() + kBetweenLooks;
     const int wish = ++m_newestWish;
     const bool proven = m_state == BrowserRule::InPlace || m_state == BrowserRule::Interrupted;
     BrowserRule found = co_await findOrAdd();
-    if (!alive || wish != m_newestWish) co_return;
+    if (wish != m_newestWish) co_return;
     if (found == BrowserRule::InPlace && prove && !proven) {
         const bool holds = co_await works();
-        if (!alive || wish != m_newestWish) co_return;
+        if (wish != m_newestWish) co_return;
         if (!holds) found = BrowserRule::Overruled;
     }
     // That it is there again brings no browser back.
@@ -85,11 +82,10 @@ QCoro::Task<> BrowserRuleKeeper::put(bool prove)
     if (!interrupted) become(found);
 }
 
-QCoro::Task<BrowserRule> BrowserRuleKeeper::findOrAdd()
+Flow<BrowserRule> BrowserRuleKeeper::findOrAdd()
 {
-    const QPointer<BrowserRuleKeeper> alive(this);
     const auto found = co_await m_api.rule(kKind, kExpression);
-    if (!alive || !found) co_return BrowserRule::Refused;
+    if (!found) co_return BrowserRule::Refused;
     if (*found) co_return (*found)->enabled ? BrowserRule::InPlace : BrowserRule::SwitchedOff;
     const PiholeRule rule{.kind = kKind, .domain = kExpression, .comment = kComment};
     const auto added = co_await m_api.addRule(rule);
@@ -97,33 +93,29 @@ QCoro::Task<BrowserRule> BrowserRuleKeeper::findOrAdd()
 }
 
 /// Whether Pi-hole answers that the provider does not exist; where the user allows the name it does not.
-QCoro::Task<bool> BrowserRuleKeeper::works()
+Flow<bool> BrowserRuleKeeper::works()
 {
-    const QPointer<BrowserRuleKeeper> alive(this);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         co_await m_clock.pause(kBeforeItCounts);
-        if (!alive) co_return false;
         const DigResult reply = co_await PiholeController::dig(kProvider, QStringLiteral("A"), false, kPihole);
-        if (!alive) co_return false;
         if (reply.status == QLatin1String("NXDOMAIN")) co_return true;
     }
     co_return false;
 }
 
-QCoro::Task<> BrowserRuleKeeper::drop()
+Flow<> BrowserRuleKeeper::drop()
 {
-    const QPointer<BrowserRuleKeeper> alive(this);
     const int wish = ++m_newestWish;
     // Until a look finds none: what is removed during a list run comes back.
     m_mayLinger = true;
     const auto found = co_await m_api.rule(kKind, kExpression);
-    if (!alive || !found || wish != m_newestWish) co_return;
+    if (!found || wish != m_newestWish) co_return;
     if (!*found || !isOurs(**found)) {
         m_mayLinger = false;
         co_return;
     }
     const QList<NetworkService> services = co_await DNSConfigurator::listServices();
-    if (!alive || wish != m_newestWish || !allKnown(services)) co_return;
+    if (wish != m_newestWish || !allKnown(services)) co_return;
     m_mayLinger = !std::ranges::any_of(services, asksBackup);
     if (!m_mayLinger) co_return;
     become(BrowserRule::NotNeeded);

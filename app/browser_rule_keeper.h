@@ -3,6 +3,7 @@
 #include "api/pihole_api.h"
 #include "app/browser_rule.h"
 #include "app/clock.h"
+#include "app/flow.h"
 #include "dns/resolver_report.h"
 
 #include <QObject>
@@ -23,12 +24,12 @@ public:
 
     /// Puts the rule into Pi-hole unless it is there. `prove`: looks whether it works; while blocking is off no rule
     /// does.
-    [[nodiscard]] QCoro::Task<> put(bool prove);
+    [[nodiscard]] Flow<> put(bool prove);
     /// Keeps the rule where the Mac's servers need it, and takes one away that was left. Looks once a minute.
-    [[nodiscard]] QCoro::Task<> keep(std::optional<ResolverReport> report);
+    [[nodiscard]] Flow<> keep(std::optional<ResolverReport> report);
     /// Takes the rule away unless a service of this Mac has 1.1.1.1 behind Pi-hole. A VPN in front is no reason: the
     /// Mac goes back to its own servers when that ends.
-    [[nodiscard]] QCoro::Task<> drop();
+    [[nodiscard]] Flow<> drop();
 
     /// The rule had no effect for a while; browsers that were open may have gone.
     void interrupt();
@@ -42,8 +43,8 @@ Q_SIGNALS:
 
 private:
     void become(BrowserRule state);
-    [[nodiscard]] QCoro::Task<BrowserRule> findOrAdd();
-    [[nodiscard]] QCoro::Task<bool> works();
+    [[nodiscard]] Flow<BrowserRule> findOrAdd();
+    [[nodiscard]] Flow<bool> works();
 
     PiholeAPI &m_api;
     Clock &m_clock;

@@ -4,8 +4,6 @@
 #include "exec/background.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace corvane {
@@ -18,33 +16,32 @@ constexpr int kLogLength = 300;
 
 } // namespace
 
-QCoro::Task<> AppModel::scanBrowsers()
+Flow<> AppModel::scanBrowsers()
 {
     if (!browserReadAllowed() || !m_activities.mayBegin(Activity::ScanBrowsers)) co_return;
     const ActivityMark mark(m_activities, Activity::ScanBrowsers);
+    co_await boundTo(mark);
     const std::function<QList<BrowserInfo>()> scan = [installed = BrowserInspector::installedBundles(m_workspace)] {
         return BrowserInspector::scan(installed);
     };
     BackgroundWork<QList<BrowserInfo>> work(scan);
     const QList<BrowserInfo> found = co_await work;
     // Of two readings at once, the one that began later knows better.
-    if (!mark.stands()) co_return;
     setBrowsers(found);
     co_await askAboutFirefox();
 }
 
 /// Firefox leaves its default secure DNS off where the DNS server says that this name does not exist.
-QCoro::Task<> AppModel::askAboutFirefox()
+Flow<> AppModel::askAboutFirefox()
 {
     setFirefoxToldOff(std::nullopt);
     if (!answering()) co_return;
-    const QPointer<AppModel> alive(this);
     const DigResult reply = co_await PiholeController::dig(QStringLiteral("use-application-dns.net"),
                                                            QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
-    if (alive && !reply.status.isEmpty()) setFirefoxToldOff(reply.status == QLatin1String("NXDOMAIN"));
+    if (!reply.status.isEmpty()) setFirefoxToldOff(reply.status == QLatin1String("NXDOMAIN"));
 }
 
-QCoro::Task<> AppModel::openBrowserSettings(QString id)
+Flow<> AppModel::openBrowserSettings(QString id)
 {
     const QList<BrowserInfo> known = browsers();
     const auto browser = std::ranges::find(known, id, &BrowserInfo::id);
@@ -52,10 +49,11 @@ QCoro::Task<> AppModel::openBrowserSettings(QString id)
     co_await BrowserInspector::openSettings(*browser);
 }
 
-QCoro::Task<> AppModel::runBrowserTest()
+Flow<> AppModel::runBrowserTest()
 {
     if (!m_activities.mayBegin(Activity::BrowserTest)) co_return;
     const ActivityMark mark(m_activities, Activity::BrowserTest);
+    co_await boundTo(mark);
     configureAPI();
 
     setNote(QStringLiteral("browser"), {});
@@ -68,9 +66,7 @@ QCoro::Task<> AppModel::runBrowserTest()
     bool found = false;
     while (!found && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenReads);
-        if (!mark.stands()) co_return;
         const auto queries = co_await m_api.recentQueries(kLogLength);
-        if (!mark.stands()) co_return;
         found = queries && std::ranges::count(*queries, name, &PiholeQuery::domain) > 0;
     }
     const QString detail =

@@ -7,6 +7,8 @@ CurrentActivities::Count &CurrentActivities::count(Activity activity)
     return m_counts[static_cast<size_t>(&ruleOf(activity) - kActivityRules.data())];
 }
 
+bool CurrentActivities::isNewest(Activity activity, int run) { return count(activity).newest == run; }
+
 Activities CurrentActivities::underWay() const
 {
     Activities found;
@@ -90,6 +92,14 @@ void ActivityMark::agreed()
     Q_EMIT m_activities->changed();
 }
 
-bool ActivityMark::stands() const { return m_activities && m_activities->count(m_activity).newest == m_run; }
+bool ActivityMark::stands() const { return m_activities && m_activities->isNewest(m_activity, m_run); }
+
+BoundTo boundTo(const ActivityMark &mark)
+{
+    // The mark may be taken away before the flow ends.
+    return BoundTo([activities = mark.m_activities, activity = mark.m_activity, run = mark.m_run] {
+        return activities && activities->isNewest(activity, run);
+    });
+}
 
 } // namespace corvane

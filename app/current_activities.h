@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/activity.h"
+#include "app/flow.h"
 
 #include <QObject>
 #include <QPointer>
@@ -8,6 +9,8 @@
 #include <QString>
 
 namespace corvane {
+
+class ActivityMark;
 
 /// What is under way, counted, and whether something else may begin beside it.
 class CurrentActivities : public QObject {
@@ -33,12 +36,14 @@ Q_SIGNALS:
 
 private:
     friend class ActivityMark;
+    friend BoundTo boundTo(const ActivityMark &mark);
     struct Count {
         int marked = 0;
         int underWay = 0;
         int newest = 0;
     };
     [[nodiscard]] Count &count(Activity activity);
+    [[nodiscard]] bool isNewest(Activity activity, int run);
     [[nodiscard]] Activities marked() const;
 
     std::array<Count, kActivityRules.size()> m_counts;
@@ -62,10 +67,14 @@ public:
     [[nodiscard]] bool stands() const;
 
 private:
+    friend BoundTo boundTo(const ActivityMark &mark);
     QPointer<CurrentActivities> m_activities;
     Activity m_activity;
     bool m_agreed = false;
     int m_run = 0;
 };
+
+/// Binds a flow to the mark that it has set: it ends when the mark does not stand any more.
+[[nodiscard]] BoundTo boundTo(const ActivityMark &mark);
 
 } // namespace corvane

@@ -1,13 +1,12 @@
 #include "app/day_keeper.h"
 
-#include "app/launch.h"
+#include "app/flow.h"
 #include "exec/app_paths.h"
 #include "exec/background.h"
 #include "exec/replace_file.h"
 
 #include <QDateTime>
 #include <QFile>
-#include <QPointer>
 
 #include <mutex>
 
@@ -64,13 +63,11 @@ DayKeeper::~DayKeeper()
 
 QString DayKeeper::path() { return AppPaths::supportDir().filePath(QStringLiteral("day.txt")); }
 
-QCoro::Task<> DayKeeper::load()
+Flow<> DayKeeper::load()
 {
-    const QPointer<DayKeeper> alive(this);
     const std::function<DayRecord()> read = [] { return readNow(path()); };
     BackgroundWork<DayRecord> work(read);
     const DayRecord before = co_await work;
-    if (!alive) co_return;
     m_record = before.continuedBy(m_record);
     m_loaded = true;
     Q_EMIT changed();
@@ -93,19 +90,17 @@ void DayKeeper::countOwn(bool blocked)
     m_unsaved = true;
 }
 
-QCoro::Task<> DayKeeper::save()
+Flow<> DayKeeper::save()
 {
     if (!m_loaded || m_saving) co_return;
     m_saving = true;
     m_unsaved = false;
     m_savedSlot = seconds() / DayRecord::kSlot;
-    const QPointer<DayKeeper> alive(this);
     const std::function<Written()> write = [file = m_file, turn = m_file->nextTurn(), bytes = m_record.toBytes()] {
         return file->write(turn, bytes);
     };
     BackgroundWork<Written> work(write);
     const Written written = co_await work;
-    if (!alive) co_return;
     m_saving = false;
     m_unsaved = m_unsaved || !written;
     const QString trouble =

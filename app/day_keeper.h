@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/day_record.h"
+#include "app/flow.h"
 
-#include <QCoro/QCoroTask>
 #include <QObject>
 #include <QString>
 
@@ -36,8 +36,8 @@ Q_SIGNALS:
 private:
     class File;
 
-    [[nodiscard]] QCoro::Task<> load();
-    [[nodiscard]] QCoro::Task<> save();
+    [[nodiscard]] Flow<> load();
+    [[nodiscard]] Flow<> save();
 
     std::shared_ptr<File> m_file;
     DayRecord m_record;

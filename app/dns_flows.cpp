@@ -4,8 +4,6 @@
 #include "dns/dns_configurator.h"
 #include "dns/dns_detour.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace corvane {
@@ -68,11 +66,11 @@ Alert restoreQuestion(bool hasBackup)
 
 } // namespace
 
-QCoro::Task<> AppModel::loadServices()
+Flow<> AppModel::loadServices()
 {
     const ActivityMark mark(m_activities, Activity::LoadServices);
+    co_await boundTo(mark);
     const QList<NetworkService> found = co_await DNSConfigurator::listServices();
-    if (!mark.stands()) co_return;
     setServices(found);
 
     const QStringList names = namesOf(found);
@@ -86,10 +84,11 @@ QCoro::Task<> AppModel::loadServices()
     setSelectedServices(selected);
 }
 
-QCoro::Task<> AppModel::applyDNS()
+Flow<> AppModel::applyDNS()
 {
     if (!mayBegin(Activity::ApplyDns, &AppModel::setDnsMessage)) co_return;
     ActivityMark mark(m_activities, Activity::ApplyDns, ActivityMark::Begin::WhenAgreed);
+    co_await boundTo(mark);
     setDnsPlace(Place::SetUp);
     setDnsMessage({});
     if (!answering()) {
@@ -106,42 +105,37 @@ QCoro::Task<> AppModel::applyDNS()
     const bool onlyPihole = piholeOnly();
     const Alert question = changeQuestion(chosen, onlyPihole);
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!mark.stands() || !accepted) co_return;
+    if (!accepted) co_return;
 
     mark.agreed();
     setNotice({});
     const auto saved = co_await saveDnsBackup(chosen);
-    if (!mark.stands()) co_return;
     co_await showRestoreScript();
-    if (!mark.stands()) co_return;
     if (!saved) {
         setDnsMessage(QStringLiteral("The old settings could not be saved, so nothing was changed: ") + saved.error());
         co_return;
     }
     if (!onlyPihole) co_await putBrowserRule();
-    if (!mark.stands()) co_return;
     const std::optional<QString> failure = co_await DNSConfigurator::apply(namesOf(chosen), onlyPihole);
-    if (!mark.stands()) co_return;
     setDnsMessage(failure.value_or(QStringLiteral("DNS changed.")));
     co_await loadServices();
-    if (!mark.stands()) co_return;
     if (failure || onlyPihole) co_await dropBrowserRule();
-    if (!mark.stands() || failure) co_return;
+    if (failure) co_return;
     co_await proveLookups();
 }
 
-QCoro::Task<> AppModel::runSystemTest()
+Flow<> AppModel::runSystemTest()
 {
     if (m_activities.mayBegin(Activity::SystemTest)) co_await proveLookups();
 }
 
 /// A test that began earlier runs out, but what it finds does not count any more.
-QCoro::Task<> AppModel::proveLookups()
+Flow<> AppModel::proveLookups()
 {
     const ActivityMark mark(m_activities, Activity::SystemTest);
+    co_await boundTo(mark);
     configureAPI();
     const ResolverReport report = co_await DNSConfigurator::resolverReport();
-    if (!mark.stands()) co_return;
     setResolverReport(report);
 
     QStringList names;
@@ -149,10 +143,8 @@ QCoro::Task<> AppModel::proveLookups()
         names.append(freshTestName());
         co_await DNSConfigurator::systemResolve(names.last());
     }
-    if (!mark.stands()) co_return;
     QSet<QString> found;
     const QString unread = co_await findInLog(names, &found);
-    if (!mark.stands()) co_return;
 
     QString detail = QStringLiteral("%1 of %2 test lookups through the system resolver showed up in Pi-hole's log.")
                          .arg(found.size())
@@ -163,7 +155,6 @@ QCoro::Task<> AppModel::proveLookups()
     recordOutcome(kSystem, !found.isEmpty() && report.firstIsPihole, detail);
     if (setupSucceeded()) setWizardFinished(true);
     co_await explainMissingNames(&mark, kSystem, unread.isEmpty() && found.size() < kTestLookups);
-    if (!mark.stands()) co_return;
     const bool listedFirst = report.firstIsPihole && unread.isEmpty() && found.isEmpty();
     if (listedFirst && notes().value(kSystem).toString().isEmpty()) setNote(kSystem, hiddenDnsDetour());
     co_await refreshStatus(false);
@@ -171,14 +162,11 @@ QCoro::Task<> AppModel::proveLookups()
 
 /// Looks for the names in Pi-hole's query log until all are there, a read fails, or three reads were made. Answers why
 /// a read failed, or nothing. `found` belongs to the flow that waits.
-QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found)
+Flow<QString> AppModel::findInLog(QStringList names, QSet<QString> *found)
 {
-    const QPointer<AppModel> alive(this);
     for (int read = 0; read < kLogReads && found->size() < names.size(); ++read) {
         co_await m_clock.pause(kBeforeLogRead);
-        if (!alive) co_return {};
         const auto queries = co_await m_api.recentQueries(kLogLength);
-        if (!alive) co_return {};
         if (!queries) co_return queries.error().description();
         const QSet<QString> before = *found;
         for (const PiholeQuery &query : *queries) {
@@ -190,20 +178,20 @@ QCoro::Task<QString> AppModel::findInLog(QStringList names, QSet<QString> *found
     co_return {};
 }
 
-QCoro::Task<> AppModel::showRestoreScript()
+Flow<> AppModel::showRestoreScript()
 {
-    const QPointer<AppModel> alive(this);
     const QString path = co_await keepRestoreScript();
-    if (alive) setRestoreScript(path);
+    setRestoreScript(path);
 }
 
-QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
+Flow<> AppModel::restoreOldSettings(Place::Name from)
 {
     if (!mayBegin(Activity::RestoreDns, &AppModel::setDnsMessage)) co_return;
     ActivityMark mark(m_activities, Activity::RestoreDns, ActivityMark::Begin::WhenAgreed);
+    co_await boundTo(mark);
     const Alert question = restoreQuestion(DNSConfigurator::hasBackup());
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!mark.stands() || !accepted) co_return;
+    if (!accepted) co_return;
 
     mark.agreed();
     m_activities.outdate(Activity::SystemTest);
@@ -211,7 +199,6 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
     setDnsMessage({});
     setNotice({});
     const DNSRestore restored = co_await DNSConfigurator::restore();
-    if (!mark.stands()) co_return;
     setDnsMessage(restored.failure.value_or(restored.remark));
     if (!restored.failure) {
         m_activities.outdate(Activity::SystemTest);
@@ -223,8 +210,8 @@ QCoro::Task<> AppModel::restoreOldSettings(Place::Name from)
         setOutcomes(results);
     }
     co_await loadServices();
-    if (mark.stands() && !restored.failure) co_await dropBrowserRule();
-    if (mark.stands()) co_await refreshStatus(false); // the dot follows at once
+    if (!restored.failure) co_await dropBrowserRule();
+    co_await refreshStatus(false); // the dot follows at once
 }
 
 } // namespace corvane

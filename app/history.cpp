@@ -1,7 +1,5 @@
 #include "app/app_model.h"
 
-#include <QPointer>
-
 #include <algorithm>
 #include <utility>
 
@@ -33,15 +31,13 @@ void AppModel::showHistory(bool shown)
 
 /// One request beside a refresh: what was asked comes with the counters, the names in turn with what tells which of
 /// them nobody asked for. All three at first.
-QCoro::Task<> AppModel::readHistory(bool withCounters)
+Flow<> AppModel::readHistory(bool withCounters)
 {
     if (!m_historyShown || !answering() || !mayCount()) co_return;
-    const QPointer<AppModel> alive(this);
     const bool everything = std::exchange(m_historyUnread, false);
     configureAPI();
     if (everything || withCounters) {
         const auto day = co_await m_api.history();
-        if (!alive) co_return;
         if (day) setHistory(*day);
         setHistoryProblem(day ? QString() : day.error().description());
     }
@@ -50,17 +46,16 @@ QCoro::Task<> AppModel::readHistory(bool withCounters)
     co_await readTopBlocked(everything || m_topBlockedIsNext, everything || !m_topBlockedIsNext);
 }
 
-QCoro::Task<> AppModel::readTopBlocked(bool counted, bool newest)
+Flow<> AppModel::readTopBlocked(bool counted, bool newest)
 {
-    const QPointer<AppModel> alive(this);
     if (counted) {
         const auto top = co_await m_api.topBlocked(kCountedNames);
-        if (!alive || !top) co_return;
+        if (!top) co_return;
         m_topCounted = *top;
     }
     if (newest) {
         const auto questions = co_await m_api.blockedSince(0, kNewestBlocked);
-        if (!alive || !questions) co_return;
+        if (!questions) co_return;
         m_newestBlocked = *questions;
     }
     PiholeTopBlocked top = askedFor(m_topCounted, m_newestBlocked);

@@ -3,8 +3,6 @@
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 namespace corvane {
 
 namespace {
@@ -21,12 +19,13 @@ QStringList followArguments()
 
 QString AppModel::logText() const { return m_showsFollowedLog ? m_followOp.lines().join(u'\n') : m_loadedLog; }
 
-QCoro::Task<> AppModel::loadLogs()
+Flow<> AppModel::loadLogs()
 {
     if (following() || !m_activities.mayBegin(Activity::LoadLogs)) co_return;
     const ActivityMark mark(m_activities, Activity::LoadLogs);
+    co_await boundTo(mark);
     const QString text = co_await PiholeController::logs(kLoadedLines);
-    if (!mark.stands() || following()) co_return;
+    if (following()) co_return;
     m_loadedLog = text;
     m_showsFollowedLog = false;
     Q_EMIT logTextChanged();
@@ -70,15 +69,13 @@ void AppModel::onFollowerEnded()
         publishFollowing(false);
 }
 
-QCoro::Task<> AppModel::saveLogs()
+Flow<> AppModel::saveLogs()
 {
-    const QPointer<AppModel> alive(this);
     FilePanel panel;
     panel.proposedName = QStringLiteral("pihole-log.txt");
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
-    if (!alive || !path) co_return;
+    if (!path) co_return;
     const auto saved = co_await writeFile(*path, logText().toUtf8());
-    if (!alive) co_return;
     const QString failed = QStringLiteral("Could not save the log: ");
     if (!saved)
         tellApi(failed + saved.error(), std::nullopt);

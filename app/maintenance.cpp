@@ -7,7 +7,6 @@
 #include "exec/app_paths.h"
 
 #include <QDateTime>
-#include <QPointer>
 
 namespace corvane {
 
@@ -35,14 +34,14 @@ QString updateBackupPath(const QString &newTag)
 
 } // namespace
 
-QCoro::Task<> AppModel::checkForUpdates()
+Flow<> AppModel::checkForUpdates()
 {
     if (!m_activities.mayBegin(Activity::CheckForUpdates)) co_return;
     const ActivityMark mark(m_activities, Activity::CheckForUpdates);
+    co_await boundTo(mark);
     setUpdateMessage(
         QStringLiteral("Asking %1 for the newest version. Nothing about you is sent...").arg(m_releaseFeed.host()));
     const auto newest = co_await ReleaseFeed::newestTag(m_releaseFeed);
-    if (!mark.stands()) co_return;
     if (!newest) {
         setUpdateMessage(QStringLiteral("Could not check for updates: ") + newest.error());
     } else if (!*newest) {
@@ -56,52 +55,46 @@ QCoro::Task<> AppModel::checkForUpdates()
     }
 }
 
-QCoro::Task<> AppModel::performUpdate()
+Flow<> AppModel::performUpdate()
 {
     if (!latestTag() || !mayBegin(Activity::Update, &AppModel::setUpdateMessage)) co_return;
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::Update, ActivityMark::Begin::WhenAgreed);
+    co_await boundTo(*mark);
     const QString newTag = *latestTag();
     const Alert question = updateQuestion(newTag);
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!mark->stands() || !accepted) co_return;
+    if (!accepted) co_return;
 
     mark->agreed();
     m_activities.outdate(Activity::CheckForUpdates); // it would compare with a version that is about to change
     const QString failure = co_await saveBackupBefore(newTag);
-    if (!mark->stands()) co_return;
     if (!failure.isEmpty()) {
         setUpdateMessage(QStringLiteral("The update was not started because the backup failed: ") + failure);
         co_return;
     }
     const bool updated = co_await runUpdate(newTag);
-    if (!mark->stands()) co_return;
     mark.reset(); // nothing that follows stands in the way of anything
-    const QPointer<AppModel> alive(this);
     if (updated)
         co_await runPiholeTests(true);
     else
         co_await refreshStatus(true);
-    if (alive) co_await putRight();
+    co_await putRight();
 }
 
 /// Saves Pi-hole's settings into the backups folder; answers why it could not, or nothing.
-QCoro::Task<QString> AppModel::saveBackupBefore(QString newTag)
+Flow<QString> AppModel::saveBackupBefore(QString newTag)
 {
-    const QPointer<AppModel> alive(this);
     const auto archive = co_await downloadSettings();
     if (!archive) co_return archive.error().description();
-    if (!alive) co_return {};
     const auto written = co_await writeFile(updateBackupPath(newTag), archive->bytes);
     co_return written ? QString() : written.error();
 }
 
 /// Puts a container of the new version into the place of the old one; whether it did.
-QCoro::Task<bool> AppModel::runUpdate(QString newTag)
+Flow<bool> AppModel::runUpdate(QString newTag)
 {
-    const QPointer<AppModel> alive(this);
     const WantedContainer wanted{newTag, webPort(), composeAvailable(), true};
     const auto steps = co_await containerSteps(wanted);
-    if (!alive) co_return false;
     if (!steps) {
         setUpdateMessage(steps.error());
         co_return false;
@@ -114,19 +107,16 @@ QCoro::Task<bool> AppModel::runUpdate(QString newTag)
 }
 
 /// Pins the new version and runs the steps; pins the old one again when they fail.
-QCoro::Task<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
+Flow<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
 {
-    const QPointer<AppModel> alive(this);
     const ActivityMark exchange(m_activities, Activity::Exchange);
     m_compared.reset();
     const QString oldTag = pinnedTag();
     m_left.keep(oldTag); // first: whoever is cut off from here on finds the way back
     const QString unwritten = co_await pin(newTag);
-    if (!alive) co_return false;
     bool updated = false;
     if (unwritten.isEmpty() && exchange.stands())
         updated = co_await perform(&m_maintOp, QStringLiteral("Updating Pi-hole to ") + newTag, steps);
-    if (!alive) co_return false;
     if (updated) {
         setUpdateMessage(QStringLiteral("Updated to %1.").arg(newTag));
         setLatestTag(std::nullopt);
@@ -134,7 +124,6 @@ QCoro::Task<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
     }
     // One of the two files may be the new one already.
     const QString stillUnwritten = co_await pin(oldTag);
-    if (!alive) co_return false;
     if (unwritten.isEmpty())
         tellOfRollback(stillUnwritten);
     else
@@ -143,7 +132,7 @@ QCoro::Task<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
 }
 
 /// Makes this the pinned version, in the settings and in the files; answers why these could not be written, or nothing.
-QCoro::Task<QString> AppModel::pin(QString tag)
+Flow<QString> AppModel::pin(QString tag)
 {
     setPinnedTag(tag);
     const auto written = co_await writePiholeFiles(tag, webPort(), adminPassword());

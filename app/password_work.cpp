@@ -6,14 +6,14 @@
 
 namespace corvane {
 
-QCoro::Task<> readPassword(QPointer<AppModel> model)
+Flow<> readPassword(AppModel &model)
 {
     BackgroundWork<std::optional<QString>> work(&Keychain::load);
     const std::optional<QString> saved = co_await work;
-    if (!model || model->passwordKnown()) co_return;
-    takePassword(*model, saved.value_or(QString()));
+    if (model.passwordKnown()) co_return;
+    takePassword(model, saved.value_or(QString()));
     // An answer that came late is shown at once.
-    if (model->statusChecked() && model->answering() && saved) co_await model->refreshStats();
+    if (model.statusChecked() && model.answering() && saved) co_await model.refreshStats();
 }
 
 void takePassword(AppModel &model, const QString &password)

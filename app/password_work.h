@@ -1,7 +1,8 @@
 #pragma once
 
+#include "app/flow.h"
+
 #include <QCoro/QCoroTask>
-#include <QPointer>
 #include <QString>
 
 namespace corvane {
@@ -13,7 +14,7 @@ class AppModel;
 
 /// Gives the model the saved password as soon as the keychain does, unless it has one by then; an empty one when there
 /// is none or the keychain refuses.
-[[nodiscard]] QCoro::Task<> readPassword(QPointer<AppModel> model);
+[[nodiscard]] Flow<> readPassword(AppModel &model);
 
 /// From now on this is the model's password, whatever the keychain may still answer.
 void takePassword(AppModel &model, const QString &password);

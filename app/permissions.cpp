@@ -1,9 +1,8 @@
-#include "app/launch.h"
+#include "app/flow.h"
 #include "app/repair.h"
 #include "runtime/pihole_controller.h"
 
 #include <QLocale>
-#include <QPointer>
 
 #include <algorithm>
 
@@ -34,7 +33,7 @@ QString untilWhen(const Permission &permission)
 
 } // namespace
 
-QCoro::Task<> Repair::allow(QString name, bool forGood)
+Flow<> Repair::allow(QString name, bool forGood)
 {
     const QString wanted = nameForRule(name);
     if (wanted.isEmpty() || !m_activities.mayBegin(Activity::ChangeRules)) {
@@ -47,12 +46,10 @@ QCoro::Task<> Repair::allow(QString name, bool forGood)
         co_return;
     }
     const ActivityMark mark(m_activities, Activity::ChangeRules);
-    const QPointer<Repair> alive(this);
     setUndoName({});
     const QDateTime end = QDateTime::currentDateTime().addSecs(Permission::kHour);
     const Permission permission{wanted, forGood ? std::nullopt : std::optional(end)};
     const auto added = co_await put(permission);
-    if (!alive) co_return;
     if (!added) {
         setMessage(QStringLiteral("Could not allow %1: ").arg(wanted) + added.error().description());
         co_return;
@@ -64,65 +61,56 @@ QCoro::Task<> Repair::allow(QString name, bool forGood)
     }
     remember(permission, true);
     co_await prove(permission);
-    if (!alive) co_return;
     co_await readRules();
 }
 
 /// Whether Pi-hole has the permission now; not when the user has a rule of this name. Pi-hole says that it took a rule
 /// also when it has one already, and a permission of Corvane's gets the new end then.
-PiholeAPI::Answer<bool> Repair::put(Permission permission)
+Flow<std::expected<bool, PiholeAPIError>> Repair::put(Permission permission)
 {
-    const QPointer<Repair> alive(this);
     const PiholeRule rule = permission.rule();
     const auto added = co_await m_api.addRule(rule);
     if (!added) co_return std::unexpected(added.error());
     if (*added) co_return true;
-    if (!alive) co_return std::unexpected(PiholeAPIError::unreachable());
     const auto there = co_await m_api.rule(rule.kind, rule.domain);
     if (!there) co_return std::unexpected(there.error());
-    if (!alive) co_return std::unexpected(PiholeAPIError::unreachable());
     if (!*there || !Permission::of(**there)) co_return false;
     const auto replaced = co_await m_api.replaceRule(rule);
     if (!replaced) co_return std::unexpected(replaced.error());
     co_return true;
 }
 
-QCoro::Task<> Repair::prove(Permission permission)
+Flow<> Repair::prove(Permission permission)
 {
-    const QPointer<Repair> alive(this);
     const QString verdict = co_await verdictOnLookup(permission.name);
-    if (!alive) co_return;
     setUndoName(permission.name);
     setMessage(verdict.arg(permission.name, untilWhen(permission)));
 }
 
 /// What a lookup says about a name that was allowed: %1 stands for the name, %2 for how long.
-QCoro::Task<QString> Repair::verdictOnLookup(QString name)
+Flow<QString> Repair::verdictOnLookup(QString name)
 {
-    const QPointer<Repair> alive(this);
     const QString letsThrough = QStringLiteral("%1 is allowed (%2) and answers now. Load the page again.");
     const QString noAddress = QStringLiteral("%1 is allowed (%2), but the internet has no address for it.");
     const QString stillBlocked = QStringLiteral("Pi-hole took the permission for %1 (%2), but still blocks it.");
     const QString silent = QStringLiteral("%1 is allowed (%2). Pi-hole did not answer to prove it.");
     DigResult reply;
-    for (int lookup = 0; alive && lookup < kLookups; ++lookup) {
+    for (int lookup = 0; lookup < kLookups; ++lookup) {
         co_await m_clock.pause(kUntilItWorks);
-        if (!alive) co_return {};
         reply = co_await PiholeController::dig(name, QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
         if (reply.answered() && !isNowhere(reply)) co_return letsThrough;
         if (reply.status.isEmpty()) co_return silent;
         if (!isNowhere(reply)) break;
     }
-    if (!alive || isNowhere(reply)) co_return stillBlocked;
+    if (isNowhere(reply)) co_return stillBlocked;
     // Pi-hole may be set to answer blocked names in this way.
     co_await m_clock.pause(kBeforeLogRead);
-    if (!alive) co_return {};
     const auto asked = co_await m_api.newestQuestion(name);
     const bool blocked = asked && !asked->isEmpty() && saysBlocked(asked->first().status);
     co_return blocked ? stillBlocked : noAddress;
 }
 
-QCoro::Task<> Repair::takeBack(QString name)
+Flow<> Repair::takeBack(QString name)
 {
     if (!m_activities.mayBegin(Activity::ChangeRules)) {
         if (listsRun()) {
@@ -133,9 +121,7 @@ QCoro::Task<> Repair::takeBack(QString name)
         co_return;
     }
     const ActivityMark mark(m_activities, Activity::ChangeRules);
-    const QPointer<Repair> alive(this);
     const auto gone = co_await m_api.removeRule(PiholeRule::Kind::AllowedName, name);
-    if (!alive) co_return;
     if (!gone) {
         setMessage(QStringLiteral("Could not take the permission for %1 back: ").arg(name) +
                    gone.error().description());
@@ -149,28 +135,25 @@ QCoro::Task<> Repair::takeBack(QString name)
 }
 
 /// A list run replaces all rules by those of its beginning: does again what it has undone.
-QCoro::Task<> Repair::repeatChanges()
+Flow<> Repair::repeatChanges()
 {
     if (!m_activities.mayBegin(Activity::ChangeRules)) co_return;
     const ActivityMark mark(m_activities, Activity::ChangeRules);
-    const QPointer<Repair> alive(this);
     const Clock::Instant oldest = m_clock.now() - kLongestRun;
     m_changes.removeIf([oldest](const auto &change) { return change.value().moment < oldest; });
     const bool known = co_await readRules();
-    if (!alive || !known) co_return;
+    if (!known) co_return;
     const QHash<QString, Change> changes = m_changes;
     for (const Change &change : changes) {
         const bool there = std::ranges::count(permissions(), change.permission.name, &Permission::name) > 0;
         if (there == change.allowed) continue;
         if (change.allowed) {
             const auto put = co_await this->put(change.permission);
-            if (!alive) co_return;
             if (put && *put) co_await prove(change.permission);
         } else {
             const auto gone = co_await m_api.removeRule(PiholeRule::Kind::AllowedName, change.permission.name);
-            if (alive && gone) setMessage({});
+            if (gone) setMessage({});
         }
-        if (!alive) co_return;
     }
     co_await readRules();
 }

@@ -3,8 +3,6 @@
 #include "runtime/colima_manager.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 namespace corvane {
 
 namespace {
@@ -65,19 +63,17 @@ Finding containerFinding(const ContainerState &container)
 
 } // namespace
 
-QCoro::Task<> AppModel::runPiholeTests(bool wait)
+Flow<> AppModel::runPiholeTests(bool wait)
 {
     const ActivityMark run(m_activities, Activity::PiholeTests);
+    co_await boundTo(run);
     setPiholeChecks(initialRows(webPort()));
     configureAPI();
 
     const bool containerPassed = co_await testContainer(&run, wait ? kHealthLimit : std::chrono::seconds::zero());
-    if (!run.stands()) co_return;
     const int attempts = containerPassed ? kAttempts : 1;
     const bool pagePassed = co_await testAdminPage(&run, attempts);
-    if (!run.stands()) co_return;
     const bool dnsPassed = co_await testDns(&run, attempts, containerPassed);
-    if (!run.stands()) co_return;
 
     const bool allPassed = containerPassed && pagePassed && dnsPassed;
     recordOutcome(QStringLiteral("pihole"), allPassed,
@@ -95,76 +91,72 @@ void AppModel::showPiholeCheck(int row, bool passed, const QString &detail)
     setPiholeChecks(rows);
 }
 
-QCoro::Task<bool> AppModel::testContainer(const ActivityMark *run, Clock::Duration limit)
+Flow<bool> AppModel::testContainer(const ActivityMark *run, Clock::Duration limit)
 {
+    co_await boundTo(*run);
     const Clock::Instant deadline = m_clock.now() + limit;
     ContainerState container = co_await PiholeController::containerState();
-    while (run->stands() && mayStillBecomeHealthy(container) && m_clock.now() < deadline) {
+    while (mayStillBecomeHealthy(container) && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenAttempts);
-        if (!run->stands()) co_return false;
         container = co_await PiholeController::containerState();
     }
-    if (!run->stands()) co_return false;
     const Finding finding = containerFinding(container);
     showPiholeCheck(0, finding.passed, finding.detail);
     co_return finding.passed;
 }
 
-QCoro::Task<bool> AppModel::testAdminPage(const ActivityMark *run, int attempts)
+Flow<bool> AppModel::testAdminPage(const ActivityMark *run, int attempts)
 {
+    co_await boundTo(*run);
     bool answers = co_await m_api.webAnswers();
-    for (int attempt = 1; run->stands() && !answers && attempt < attempts; ++attempt) {
+    for (int attempt = 1; !answers && attempt < attempts; ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
-        if (!run->stands()) co_return false;
         answers = co_await m_api.webAnswers();
     }
-    if (!run->stands()) co_return false;
     showPiholeCheck(1, answers,
                     answers ? dashboardURL().toString() + QStringLiteral(" answered.")
                             : QStringLiteral("No answer on port %1.").arg(webPort()));
     co_return answers;
 }
 
-QCoro::Task<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool containerPassed)
+Flow<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool containerPassed)
 {
+    co_await boundTo(*run);
     setUdpProblem(false);
     setTcpWorks(false);
     setUdpReplied(false);
     setNote(kPihole, {});
     const QString name = QStringLiteral("example.com");
     DigResult reply = co_await askPihole(name);
-    for (int attempt = 1; run->stands() && !reply.answered() && attempt < attempts; ++attempt) {
+    for (int attempt = 1; !reply.answered() && attempt < attempts; ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
-        if (!run->stands()) co_return false;
         reply = co_await askPihole(name);
     }
-    if (!run->stands()) co_return false;
     if (reply.ok) m_day.countOwn();
     if (reply.answered())
         showPiholeCheck(2, true, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
     else if (!containerPassed)
         showPiholeCheck(2, false, QStringLiteral("No answer on 127.0.0.1 port 53."));
     co_await explainReply(run, reply);
-    if (!run->stands()) co_return false;
     if (containerPassed && !reply.answered()) co_await explainSilentDns(run);
     co_return reply.answered();
 }
 
 /// Says beside the row what a reply, or none, says about Pi-hole.
-QCoro::Task<> AppModel::explainReply(const ActivityMark *run, DigResult reply)
+Flow<> AppModel::explainReply(const ActivityMark *run, DigResult reply)
 {
+    co_await boundTo(*run);
     const DnsTrouble trouble = co_await dnsTroubleProven(reply);
-    if (!run->stands()) co_return;
     setUdpReplied(!reply.status.isEmpty() || trouble == DnsTrouble::NothingBehind);
     setNote(kPihole, trouble == DnsTrouble::Silent ? QString() : sentence(trouble));
 }
 
 /// A healthy container gave no answer over UDP: finds out whether TCP works, and whether Colima can forward UDP too.
-QCoro::Task<> AppModel::explainSilentDns(const ActivityMark *run)
+Flow<> AppModel::explainSilentDns(const ActivityMark *run)
 {
+    co_await boundTo(*run);
     const DigResult overTcp = co_await askPihole(QStringLiteral("example.com"), true);
     const bool flagSupported = co_await ColimaManager::supportsPortForwarderFlag();
-    if (!run->stands()) co_return;
     setGrpcFlagSupported(flagSupported);
     setTcpWorks(overTcp.answered());
     setUdpProblem(true);
@@ -176,10 +168,11 @@ QCoro::Task<> AppModel::explainSilentDns(const ActivityMark *run)
                                          "or Pi-hole is still starting."));
 }
 
-QCoro::Task<> AppModel::fixUDPForwarding()
+Flow<> AppModel::fixUDPForwarding()
 {
     if (!mayBegin(Activity::UdpFix, &AppModel::setNotice)) co_return;
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::UdpFix, ActivityMark::Begin::WhenAgreed);
+    co_await boundTo(*mark);
     const CommandSteps steps = ColimaManager::restartWithGrpcSteps();
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
@@ -192,25 +185,22 @@ QCoro::Task<> AppModel::fixUDPForwarding()
     question.accept = QStringLiteral("Restart Colima");
     question.reject = QStringLiteral("Cancel");
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!mark->stands() || !accepted) co_return;
+    if (!accepted) co_return;
 
     mark->agreed();
     const bool restarted = co_await perform(&m_startOp, QStringLiteral("Restarting Colima"), steps);
-    if (!mark->stands()) co_return;
     co_await refreshTools();
-    if (!mark->stands()) co_return;
     mark.reset(); // nothing that follows stands in the way of anything
     if (restarted) co_await runPiholeTests(true);
 }
 
-QCoro::Task<> AppModel::runAllTests()
+Flow<> AppModel::runAllTests()
 {
-    const QPointer<AppModel> alive(this);
     co_await runPiholeTests(false);
     // A removal forgets what was found; there is nothing left to test.
-    if (!alive || !outcomes().contains(kPihole)) co_return;
+    if (!outcomes().contains(kPihole)) co_return;
     co_await runBlockingTest();
-    if (!alive || !outcomes().contains(kPihole)) co_return;
+    if (!outcomes().contains(kPihole)) co_return;
     co_await runSystemTest();
 }
 

@@ -6,7 +6,6 @@
 #include "runtime/pihole_controller.h"
 
 #include <QFile>
-#include <QPointer>
 
 namespace corvane {
 
@@ -50,29 +49,28 @@ void AppModel::stopEverything()
     CommandRunner::terminateAll();
 }
 
-QCoro::Task<> AppModel::windDown(Clock::Duration limit)
+Flow<> AppModel::windDown(Clock::Duration limit)
 {
-    const QPointer<AppModel> alive(this);
     stopEverything();
     const Clock::Instant deadline = m_clock.now() + limit;
-    while (alive && m_activities.underWay().testFlag(Activity::Exchange) && m_clock.now() < deadline)
+    while (m_activities.underWay().testFlag(Activity::Exchange) && m_clock.now() < deadline)
         co_await m_clock.pause(kBetweenLooks);
 }
 
-QCoro::Task<> AppModel::putRight()
+Flow<> AppModel::putRight()
 {
     const ContainerState seen = containerState();
     const bool knows = seen.kind() != ContainerState::Kind::DockerDown && m_compared != seen;
     if (!knows || !QFile::exists(PiholeController::composeFile())) co_return;
-    const QPointer<AppModel> alive(this);
     const int changes = m_activities.changesBegun();
     const std::optional<DeployedContainer> deployed = co_await PiholeController::deployed();
-    if (!alive || !deployed || deployed->exists == seen.isMissing()) co_return;
+    if (!deployed || deployed->exists == seen.isMissing()) co_return;
     // What somebody has changed meanwhile, or is changing, says nothing.
     const bool stands = changes == m_activities.changesBegun() && containerState() == seen;
     if (!stands || !m_activities.mayBegin(Activity::PutRight)) co_return;
 
     const ActivityMark mark(m_activities, Activity::PutRight);
+    co_await boundTo(mark);
     const QString left = m_left.tag();
     const bool cutOff = !left.isEmpty() && pinnedTag() != left && (!deployed->exists || deployed->tag == left);
     if (cutOff) setPinnedTag(left);
@@ -82,19 +80,17 @@ QCoro::Task<> AppModel::putRight()
         setNotice(QStringLiteral("The web port is %1 again, where Pi-hole runs.").arg(webPort()));
     }
     co_await putFilesRight();
-    if (!mark.stands()) co_return;
     if (cutOff) tellOfRollback({});
     const bool clear = judge(*deployed);
     if (clear && passwordKnown()) m_compared = seen;
 }
 
-QCoro::Task<> AppModel::putFilesRight()
+Flow<> AppModel::putFilesRight()
 {
-    const QPointer<AppModel> alive(this);
     if (PiholeController::filesSay(pinnedTag(), webPort(), adminPassword())) co_return;
     const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), adminPassword());
     // Whoever tried before has told why not.
-    if (alive && !written && notice().isEmpty())
+    if (!written && notice().isEmpty())
         setNotice(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
 }
 
@@ -130,29 +126,26 @@ bool AppModel::judgeNewVersion(const QString &left)
     return true;
 }
 
-QCoro::Task<> AppModel::bringBack()
+Flow<> AppModel::bringBack()
 {
     const QString tag = wayBack();
     if (tag.isEmpty() || !mayBegin(Activity::BringBack, &AppModel::setUpdateMessage)) co_return;
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::BringBack);
+    co_await boundTo(*mark);
     const bool back = co_await remake(tag);
-    if (!mark->stands()) co_return;
     mark.reset(); // nothing that follows stands in the way of anything
-    const QPointer<AppModel> alive(this);
     if (back)
         co_await runPiholeTests(true);
     else
         co_await refreshStatus(true);
-    if (alive) co_await putRight();
+    co_await putRight();
 }
 
 /// Pins the version and makes its container anew; whether it did.
-QCoro::Task<bool> AppModel::remake(QString tag)
+Flow<bool> AppModel::remake(QString tag)
 {
-    const QPointer<AppModel> alive(this);
     const WantedContainer wanted{tag, webPort(), composeAvailable(), false};
     const auto steps = co_await containerSteps(wanted);
-    if (!alive) co_return false;
     if (!steps || steps->isEmpty()) {
         setUpdateMessage(steps ? QStringLiteral("docker was not found.") : steps.error());
         co_return false;
@@ -160,14 +153,12 @@ QCoro::Task<bool> AppModel::remake(QString tag)
     const ActivityMark exchange(m_activities, Activity::Exchange);
     m_compared.reset();
     const QString unwritten = co_await pin(tag);
-    if (!alive) co_return false;
     if (!unwritten.isEmpty()) {
         setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + unwritten);
         co_return false;
     }
     const QString title = QStringLiteral("Bringing version %1 back").arg(tag);
     const bool back = exchange.stands() && co_await perform(&m_maintOp, title, *steps);
-    if (!alive) co_return false;
     setUpdateMessage(back ? QStringLiteral("Version %1 is back.").arg(tag)
                           : QStringLiteral("Version %1 was not brought back: ").arg(tag) + m_maintOp.failureSentence());
     co_return back;

@@ -7,7 +7,6 @@
 #include "runtime/pihole_controller.h"
 
 #include <QFile>
-#include <QPointer>
 
 #include <algorithm>
 
@@ -52,49 +51,43 @@ QString whatIsLeft(const CommandResult &removal)
 
 } // namespace
 
-QCoro::Task<> AppModel::removePihole()
+Flow<> AppModel::removePihole()
 {
     if (!mayBegin(Activity::Removal, &AppModel::setNotice)) co_return;
     ActivityMark mark(m_activities, Activity::Removal, ActivityMark::Begin::WhenAgreed);
+    co_await boundTo(mark);
     const Alert question = removalQuestion();
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!mark.stands() || !accepted) co_return;
+    if (!accepted) co_return;
 
     mark.agreed();
     m_comeback.setStoppedByUser(true);
     setNotice({});
     const DNSRestore restored = co_await DNSConfigurator::restoreForRemoval();
-    if (!mark.stands()) co_return;
     if (restored.failure) {
         setNotice(QStringLiteral("Pi-hole was not removed because your DNS could not be restored: ") +
                   *restored.failure);
         co_return;
     }
     co_await dropBrowserRule();
-    if (!mark.stands()) co_return;
     co_await removeContainer();
-    if (!mark.stands()) co_return;
     setDnsMessage(restored.remark);
     co_await loadServices();
-    if (!mark.stands()) co_return;
     co_await refreshStatus(false);
 }
 
-QCoro::Task<> AppModel::removeContainer()
+Flow<> AppModel::removeContainer()
 {
-    const QPointer<AppModel> alive(this);
     const QStringList removal{QStringLiteral("rm"), QStringLiteral("-f"), QStringLiteral("pihole")};
     const CommandResult container = co_await DockerCLI::run(removal, kRemoveTimeout);
     const QStringList volumeRemoval{QStringLiteral("volume"), QStringLiteral("rm"), QStringLiteral("pihole_etc"),
                                     QStringLiteral("pihole_dnsmasq")};
     const CommandResult volumes = co_await DockerCLI::run(volumeRemoval, kRemoveVolumesTimeout);
     if (isGone(container)) co_await MachinePort::giveRoomBack();
-    if (!alive) co_return;
 
     QFile::remove(PiholeController::composeFile());
     QFile::remove(PiholeController::environmentFile());
     co_await removePassword();
-    if (!alive) co_return;
     forgetPihole();
     const QString left = isGone(container) ? whatIsLeft(volumes) : whatIsLeft(container);
     setNotice(left.isEmpty() ? QStringLiteral("Pi-hole was removed.")

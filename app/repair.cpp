@@ -1,8 +1,6 @@
 #include "app/repair.h"
 
-#include "app/launch.h"
-
-#include <QPointer>
+#include "app/flow.h"
 
 #include <algorithm>
 
@@ -26,58 +24,49 @@ Repair::Repair(PiholeAPI &api, Clock &clock, CurrentActivities &activities)
     connect(&m_activities, &CurrentActivities::changed, this, &Repair::onActivities);
 }
 
-QCoro::Task<> Repair::watch()
+Flow<> Repair::watch()
 {
     if (watching()) co_return;
-    const QPointer<Repair> alive(this);
     const int watch = ++m_newestWatch;
     setWatching(true);
     m_boundary.reset();
     m_rulesKnown = false;
     setNames({});
     setTrouble({});
-    while (alive && watching() && watch == m_newestWatch) {
+    while (watching() && watch == m_newestWatch) {
         co_await look();
-        if (!alive) co_return;
         co_await m_clock.pause(kBetweenLooks);
     }
 }
 
-QCoro::Task<> Repair::look()
+Flow<> Repair::look()
 {
-    const QPointer<Repair> alive(this);
     if (!m_boundary) co_await setBoundary();
-    if (!alive || !m_boundary) co_return;
+    if (!m_boundary) co_return;
     if (!m_rulesKnown) co_await readRules();
-    if (!alive) co_return;
     if (privacyLevel() > 0) co_return; // there is nothing to be seen
     const auto questions = co_await m_api.blockedSince(*m_boundary - kLately, kMostQuestions);
-    if (!alive || !watching() || !m_boundary) co_return;
+    if (!watching() || !m_boundary) co_return;
     setTrouble(questions ? QString() : questions.error().description());
     if (questions) setNames(blockedNames(*questions, *m_boundary, m_lists, m_rules));
 }
 
 /// What is asked from now on is new. Now is what Pi-hole's clock says, which may differ from the Mac's.
-QCoro::Task<> Repair::setBoundary()
+Flow<> Repair::setBoundary()
 {
-    const QPointer<Repair> alive(this);
     const auto level = co_await m_api.privacyLevel();
-    if (!alive) co_return;
     setPrivacyLevel(level.value_or(0));
     const auto newest = co_await m_api.recentQueries(1);
-    if (!alive) co_return;
     setTrouble(newest ? QString() : newest.error().description());
     if (!newest) co_return;
     m_boundary = newest->isEmpty() ? 0 : newest->first().time;
     const auto lists = co_await m_api.lists();
-    if (alive && lists) m_lists = *lists;
+    if (lists) m_lists = *lists;
 }
 
-QCoro::Task<bool> Repair::readRules()
+Flow<bool> Repair::readRules()
 {
-    const QPointer<Repair> alive(this);
     const auto rules = co_await m_api.rules();
-    if (!alive) co_return false;
     const PiholeAPIError noDatabase = PiholeAPIError::http(400);
     setDatabaseBroken(!rules && rules.error() == noDatabase);
     if (!rules) co_return false;
@@ -91,21 +80,19 @@ QCoro::Task<bool> Repair::readRules()
     co_return true;
 }
 
-QCoro::Task<> Repair::endPermissions()
+Flow<> Repair::endPermissions()
 {
     const QDateTime now = QDateTime::currentDateTime();
     const auto isOver = [now](const Permission &permission) { return permission.isOver(now); };
     const bool due = std::ranges::any_of(permissions(), isOver);
     if (listsRun() || (m_rulesKnown && !due)) co_return;
-    const QPointer<Repair> alive(this);
     const bool known = co_await readRules();
-    if (!alive || !known) co_return;
+    if (!known) co_return;
     const QList<Permission> all = permissions();
     bool ended = false;
     for (const Permission &permission : all) {
         if (!isOver(permission)) continue;
         const auto gone = co_await m_api.removeRule(PiholeRule::Kind::AllowedName, permission.name);
-        if (!alive) co_return;
         if (gone) remember(permission, false);
         ended = true;
     }

@@ -4,10 +4,10 @@
 #include "app/blocked_name.h"
 #include "app/clock.h"
 #include "app/current_activities.h"
+#include "app/flow.h"
 #include "app/permission.h"
 #include "app/published.h"
 
-#include <QCoro/QCoroTask>
 #include <QHash>
 #include <QObject>
 
@@ -36,17 +36,17 @@ public:
     Repair(PiholeAPI &api, Clock &clock, CurrentActivities &activities);
 
     /// Looks until `stopWatching`. What is asked for from now on is kept apart from what was asked before.
-    [[nodiscard]] QCoro::Task<> watch();
+    [[nodiscard]] Flow<> watch();
     void stopWatching() { setWatching(false); }
 
     /// Lets Pi-hole allow the name, for an hour or until it is taken back, and proves it by a lookup.
-    [[nodiscard]] QCoro::Task<> allow(QString name, bool forGood);
-    [[nodiscard]] QCoro::Task<> takeBack(QString name);
+    [[nodiscard]] Flow<> allow(QString name, bool forGood);
+    [[nodiscard]] Flow<> takeBack(QString name);
 
     /// Reads the rules anew; whether they could be read.
-    QCoro::Task<bool> readRules();
+    Flow<bool> readRules();
     /// Takes away what is over. Asks Pi-hole only when something is, or when nobody knows.
-    [[nodiscard]] QCoro::Task<> endPermissions();
+    [[nodiscard]] Flow<> endPermissions();
     /// Whoever changed Pi-hole's rules may have done so: they are read anew, and what got lost is done again.
     void onRulesReplaced();
     void forgetRules() { m_rulesKnown = false; }
@@ -59,12 +59,12 @@ private:
         Clock::Instant moment;
     };
 
-    [[nodiscard]] QCoro::Task<> look();
-    [[nodiscard]] QCoro::Task<> setBoundary();
-    [[nodiscard]] QCoro::Task<> repeatChanges();
-    [[nodiscard]] PiholeAPI::Answer<bool> put(Permission permission);
-    [[nodiscard]] QCoro::Task<> prove(Permission permission);
-    [[nodiscard]] QCoro::Task<QString> verdictOnLookup(QString name);
+    [[nodiscard]] Flow<> look();
+    [[nodiscard]] Flow<> setBoundary();
+    [[nodiscard]] Flow<> repeatChanges();
+    [[nodiscard]] Flow<std::expected<bool, PiholeAPIError>> put(Permission permission);
+    [[nodiscard]] Flow<> prove(Permission permission);
+    [[nodiscard]] Flow<QString> verdictOnLookup(QString name);
     void remember(const Permission &permission, bool allowed);
     [[nodiscard]] bool listsRun() const { return m_activities.underWay().testFlag(Activity::LoadLists); }
     void onActivities();

@@ -12,7 +12,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QSysInfo>
 
 #include <pwd.h>
@@ -178,10 +177,11 @@ Redaction redactionFor(const AppModel &app)
 
 } // namespace
 
-QCoro::Task<> AppModel::makeReport()
+Flow<> AppModel::makeReport()
 {
     if (!m_activities.mayBegin(Activity::MakeReport)) co_return;
     const ActivityMark mark(m_activities, Activity::MakeReport);
+    co_await boundTo(mark);
     ReportText report;
     report.section(QStringLiteral("Versions"));
     addSystem(report, *this);
@@ -195,7 +195,6 @@ QCoro::Task<> AppModel::makeReport()
         const Environment nothingExtra;
         const CommandResult result =
             co_await CommandRunner::run(*question.exe, question.args, kToolLimit, nothingExtra);
-        if (!mark.stands()) co_return;
         report.fact(question.name, QStringLiteral("%1 (%2 ms)").arg(oneLine(result)).arg(time.elapsed()));
     }
     addState(report, *this);
@@ -205,16 +204,14 @@ QCoro::Task<> AppModel::makeReport()
     setReport(redactionFor(*this).of(report.text()));
 }
 
-QCoro::Task<> AppModel::saveReport()
+Flow<> AppModel::saveReport()
 {
-    const QPointer<AppModel> alive(this);
     const QByteArray shown = report().toUtf8();
     FilePanel panel;
     panel.proposedName = QStringLiteral("Corvane report.txt");
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
-    if (!alive || !path) co_return;
+    if (!path) co_return;
     const auto saved = co_await writeFile(*path, shown);
-    if (!alive) co_return;
     setNotice(saved ? QStringLiteral("The report is saved.")
                     : QStringLiteral("The report could not be saved: ") + saved.error());
     if (saved) setReport({});

@@ -11,8 +11,6 @@
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace corvane {
@@ -40,7 +38,7 @@ Alert autostartQuestion(bool on)
 
 void AppModel::installColimaAndDocker() { launch(install()); }
 
-QCoro::Task<> AppModel::install()
+Flow<> AppModel::install()
 {
     if (!hasBrew()) {
         m_workspace.open(QUrl(QStringLiteral("https://brew.sh")));
@@ -48,23 +46,23 @@ QCoro::Task<> AppModel::install()
     }
     if (!mayBegin(Activity::Install, &AppModel::setNotice)) co_return;
     const ActivityMark mark(m_activities, Activity::Install);
+    co_await boundTo(mark);
     const CommandSteps steps = ColimaManager::installSteps();
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Homebrew was not found."));
         co_return;
     }
     const bool installed = co_await perform(&m_installOp, QStringLiteral("Installing Colima and Docker"), steps);
-    if (!mark.stands()) co_return;
     co_await refreshTools();
-    if (!mark.stands() || !installed) co_return;
+    if (!installed) co_return;
     if (autostartColima() && dockerWorks()) co_await switchAutostart(true);
     // What was missing when this Mac was checked is there now.
-    if (mark.stands() && !systemChecks().isEmpty()) co_await runSystemChecks();
+    if (!systemChecks().isEmpty()) co_await runSystemChecks();
 }
 
 void AppModel::applyAutostart(bool enable) { launch(changeLoginService(enable)); }
 
-QCoro::Task<> AppModel::changeLoginService(bool enable)
+Flow<> AppModel::changeLoginService(bool enable)
 {
     if (!mayBegin(Activity::Autostart, &AppModel::setNotice)) co_return;
     const ActivityMark mark(m_activities, Activity::Autostart);
@@ -72,20 +70,18 @@ QCoro::Task<> AppModel::changeLoginService(bool enable)
 }
 
 /// Runs the steps and waits until Docker is back.
-QCoro::Task<> AppModel::switchAutostart(bool enable)
+Flow<> AppModel::switchAutostart(bool enable)
 {
-    const QPointer<AppModel> alive(this);
     const CommandSteps steps = ColimaManager::autostartSteps(enable, dockerWorks());
     if (steps.isEmpty()) co_return;
     const QString title = enable ? OperationTitle::kTurningColimaOn : OperationTitle::kTurningColimaOff;
     co_await perform(&m_installOp, title, steps);
-    if (alive && m_installOp.failure().remedy == FailureReading::Remedy::StartColimaByHand)
-        co_await startColimaWithoutService();
-    if (alive) co_await waitForDocker();
+    if (m_installOp.failure().remedy == FailureReading::Remedy::StartColimaByHand) co_await startColimaWithoutService();
+    co_await waitForDocker();
 }
 
 /// Docker must not stay down because macOS refused the login service.
-QCoro::Task<> AppModel::startColimaWithoutService()
+Flow<> AppModel::startColimaWithoutService()
 {
     setAutostartColima(false);
     setNotice(QStringLiteral("Colima does not start at login: macOS did not accept its login service. It is started "
@@ -93,43 +89,42 @@ QCoro::Task<> AppModel::startColimaWithoutService()
     co_await perform(&m_installOp, kStartingColima, colimaStartSteps(*this));
 }
 
-QCoro::Task<> AppModel::waitForDocker()
+Flow<> AppModel::waitForDocker()
 {
-    const QPointer<AppModel> alive(this);
     for (int round = 0; round < kReturnRounds; ++round) {
         co_await refreshTools();
-        if (!alive || dockerWorks()) co_return;
+        if (dockerWorks()) co_return;
         co_await m_clock.pause(kReturnPause);
-        if (!alive) co_return;
     }
 }
 
 void AppModel::startColimaOnly() { launch(startColima()); }
 
-QCoro::Task<> AppModel::startColima()
+Flow<> AppModel::startColima()
 {
     if (!mayBegin(Activity::StartColima, &AppModel::setNotice)) co_return;
     const ActivityMark mark(m_activities, Activity::StartColima);
+    co_await boundTo(mark);
     const CommandSteps steps = colimaStartSteps(*this);
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
         co_return;
     }
     co_await perform(&m_installOp, kStartingColima, steps);
-    if (mark.stands()) co_await refreshTools();
+    co_await refreshTools();
 }
 
-QCoro::Task<> AppModel::testDocker()
+Flow<> AppModel::testDocker()
 {
     if (!m_activities.mayBegin(Activity::DockerTest)) co_return;
     const ActivityMark mark(m_activities, Activity::DockerTest);
+    co_await boundTo(mark);
     co_await refreshTools();
-    if (!mark.stands()) co_return;
     recordOutcome(QStringLiteral("docker"), dockerWorks(),
                   dockerWorks() ? QStringLiteral("docker info works") : QStringLiteral("docker info failed"));
 }
 
-QCoro::Task<> AppModel::changeAutostart(bool on)
+Flow<> AppModel::changeAutostart(bool on)
 {
     setAutostartColima(on);
     if (!hasBrew() || !hasColima() || m_installOp.running()) co_return;
@@ -138,10 +133,10 @@ QCoro::Task<> AppModel::changeAutostart(bool on)
         co_return;
     }
     ActivityMark mark(m_activities, Activity::Autostart, ActivityMark::Begin::WhenAgreed);
+    co_await boundTo(mark);
     if (dockerWorks()) {
         const Alert question = autostartQuestion(on);
         const bool accepted = co_await m_dialogs.confirm(question);
-        if (!mark.stands()) co_return;
         if (!accepted) {
             setAutostartColima(!on);
             co_return;
@@ -153,10 +148,11 @@ QCoro::Task<> AppModel::changeAutostart(bool on)
 
 QString AppModel::generatePassword() { return AdminPassword::generate(); }
 
-QCoro::Task<> AppModel::startPihole()
+Flow<> AppModel::startPihole()
 {
     if (!mayBegin(Activity::StartPihole, &AppModel::setStartMessage)) co_return;
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::StartPihole);
+    co_await boundTo(*mark);
     setStartPlace(Place::SetUp);
     setStartMessage({});
     const QString password = passwordInput();
@@ -165,29 +161,24 @@ QCoro::Task<> AppModel::startPihole()
         co_return;
     }
     const bool ready = co_await piholeCanStart();
-    if (!mark->stands() || !ready) co_return;
+    if (!ready) co_return;
     const bool started = co_await startContainer(password);
-    if (!mark->stands()) co_return;
     mark.reset(); // nothing that follows stands in the way of anything
     if (started) co_await runPiholeTests(true);
 }
 
 /// Whether Docker works and no port is held by another program; says so when not.
-QCoro::Task<bool> AppModel::piholeCanStart()
+Flow<bool> AppModel::piholeCanStart()
 {
-    const QPointer<AppModel> alive(this);
     co_await refreshTools();
-    if (!alive) co_return false;
     if (!dockerWorks()) {
         setStartMessage(QStringLiteral("Docker is not running. Finish step 3 first."));
         co_return false;
     }
     const ContainerState container = co_await PiholeController::containerState();
-    if (!alive) co_return false;
     if (container.isRunning()) co_return true;
 
     const QList<PortReport> reports = co_await PortChecker::checkAll(webPort());
-    if (!alive) co_return false;
     setPortReports(reports);
     if (std::ranges::count(reports, PortProbe::InUse, &PortReport::probe) == 0) co_return true;
     setStartMessage(kPortTaken);
@@ -195,12 +186,10 @@ QCoro::Task<bool> AppModel::piholeCanStart()
 }
 
 /// Makes the container anew with this password; whether it did.
-QCoro::Task<bool> AppModel::startContainer(QString password)
+Flow<bool> AppModel::startContainer(QString password)
 {
-    const QPointer<AppModel> alive(this);
     const WantedContainer wanted{pinnedTag(), webPort(), composeAvailable(), true};
     const auto steps = co_await containerSteps(wanted);
-    if (!alive) co_return false;
     if (!steps) {
         setStartMessage(steps.error());
         co_return false;
@@ -210,29 +199,25 @@ QCoro::Task<bool> AppModel::startContainer(QString password)
         co_return false;
     }
     const bool kept = co_await keepPassword(password);
-    if (!alive || !kept) co_return false;
+    if (!kept) co_return false;
     const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), password);
-    if (!alive) co_return false;
     if (!written) {
         setStartMessage(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
         co_return false;
     }
     configureAPI();
     const bool started = co_await perform(&m_startOp, QStringLiteral("Starting Pi-hole"), *steps);
-    if (!alive) co_return false;
     // Who holds the port is read with the checks.
     if (m_startOp.failureSummary() == DockerCLI::kPortInUse) launch(runSystemChecks());
     co_return started;
 }
 
 /// From now on this is the password; whether the keychain took it.
-QCoro::Task<bool> AppModel::keepPassword(QString password)
+Flow<bool> AppModel::keepPassword(QString password)
 {
-    const QPointer<AppModel> alive(this);
     const bool wasOnItsWay = m_newPassword.isOnItsWay();
     m_newPassword.begin(); // first: whoever is cut off from here on is told
     const bool saved = co_await savePassword(password);
-    if (!alive) co_return false;
     if (saved) {
         takePassword(*this, password);
         co_return true;

@@ -30,30 +30,27 @@ constexpr std::chrono::seconds kBetweenLooks{1};
 
 } // namespace
 
-QCoro::Task<> AppModel::refreshStatus(bool includeStats)
+Flow<> AppModel::refreshStatus(bool includeStats)
 {
     m_refreshAgain = m_refreshing;
     m_refreshAgainWithStats = m_refreshing && (m_refreshAgainWithStats || includeStats);
     if (m_refreshing) co_return;
     m_refreshing = true;
-    const QPointer<AppModel> alive(this);
-    const auto done = qScopeGuard([alive] {
-        if (alive) alive->m_refreshing = false;
+    const auto done = qScopeGuard([model = QPointer<AppModel>(this)] {
+        if (model) model->m_refreshing = false;
     });
     co_await look(includeStats);
     // Who asked meanwhile did so because something had changed.
-    while (alive && std::exchange(m_refreshAgain, false)) {
+    while (std::exchange(m_refreshAgain, false)) {
         co_await look(std::exchange(m_refreshAgainWithStats, false));
     }
 }
 
-QCoro::Task<> AppModel::look(bool includeStats)
+Flow<> AppModel::look(bool includeStats)
 {
-    const QPointer<AppModel> alive(this);
     const int changes = m_activities.changesBegun();
     const bool free = m_activities.mayBegin(Activity::StartContainer);
     const ContainerState container = co_await PiholeController::containerState();
-    if (!alive) co_return;
     setContainerState(container);
 
     const DigResult reply = co_await PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), false,
@@ -64,7 +61,7 @@ QCoro::Task<> AppModel::look(bool includeStats)
     if (reply.answered() && !fromPihole) trouble = DnsTrouble::Silent;
     const ResolverReport report = co_await DNSConfigurator::resolverReport();
     // While Pi-hole starts, a question that gets lost says nothing.
-    if (!alive || (starting() && !fromPihole)) co_return;
+    if (starting() && !fromPihole) co_return;
     // One old answer is usual: Pi-hole gives it while it asks anew.
     m_oldAnswers = reply.stale() ? m_oldAnswers + 1 : 0;
     const bool onlyOld = trouble == DnsTrouble::None && m_oldAnswers > 1;
@@ -80,7 +77,7 @@ QCoro::Task<> AppModel::look(bool includeStats)
     } else if (includeStats && mayCount()) {
         co_await refreshStats();
     }
-    if (alive) co_await readHistory(includeStats);
+    co_await readHistory(includeStats);
 }
 
 /// Whether there is a password to read the counters with, or may be one.
@@ -102,12 +99,11 @@ void AppModel::publishLook(bool answers, DnsTrouble trouble, const ResolverRepor
     noteProtection();
 }
 
-QCoro::Task<> AppModel::refreshAfterStart()
+Flow<> AppModel::refreshAfterStart()
 {
-    const QPointer<AppModel> alive(this);
     const int watch = ++m_newestWatch;
     const ContainerState container = co_await PiholeController::containerState();
-    if (!alive || watch != m_newestWatch) co_return;
+    if (watch != m_newestWatch) co_return;
     setContainerState(container);
     setStarting(container.isRunning());
     if (starting()) setStatusChecked(false);
@@ -117,31 +113,29 @@ QCoro::Task<> AppModel::refreshAfterStart()
     bool told = false;
     while (starting() && !told) {
         const bool answers = co_await PiholeController::knowsItsName();
-        if (!alive || watch != m_newestWatch) co_return;
+        if (watch != m_newestWatch) co_return;
         // It may have been the last answer before the restart; then this look finds nothing, and says nothing.
         if (answers) co_await refreshStatus(true);
-        if (!alive || watch != m_newestWatch) co_return;
+        if (watch != m_newestWatch) co_return;
         told = answers && statusChecked();
         if (told || m_clock.now() >= deadline) break;
         co_await m_clock.pause(kBetweenLooks);
-        if (!alive || watch != m_newestWatch) co_return;
+        if (watch != m_newestWatch) co_return;
     }
     setStarting(false);
     if (!told) co_await refreshStatus(true);
     // The web server comes a moment after the resolver.
-    while (alive && answering() && apiMessage() == silence && m_clock.now() < deadline) {
+    while (answering() && apiMessage() == silence && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenLooks);
-        if (!alive || watch != m_newestWatch) co_return;
+        if (watch != m_newestWatch) co_return;
         co_await refreshStats();
     }
 }
 
-QCoro::Task<> AppModel::refreshStats()
+Flow<> AppModel::refreshStats()
 {
-    const QPointer<AppModel> alive(this);
     configureAPI();
     const auto counters = co_await m_api.summary();
-    if (!alive) co_return;
     if (!counters) {
         tellApi({}, counters.error());
         co_return;
@@ -149,7 +143,6 @@ QCoro::Task<> AppModel::refreshStats()
     setSummary(*counters);
 
     const auto state = co_await m_api.blocking();
-    if (!alive) co_return;
     if (!state) {
         tellApi({}, state.error());
         co_return;
@@ -158,7 +151,7 @@ QCoro::Task<> AppModel::refreshStats()
     tellApi({}, std::nullopt);
     m_newPassword.end();
     co_await keepPauseShort();
-    if (alive) co_await keepBrowserRule();
+    co_await keepBrowserRule();
 }
 
 /// What the API had to say, and beside it what that means where the words themselves do not tell.

@@ -6,8 +6,6 @@
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace corvane {
@@ -71,20 +69,19 @@ CheckRow portsRow(int webPort, const QList<PortReport> &reports)
 
 } // namespace
 
-QCoro::Task<> AppModel::runSystemChecks()
+Flow<> AppModel::runSystemChecks()
 {
     if (!m_activities.mayBegin(Activity::Checks)) co_return;
     const ActivityMark mark(m_activities, Activity::Checks);
+    co_await boundTo(mark);
 
     co_await refreshTools();
-    if (!mark.stands()) co_return;
     CheckRows rows{cpuRow(), osRow(), brewRow(hasBrew(), !hasDocker() || !hasColima()),
                    toolRow(QStringLiteral("docker"), hasDocker(), DockerCLI::find()),
                    toolRow(QStringLiteral("colima"), hasColima(),
                            Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()))};
 
     const ContainerState container = co_await PiholeController::containerState();
-    if (!mark.stands()) co_return;
     setContainerState(container);
     if (container.isRunning()) {
         setPortReports({});
@@ -92,7 +89,6 @@ QCoro::Task<> AppModel::runSystemChecks()
                      QStringLiteral("Used by the Pi-hole container, as expected.")});
     } else {
         const QList<PortReport> reports = co_await PortChecker::checkAll(webPort());
-        if (!mark.stands()) co_return;
         setPortReports(reports);
         rows.append(portsRow(webPort(), reports));
     }

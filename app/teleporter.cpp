@@ -3,7 +3,6 @@
 
 #include <QDateTime>
 #include <QFileInfo>
-#include <QPointer>
 
 namespace corvane {
 
@@ -28,13 +27,13 @@ QString uploadName(const QString &name)
 
 } // namespace
 
-QCoro::Task<> AppModel::exportBackup()
+Flow<> AppModel::exportBackup()
 {
     if (!mayBegin(Activity::ExportBackup, &AppModel::setNotice)) co_return;
     const ActivityMark mark(m_activities, Activity::ExportBackup);
+    co_await boundTo(mark);
     setNotice({});
     const auto archive = co_await downloadSettings();
-    if (!mark.stands()) co_return;
     if (!archive) {
         setNotice(QStringLiteral("Backup failed: ") + archive.error().description());
         co_return;
@@ -44,22 +43,22 @@ QCoro::Task<> AppModel::exportBackup()
                          QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")) +
                          QStringLiteral(".zip");
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
-    if (!mark.stands() || !path) co_return;
+    if (!path) co_return;
     const auto written = co_await writeFile(*path, archive->bytes);
-    if (!mark.stands()) co_return;
     setNotice(written ? QStringLiteral("Backup saved to %1.").arg(QFileInfo(*path).fileName())
                       : QStringLiteral("Backup failed: ") + written.error());
 }
 
-QCoro::Task<> AppModel::importBackup()
+Flow<> AppModel::importBackup()
 {
     if (!mayBegin(Activity::ImportBackup, &AppModel::setNotice)) co_return;
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::ImportBackup,
                                      ActivityMark::Begin::WhenAgreed);
+    co_await boundTo(*mark);
     setNotice({});
     const FilePanel panel = zipPanel(FilePanel::Purpose::Open);
     const std::optional<QString> path = co_await m_dialogs.choose(panel);
-    if (!mark->stands() || !path) co_return;
+    if (!path) co_return;
     const QString name = QFileInfo(*path).fileName();
     Alert question;
     question.title = QStringLiteral("Restore this backup?");
@@ -70,18 +69,16 @@ QCoro::Task<> AppModel::importBackup()
     question.reject = QStringLiteral("Cancel");
     question.style = Alert::Style::Warning;
     const bool accepted = co_await m_dialogs.confirm(question);
-    if (!mark->stands() || !accepted) co_return;
+    if (!accepted) co_return;
 
     mark->agreed();
     configureAPI();
     const auto archive = co_await readFile(*path);
-    if (!mark->stands()) co_return;
     if (!archive) {
         setNotice(QStringLiteral("Restore failed: ") + archive.error());
         co_return;
     }
     const auto restored = co_await m_api.teleporterUpload(archive->bytes, uploadName(name));
-    if (!mark->stands()) co_return;
     if (!restored) {
         setNotice(QStringLiteral("Restore failed: ") + restored.error().description());
         co_return;
@@ -91,9 +88,8 @@ QCoro::Task<> AppModel::importBackup()
     m_browserRuleKeeper.lookAgain();
     // Pi-hole's answer is out before it restarts itself.
     mark.reset(); // looking on stands in the way of nothing
-    const QPointer<AppModel> alive(this);
     co_await m_clock.pause(kBeforeRestart);
-    if (alive) co_await refreshAfterStart();
+    co_await refreshAfterStart();
 }
 
 } // namespace corvane

@@ -7,7 +7,6 @@
 #include "runtime/pihole_controller.h"
 
 #include <QFile>
-#include <QPointer>
 
 #include <algorithm>
 
@@ -33,14 +32,14 @@ QString webPortProblem(int port, int ours)
 
 } // namespace
 
-QCoro::Task<> AppModel::changeWebPort(int port)
+Flow<> AppModel::changeWebPort(int port)
 {
     if (port == webPort() || !mayBegin(Activity::PortChange, &AppModel::setNotice)) co_return;
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::PortChange);
+    co_await boundTo(*mark);
     setNotice(passwordKnown() ? QString() : PiholeAPIError::noPassword().description());
     if (!notice().isEmpty()) co_return;
     const std::optional<DeployedContainer> deployed = co_await PiholeController::deployed();
-    if (!mark->stands()) co_return;
     setNotice(webPortProblem(port, deployed ? deployed->webPort : 0));
     if (!notice().isEmpty()) co_return;
     if (!(deployed && deployed->exists) &&
@@ -55,35 +54,30 @@ QCoro::Task<> AppModel::changeWebPort(int port)
     }
     const WantedContainer wanted{pinnedTag(), port, composeAvailable(), false};
     const auto steps = co_await containerSteps(wanted);
-    if (!mark->stands()) co_return;
     if (!steps || steps->isEmpty()) {
         setNotice(steps ? QStringLiteral("docker was not found.") : steps.error());
         co_return;
     }
     co_await movePihole(port, *steps);
-    if (!mark->stands()) co_return;
     mark.reset(); // looking on stands in the way of nothing
-    const QPointer<AppModel> alive(this);
     co_await refreshAfterStart();
-    if (alive) co_await putRight();
+    co_await putRight();
 }
 
 /// Makes the container anew at the port; goes back to the old one when it cannot, and says why.
-QCoro::Task<> AppModel::movePihole(int port, CommandSteps steps)
+Flow<> AppModel::movePihole(int port, CommandSteps steps)
 {
-    const QPointer<AppModel> alive(this);
     const ActivityMark exchange(m_activities, Activity::Exchange);
     m_compared.reset();
     const int oldPort = webPort();
     setWebPort(port);
     configureAPI();
     const auto written = co_await writePiholeFiles(pinnedTag(), port, adminPassword());
-    if (!alive) co_return;
     QString problem = written ? QString() : QStringLiteral("Could not write the new compose file: ") + written.error();
     if (written && exchange.stands()) {
         const QString title = QString(OperationTitle::kMovingPort).arg(port);
         const bool moved = co_await perform(&m_maintOp, title, steps);
-        if (!alive || moved) co_return;
+        if (moved) co_return;
         problem = QStringLiteral("Pi-hole was not recreated on port %1: %2 The web port is %3 again.")
                       .arg(QString::number(port), m_maintOp.failureSentence(), QString::number(oldPort));
     }

@@ -1,6 +1,6 @@
 #include "remote/receiver.h"
 
-#include "app/launch.h"
+#include "app/flow.h"
 #include "remote/exit_status.h"
 #include "remote/status_facts.h"
 
@@ -44,27 +44,23 @@ void Receiver::receive(const Request &request, Conversation *asker)
     }
 }
 
-QCoro::Task<> Receiver::pause(Asker asker, std::chrono::seconds length)
+Flow<> Receiver::pause(Asker asker, std::chrono::seconds length)
 {
-    const QPointer<Receiver> alive(this);
     co_await m_app.pauseBlocking(length);
-    if (alive) answer(asker, m_app.apiMessage().startsWith(AppModel::kPaused), m_app.apiMessage());
+    answer(asker, m_app.apiMessage().startsWith(AppModel::kPaused), m_app.apiMessage());
 }
 
-QCoro::Task<> Receiver::resume(Asker asker)
+Flow<> Receiver::resume(Asker asker)
 {
-    const QPointer<Receiver> alive(this);
     co_await m_app.resumeBlocking();
-    if (alive) answer(asker, m_app.apiMessage() == AppModel::kResumed, m_app.apiMessage());
+    answer(asker, m_app.apiMessage() == AppModel::kResumed, m_app.apiMessage());
 }
 
-QCoro::Task<> Receiver::restoreDns(Asker asker)
+Flow<> Receiver::restoreDns(Asker asker)
 {
-    const QPointer<Receiver> alive(this);
     m_app.setNotice({});
     m_app.setDnsMessage({});
     co_await m_app.restoreOldSettings(Place::Dashboard);
-    if (!alive) co_return;
     const bool done = m_app.notice() == AppModel::kRestored;
     QStringList said{done ? m_app.notice() : QString(), m_app.dnsMessage()};
     said.removeAll(QString());

@@ -21,9 +21,9 @@ private:
     using Asker = QPointer<Conversation>;
 
     void receive(const Request &request, Conversation *asker);
-    [[nodiscard]] QCoro::Task<> pause(Asker asker, std::chrono::seconds length);
-    [[nodiscard]] QCoro::Task<> resume(Asker asker);
-    [[nodiscard]] QCoro::Task<> restoreDns(Asker asker);
+    [[nodiscard]] Flow<> pause(Asker asker, std::chrono::seconds length);
+    [[nodiscard]] Flow<> resume(Asker asker);
+    [[nodiscard]] Flow<> restoreDns(Asker asker);
 
     AppModel &m_app;
     std::function<void()> m_comeForward;

@@ -1,12 +1,11 @@
 #include "ui/commands.h"
 
-#include "app/launch.h"
+#include "app/flow.h"
 #include "runtime/docker_cli.h"
 #include "ui/decisions/places.h"
 #include "ui/decisions/rows.h"
 
 #include <QFileInfo>
-#include <QPointer>
 
 namespace corvane {
 
@@ -102,11 +101,10 @@ void Commands::browsersAppeared()
 void Commands::runSystemChecks() { launch(m_app.runSystemChecks()); }
 void Commands::changeWebPort(int port) { launch(takeWebPort(port)); }
 
-QCoro::Task<> Commands::takeWebPort(int port)
+Flow<> Commands::takeWebPort(int port)
 {
-    const QPointer<Commands> alive(this);
     co_await m_app.changeWebPort(port);
-    if (alive) checkPortsAgain();
+    checkPortsAgain();
 }
 
 void Commands::forgetTakenPort()

@@ -94,7 +94,7 @@ Q_SIGNALS:
     void walked(const QString &place);
 
 private:
-    [[nodiscard]] QCoro::Task<> takeWebPort(int port);
+    [[nodiscard]] Flow<> takeWebPort(int port);
     void forgetTakenPort();
     void checkPortsAgain();
     void copySecret(const QString &secret);

@@ -1,12 +1,11 @@
 #include "ui/corvane_app.h"
 
-#include "app/launch.h"
+#include "app/flow.h"
 #include "platform/attention.h"
 #include "ui/dot.h"
 #include "ui/fonts.h"
 
 #include <QApplication>
-#include <QPointer>
 
 namespace corvane {
 
@@ -88,9 +87,8 @@ void CorvaneApp::quit()
     if (!m_asksToQuit) launch(askAndQuit());
 }
 
-QCoro::Task<> CorvaneApp::askAndQuit()
+Flow<> CorvaneApp::askAndQuit()
 {
-    const QPointer<CorvaneApp> alive(this);
     if (m_model.operationRunning() || (m_model.underWay() & notToBeCutOff())) {
         Alert alert;
         alert.title = QStringLiteral("Quit while Corvane is still working?");
@@ -100,13 +98,12 @@ QCoro::Task<> CorvaneApp::askAndQuit()
         alert.style = Alert::Style::Warning;
         m_asksToQuit = true;
         const bool agreed = co_await m_dialogs.confirm(alert);
-        if (!alive) co_return;
         m_asksToQuit = false;
         if (!agreed) co_return;
     }
     m_asksToQuit = true; // there is nothing more to ask
     co_await m_model.windDown(kLimitOfEnding);
-    if (alive) leave();
+    leave();
 }
 
 void CorvaneApp::endWithSession()

@@ -41,7 +41,7 @@ private:
     [[nodiscard]] Surroundings surroundings();
     void openSettings();
     void showIcon();
-    [[nodiscard]] QCoro::Task<> askAndQuit();
+    [[nodiscard]] Flow<> askAndQuit();
     static void leave();
 
     std::unique_ptr<SettingsStore> m_settings;

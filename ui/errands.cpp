@@ -1,8 +1,6 @@
 #include "ui/errands.h"
 
-#include "app/launch.h"
-
-#include <QPointer>
+#include "app/flow.h"
 
 namespace corvane {
 
@@ -24,23 +22,19 @@ Errands::Errands(AppModel &app, std::function<void()> openWindow)
 
 void Errands::togglePause() { launch(runPause()); }
 
-QCoro::Task<> Errands::runPause()
+Flow<> Errands::runPause()
 {
-    const QPointer<Errands> alive(this);
     const bool shouldBlock = m_app.blocking() && !m_app.blocking()->enabled;
     co_await m_app.togglePause();
-    if (!alive) co_return;
     const bool done = m_app.blocking() && m_app.blocking()->enabled == shouldBlock;
     if (!done) tell();
 }
 
 void Errands::pauseFor(PauseLength::Name length) { launch(runPauseFor(length)); }
 
-QCoro::Task<> Errands::runPauseFor(PauseLength::Name length)
+Flow<> Errands::runPauseFor(PauseLength::Name length)
 {
-    const QPointer<Errands> alive(this);
     co_await m_app.pauseBlocking(length);
-    if (!alive) co_return;
     // What was said instead is the reason.
     if (m_app.apiMessage() != PauseLength::sentence(length)) tell();
 }

@@ -21,8 +21,8 @@ public:
     void toggleStartStop();
 
 private:
-    [[nodiscard]] QCoro::Task<> runPause();
-    [[nodiscard]] QCoro::Task<> runPauseFor(PauseLength::Name length);
+    [[nodiscard]] Flow<> runPause();
+    [[nodiscard]] Flow<> runPauseFor(PauseLength::Name length);
     void look();
     void tell();
 

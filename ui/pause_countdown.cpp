@@ -1,6 +1,6 @@
 #include "ui/pause_countdown.h"
 
-#include "app/launch.h"
+#include "app/flow.h"
 #include "ui/decisions/pause_texts.h"
 
 #include <algorithm>

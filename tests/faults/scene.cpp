@@ -8,7 +8,7 @@ namespace corvane::test {
 
 namespace {
 
-void toEnd(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
+void toEnd(Flow<> flow) { QCoro::waitFor(std::move(flow)); }
 
 QString silentOperation(const OperationRunner *operation)
 {

@@ -79,7 +79,7 @@ TEST_F(Running, Stop_start_and_restart_do_what_they_say)
 TEST_F(Running, A_second_press_while_the_container_stops_does_nothing)
 {
     run(model().refreshStatus(true));
-    QCoro::Task<> first = model().stopPihole();
+    Flow<> first = model().stopPihole();
     EXPECT_TRUE(model().busy().contains(QStringLiteral("container")));
     run(model().restartPihole());
     run(std::move(first));

@@ -105,7 +105,7 @@ TEST_F(BrowserRuleFlow, Is_put_back_by_the_poll_when_it_has_gone)
 {
     run(model().applyDNS());
     ASSERT_TRUE(QCoro::waitFor(model().api().removeRule(kKind, kExpression)));
-    run(clock.pause(std::chrono::minutes(1)));
+    QCoro::waitFor(clock.pause(std::chrono::minutes(1)));
     run(model().refreshStatus(true));
     EXPECT_TRUE(rule());
     EXPECT_EQ(model().browserRule(), BrowserRule::InPlace);
@@ -192,7 +192,7 @@ TEST_F(BrowserRuleFlow, Was_without_effect_when_pihole_was_silent)
     run(model().refreshStatus(false));
     EXPECT_EQ(model().browserRule(), BrowserRule::Interrupted);
     Mac::ctl(QStringLiteral("pihole silent off"));
-    run(clock.pause(std::chrono::minutes(1)));
+    QCoro::waitFor(clock.pause(std::chrono::minutes(1)));
     run(model().refreshStatus(true));
     EXPECT_EQ(model().browserRule(), BrowserRule::Interrupted) << "the browser does not come back by itself";
 }

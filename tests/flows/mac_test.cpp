@@ -56,7 +56,7 @@ void MacTest::relaunchInRealTime()
     relaunch();
 }
 
-void MacTest::run(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
+void MacTest::run(Flow<> flow) { QCoro::waitFor(std::move(flow)); }
 
 void MacTest::waitFor(const std::function<bool()> &condition, const char *what)
 {

@@ -28,7 +28,7 @@ protected:
     /// Ends the application and waits for what it had begun.
     void quit();
     /// Runs a flow to its end.
-    void run(QCoro::Task<> flow);
+    void run(Flow<> flow);
     /// Lets the event loop run until the condition holds; fails the test when it never does.
     void waitFor(const std::function<bool()> &condition, const char *what);
     /// Waits until the operation has run and all that follows from it is done.

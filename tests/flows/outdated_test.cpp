@@ -9,18 +9,18 @@ namespace {
 /// A test that is under way when Pi-hole is removed.
 struct Begun {
     const char *name;
-    QCoro::Task<> (*run)(AppModel &model);
+    Flow<> (*run)(AppModel &model);
     int milliseconds;
 };
 
 void PrintTo(const Begun &begun, std::ostream *out) { *out << begun.name << " after " << begun.milliseconds << " ms"; }
 
-QCoro::Task<> testPihole(AppModel &model) { return model.runPiholeTests(true); }
-QCoro::Task<> testBlocking(AppModel &model) { return model.runBlockingTest(); }
-QCoro::Task<> testSystem(AppModel &model) { return model.runSystemTest(); }
-QCoro::Task<> testBrowser(AppModel &model) { return model.runBrowserTest(); }
-QCoro::Task<> testAll(AppModel &model) { return model.runAllTests(); }
-QCoro::Task<> check(AppModel &model) { return model.runSystemChecks(); }
+Flow<> testPihole(AppModel &model) { return model.runPiholeTests(true); }
+Flow<> testBlocking(AppModel &model) { return model.runBlockingTest(); }
+Flow<> testSystem(AppModel &model) { return model.runSystemTest(); }
+Flow<> testBrowser(AppModel &model) { return model.runBrowserTest(); }
+Flow<> testAll(AppModel &model) { return model.runAllTests(); }
+Flow<> check(AppModel &model) { return model.runSystemChecks(); }
 
 QList<Begun> everyTestAtSomeMoments()
 {

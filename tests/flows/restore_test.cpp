@@ -206,7 +206,7 @@ TEST_F(Restoring, A_model_that_goes_away_during_a_restore_ends_it_quietly)
 /// servers. `promised` is what a restore owes to every service that was ever changed.
 class RandomUse {
 public:
-    RandomUse(AppModel &model, std::function<void(QCoro::Task<>)> run, unsigned seed)
+    RandomUse(AppModel &model, std::function<void(Flow<>)> run, unsigned seed)
         : m_model(model)
         , m_run(std::move(run))
         , m_random(seed)
@@ -279,7 +279,7 @@ private:
     }
 
     AppModel &m_model;
-    std::function<void(QCoro::Task<>)> m_run;
+    std::function<void(Flow<>)> m_run;
     std::mt19937 m_random;
     QMap<QString, QStringList> m_promised;
 };
@@ -295,7 +295,7 @@ TEST_F(Restoring, After_any_sequence_every_touched_service_gets_back_what_it_had
             QStringList{QStringLiteral("service"), QStringLiteral("add"), QStringLiteral("Ada's \"LAN\" \\ 🙂")});
         giveServers(QStringLiteral("Thunderbolt Bridge"), {QStringLiteral("127.0.0.1")});
         RandomUse use(
-            model(), [this](QCoro::Task<> flow) { run(std::move(flow)); }, seed);
+            model(), [this](Flow<> flow) { run(std::move(flow)); }, seed);
         for (int i = 0; i < 8; ++i)
             use.step();
         use.restore();

@@ -1,4 +1,4 @@
-#include "app/launch.h"
+#include "app/flow.h"
 #include "tests/sentences/on_screen.h"
 
 namespace corvane::test {

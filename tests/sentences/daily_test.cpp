@@ -1,4 +1,4 @@
-#include "app/launch.h"
+#include "app/flow.h"
 #include "runtime/pihole_controller.h"
 #include "tests/sentences/on_screen.h"
 

@@ -14,7 +14,7 @@ constexpr int kBetweenLooks = 10;  // milliseconds
 constexpr int kCalmLooks = 10;     // looks without any activity
 constexpr int kReturn = 5'000;     // milliseconds until Docker is back at the latest
 
-void toEnd(QCoro::Task<> flow) { QCoro::waitFor(std::move(flow)); }
+void toEnd(Flow<> flow) { QCoro::waitFor(std::move(flow)); }
 
 QString unless(bool good, const QString &problem) { return good ? QString() : problem; }
 

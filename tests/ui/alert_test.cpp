@@ -1,4 +1,3 @@
-#include "app/launch.h"
 #include "tests/ui/screen.h"
 
 #include <QAccessible>
@@ -24,7 +23,7 @@ class AlertView : public Screen {
 protected:
     void ask()
     {
-        launch(note(this, m_dialogs.confirm(m_question)));
+        const QCoro::Task<> noting = note(this, m_dialogs.confirm(m_question));
         ASSERT_TRUE(m_windows.alert());
         ASSERT_TRUE(QTest::qWaitForWindowExposed(m_windows.alert()));
         lookAt(m_windows.alert());
@@ -195,8 +194,7 @@ TEST_F(AlertView, One_question_follows_the_other)
     ask();
     Alert second = question();
     second.title = QStringLiteral("Restore my old DNS settings?");
-    launch(
-        [](Dialogs *dialogs, Alert alert) -> QCoro::Task<> { co_await dialogs->confirm(alert); }(&m_dialogs, second));
+    const QCoro::Task<bool> asked = m_dialogs.confirm(second);
     click(QStringLiteral("alertReject"));
     ASSERT_TRUE(m_windows.alert());
     lookAt(m_windows.alert());

@@ -1,4 +1,3 @@
-#include "app/launch.h"
 #include "tests/ui/screen.h"
 
 #include <QApplication>
@@ -16,7 +15,7 @@ protected:
     void ask(const FilePanel &panel)
     {
         m_answered = false;
-        launch(note(this, m_dialogs.choose(panel)));
+        const QCoro::Task<> noting = note(this, m_dialogs.choose(panel));
     }
 
     [[nodiscard]] static QFileDialog *shownPanel()

@@ -16,7 +16,7 @@ namespace {
 
 constexpr const char *kFeed = "https://api.github.com/repos/pi-hole/docker-pi-hole/releases/latest";
 
-QCoro::Task<> begin(AppModel &model, const QString &flow)
+Flow<> begin(AppModel &model, const QString &flow)
 {
     if (flow == QLatin1String("update")) return model.performUpdate();
     if (flow == QLatin1String("port")) return model.changeWebPort(8083);

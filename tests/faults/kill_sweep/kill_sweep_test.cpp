@@ -91,7 +91,7 @@ struct NextStart {
 
     NextStart() { test::untilBegun(model); }
 
-    void run(QCoro::Task<> flow)
+    void run(Flow<> flow)
     {
         QCoro::waitFor(std::move(flow));
         const QDeadlineTimer deadline(kPatience);
