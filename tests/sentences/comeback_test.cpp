@@ -31,7 +31,7 @@ TEST_F(ComingBack, Is_announced_and_told_afterwards)
     EXPECT_TRUE(
         appears("After a login, waking or a crash, while this Mac uses Pi-hole: up to three tries, after 10, 30 "
                 "and 120 seconds. Never after you stopped it."));
-    pressButton("What Corvane did");
+    click(QStringLiteral("comebackHistoryBoxHeader"));
     EXPECT_TRUE(appears(qPrintable(model().comeback()->history().first())));
 }
 
