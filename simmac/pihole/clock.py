@@ -22,3 +22,7 @@ class Clock:
 
     def advance(self, seconds: float) -> None:
         self._offset += seconds
+
+    def reset(self) -> None:
+        """As the machine's own clock says."""
+        self._offset = 0.0

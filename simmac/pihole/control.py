@@ -75,6 +75,8 @@ class Control:
                 await pihole.dns.follow_knobs()
             case "advance":
                 pihole.clock.advance(float(request["seconds"]))
+            case "day":
+                pihole.log.fill(int(request["questions"]), int(request["names"]))
             case "gravity":
                 self._set_gravity(request["word"])
             case "source" | "only-source" as which:

@@ -176,6 +176,7 @@ class Pihole:
 
     async def reset(self, password: str | None, knobs: dict) -> None:
         """As freshly installed, without a new process."""
+        self.clock.reset()
         self._forced_password = password
         for name, value in {**Knobs().as_dict(), **knobs}.items():
             self.knobs.set(name, value)

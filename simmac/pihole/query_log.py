@@ -16,6 +16,7 @@ HIDDEN, NOBODY = "hidden", "0.0.0.0"
 
 _FLUSH_SECONDS = 0.9
 _SHORTEST_DELAY = 0.1
+_BUSY_MINUTES = 5
 
 
 @dataclass(frozen=True)
@@ -93,6 +94,25 @@ class QueryLog:
     def clear(self) -> None:
         self._entries.clear()
         self._next_id = 0
+
+    def fill(self, questions: int, names: int) -> None:
+        """Instead of what was asked: a whole day of questions, a quarter of them blocked, and at its end so many blocked
+        names in a few minutes, each once."""
+        self.clear()
+        now = self._clock.now()
+        quiet, busy = now - DAY + 60, now - _BUSY_MINUTES * 60
+        asked = questions - names
+        for number in range(asked):
+            name = f"ad{number % 50}.example.net" if number % 4 == 0 else f"www{number % 900}.example.com"
+            self._append(quiet + (busy - quiet) * number / asked, name, number % 4 == 0)
+        for number in range(names):
+            self._append(busy + (now - busy) * number / names, f"recent{number}.example.net", True)
+
+    def _append(self, time: float, domain: str, blocked: bool) -> None:
+        entry = Entry(self._next_id, time, "A", "GRAVITY" if blocked else "FORWARDED", domain,
+                      None if blocked else "1.1.1.1#53", "IP", 0.001, "172.17.0.1", 1 if blocked else None, None, 0.0)
+        self._next_id += 1
+        self._entries.append(entry)
 
     def dump(self) -> list[dict]:
         """What the long-term database holds."""

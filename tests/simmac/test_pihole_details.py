@@ -37,6 +37,23 @@ class AnswerTest(DetailCase):
             self.assertNotIn("EDNS", self.pihole.dig(name, kind))
         self.assertIn("EDNS", self.pihole.dig("example.com"))
 
+    def test_A_busy_day_can_be_had_at_once(self):
+        self.pihole.ask(do="day", questions=5000, names=300)
+        sid, _ = log_in(self.port)
+        slots = get(self.port, "/api/history", sid).json["history"]
+        self.assertEqual(sum(slot["total"] for slot in slots), 5000)
+        self.assertGreater(sum(slot["total"] > 0 for slot in slots), 140)
+        since = time.time() - 400
+        recent = get(self.port, f"/api/queries?from={since:.0f}&upstream=blocklist&length=1000", sid).json["queries"]
+        self.assertEqual(len({query["domain"] for query in recent if query["domain"].startswith("recent")}), 300)
+
+    def test_A_reset_puts_the_clock_back(self):
+        self.pihole.ask(do="advance", seconds=800000)
+        self.setUp()
+        sid, _ = log_in(self.port)
+        newest = get(self.port, "/api/history", sid).json["history"][-1]["timestamp"]
+        self.assertLess(abs(newest - time.time()), 1200)
+
     def test_Pihole_has_its_containers_address(self):
         self.assertEqual(self.pihole.short("pi.hole"), "172.17.0.2")
         self.assertTrue(self.pihole.short("pi.hole", "AAAA").startswith("fe80::"))

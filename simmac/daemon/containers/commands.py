@@ -143,6 +143,13 @@ async def _ask(mac, **request):
     return {name: value for name, value in reply.items() if name != "ok"} or None
 
 
+@command("pihole-day", "pihole-day QUESTIONS NAMES: a day of so many questions, with so many blocked names in its last minutes")
+async def pihole_day(mac, args):
+    if len(args) != 2 or not all(word.isdecimal() for word in args) or int(args[1]) > int(args[0]):
+        raise Refused("Say how many questions, and how many names at the end of them: pihole-day 100000 3000.")
+    return await _ask(mac, do="day", questions=int(args[0]), names=int(args[1]))
+
+
 @command("pihole", "pihole block-mode zero|nxdomain|nodata|ip|ip-nodata-aaaa | silent on|off | udp|tcp on|drop | web on|hang|drop | "
                    "log-delay SECONDS|real | times real|fast|auto | login-seconds SECONDS | "
                    "boot|web|health|stop|restart|settle|effect|own-questions|pace|patience-seconds SECONDS | "
