@@ -77,6 +77,15 @@ void OnScreen::start(const char *state)
     m_views = std::make_unique<Views>(model(), *workspace, dialogs, settings);
 }
 
+void OnScreen::startAgain(const std::function<void()> &meanwhile)
+{
+    m_views.reset();
+    quit();
+    meanwhile();
+    relaunch();
+    m_views = std::make_unique<Views>(model(), *workspace, dialogs, settings);
+}
+
 void OnScreen::begin(const char *state)
 {
     start(state);

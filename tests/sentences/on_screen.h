@@ -36,6 +36,8 @@ protected:
     void start(const char *state);
     /// The same, and waits until the status has been read.
     void begin(const char *state);
+    /// Ends the application, lets that happen meanwhile, and starts it anew.
+    void startAgain(const std::function<void()> &meanwhile);
     /// Gives the simulated Mac an order, for example "take-port 8080 tcp"; words that hold blanks are parted by bars.
     static void mac(const char *order);
 
