@@ -68,7 +68,7 @@ class Control:
         pihole = self._pihole
         match request["do"]:
             case "state":
-                return {"knobs": pihole.knobs.as_dict(), "questions": len(pihole.log.all()),
+                return {"knobs": pihole.knobs.as_dict(), "questions": len(pihole.log.all()), "requests": pihole.api.requests,
                         "blocking": pihole.blocking.enabled}
             case "set":
                 pihole.knobs.set(request["name"], request["value"])

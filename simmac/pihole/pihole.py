@@ -75,7 +75,8 @@ class Pihole:
                             settings.address)
         self.resolver = Resolver(self.clock, self.knobs, verdicts, self.log, self.print_log, self._own_question)
         self.dns = DnsServer(settings.dns, self.knobs, self.resolver, settings.client)
-        self.web = HttpServer(settings.web, WebApi(self).handle, self.knobs, lambda: self._web_ready)
+        self.api = WebApi(self)
+        self.web = HttpServer(settings.web, self.api.handle, self.knobs, lambda: self._web_ready)
 
     # -- start and end ----------------------------------------------------------------------------------------------
 
@@ -186,6 +187,7 @@ class Pihole:
         self.messages.clear()
         self.list_server.reset()
         self.log.clear()
+        self.api.requests = 0
         self.store.write("", True)
         password_line = self._choose_password()
         self.print_log.start(password_line, self._take_rules(), self.knobs.internet)

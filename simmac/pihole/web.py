@@ -19,6 +19,7 @@ class WebApi:
 
     def __init__(self, pihole):
         self._pihole = pihole
+        self.requests = 0   # to the API since the last reset, log-ins left out
         self._open = {("GET", "/api/info/login"): self._info_login, ("GET", "/api/info/client"): self._info_client}
         statistics = StatisticsApi(pihole)
         parts = (statistics, QueriesApi(pihole), RulesApi(pihole), ListsApi(pihole), InfoApi(pihole, statistics), self)
@@ -64,6 +65,7 @@ class WebApi:
 
     def _closed(self, request: Request, took, handler, parts) -> Response:
         """What only somebody with a session may ask."""
+        self.requests += 1
         login = self._pihole.login
         asker = login.identify(request)
         if not asker.welcome:
