@@ -1,8 +1,10 @@
 #include "tests/faults/scene.h"
 
+#include "app/day_keeper.h"
 #include "tests/story/story.h"
 
 #include <QCoro/QCoroTask>
+#include <QFile>
 
 namespace corvane::test {
 
@@ -132,6 +134,7 @@ QString missingAfterProof(AppModel &model)
 
 void liveADay(AppModel &model)
 {
+    model.showHistory(true);
     toEnd(model.refreshStatus(true));
     toEnd(model.repair()->allow(QStringLiteral("doubleclick.net"), false));
     toEnd(model.pauseBlocking(PauseLength::OneHour));
@@ -140,11 +143,23 @@ void liveADay(AppModel &model)
     toEnd(model.resumeBlocking());
 }
 
+/// The picture of the day is there or it is told why not, and its record is whole.
+QString missingOfTheDay(AppModel &model)
+{
+    QFile file(DayKeeper::path());
+    const bool written = file.open(QIODevice::ReadOnly);
+    if (written && !DayRecord::fromBytes(file.readAll())) return QStringLiteral("The record of the day is not whole.");
+    if (model.day().record().spans().isEmpty()) return QStringLiteral("Nothing was recorded of the day.");
+    const bool told = model.history() || !model.historyProblem().isEmpty() || !model.answering();
+    return told ? QString() : QStringLiteral("The day is not shown, and nothing was said.");
+}
+
 QString missingAfterADay(AppModel &model)
 {
     const bool permission = !model.repair()->message().isEmpty();
     const bool lists = !model.notes().value(QStringLiteral("lists")).toString().isEmpty();
-    return firstOf({permission ? QString() : QStringLiteral("Nothing was said about the permission."),
+    return firstOf({missingOfTheDay(model),
+                    permission ? QString() : QStringLiteral("Nothing was said about the permission."),
                     lists ? QString() : QStringLiteral("Nothing was said about the lists."),
                     model.apiMessage().isEmpty() ? QStringLiteral("Nothing was said about the pause.") : QString()});
 }
