@@ -35,6 +35,10 @@ protected:
         lookAt(m_windows.settings());
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window()));
     }
+    [[nodiscard]] bool readsFromTheTop() const
+    {
+        return find(QStringLiteral("reportTextCanvas"))->property("position").toDouble() < 0.001;
+    }
     void TearDown() override
     {
         lookAt(nullptr);
@@ -113,9 +117,12 @@ TEST_F(WithoutCorvane, The_sheet_of_the_main_window_shows_the_report_as_well)
     ASSERT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
     m_app.setReport(longReport());
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("reportText")); }));
+    EXPECT_FALSE(shows(QStringLiteral("closeSettingsButton"))) << "one button to close is enough";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return readsFromTheTop(); }));
     both(QStringLiteral("settings-sheet-report"));
     click(QStringLiteral("dropReportButton"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("reportText")); }));
+    EXPECT_TRUE(shows(QStringLiteral("closeSettingsButton")));
 }
 
 } // namespace

@@ -15,12 +15,14 @@ T.Popup {
     padding: 12
     visible: root.covers && App.report.length > 0
     closePolicy: T.Popup.CloseOnEscape
+    onOpened: Qt.callLater(() => report.canvas.scrollTo(0)) // once its lines are there
     onClosed: Commands.dropReport()
 
     T.Overlay.modal: Rectangle {
         color: Theme.shade
     }
     background: Rectangle {
+        radius: Theme.boxRadius
         color: Theme.window
     }
     contentItem: ColumnLayout {
@@ -45,6 +47,7 @@ T.Popup {
             border.color: Theme.boxEdge
 
             LogTextView {
+                id: report
                 objectName: "reportText"
                 anchors.fill: parent
                 anchors.margins: 6

@@ -42,9 +42,12 @@ T.Popup {
         }
         Divider {
             Layout.fillWidth: true
+            visible: bar.visible
         }
         RowLayout {
+            id: bar
             Layout.margins: 12
+            visible: App.report.length === 0 // the report covers the whole sheet and has a button of its own
 
             Item {
                 Layout.fillWidth: true
