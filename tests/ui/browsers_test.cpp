@@ -20,8 +20,12 @@ protected:
         showRunning(m_app);
         showBrowsers(m_app);
         QList<BrowserInfo> browsers = m_app.browsers();
-        for (BrowserInfo &browser : browsers)
+        for (BrowserInfo &browser : browsers) {
             browser.decidesItself = browser.id == u"brave" || browser.id == u"firefox";
+            if (browser.id == u"brave")
+                browser.detail = QStringLiteral("Secure DNS is on 'automatic': it is used only if the system DNS "
+                                                "server supports it, so Pi-hole stays in charge.");
+        }
         m_app.setBrowsers(browsers);
         m_app.setResolverReport(ResolverReport{{QStringLiteral("127.0.0.1"), QStringLiteral("1.1.1.1")}, true, {}});
         m_app.setBrowserRule(rule);
@@ -77,6 +81,21 @@ TEST_F(BrowserScreens, Badge_and_note_follow_the_rule)
     m_app.setBrowserRule(BrowserRule::Refused);
     EXPECT_TRUE(textOf(QStringLiteral("browser_braveRemark")).contains(QStringLiteral("past Pi-hole")));
     both(QStringLiteral("step7-goes-past"));
+}
+
+TEST_F(BrowserScreens, A_remark_stands_beneath_the_text_that_it_belongs_to)
+{
+    openStep(6);
+    showSetUp(BrowserRule::InPlace);
+    settle();
+    const QQuickItem *remark = find(QStringLiteral("browser_braveRemark"));
+    const QQuickItem *box = find(QStringLiteral("browser_brave"));
+    ASSERT_TRUE(remark && box);
+    for (const QQuickItem *item : itemsOf(find(QStringLiteral("browser_brave")))) {
+        if (item->property("text").toString() == QStringLiteral("Brave")) {
+            EXPECT_EQ(remark->mapToItem(box, QPointF()).x(), item->mapToItem(box, QPointF()).x());
+        }
+    }
 }
 
 TEST_F(BrowserScreens, Every_browser_that_is_there_can_be_tested_one_at_a_time)

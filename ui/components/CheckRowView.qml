@@ -9,6 +9,9 @@ Item {
     required property string title
     required property string detail
 
+    /// Where its texts begin, for what belongs beneath them.
+    readonly property real textsInset: texts.x
+
     implicitHeight: Math.max(icon.height, texts.implicitHeight)
 
     Item {

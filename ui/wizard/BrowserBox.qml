@@ -19,6 +19,7 @@ GroupBox {
         spacing: Theme.gap
 
         CheckRowView {
+            id: check
             Layout.fillWidth: true
             badge: root.badge
             title: root.name
@@ -43,7 +44,8 @@ GroupBox {
     }
     MessageText {
         objectName: root.objectName + "Remark"
-        width: parent.width
+        x: check.textsInset
+        width: parent.width - x
         text: root.remark
         color: Theme.text
     }
