@@ -31,8 +31,8 @@ TEST_F(Daily, A_pause_is_counted_down_beside_its_buttons)
     showRunning(m_app);
     EXPECT_FALSE(shows(QStringLiteral("pauseLeft")));
     showPaused(m_app, 298.5);
-    EXPECT_EQ(textOf(QStringLiteral("pauseLeft")), QStringLiteral("4:59 left"));
-    QTRY_COMPARE(textOf(QStringLiteral("pauseLeft")), QStringLiteral("4:58 left"));
+    EXPECT_EQ(textOf(QStringLiteral("pauseLeft")), QStringLiteral("Paused: 4:59 left"));
+    QTRY_COMPARE(textOf(QStringLiteral("pauseLeft")), QStringLiteral("Paused: 4:58 left"));
     m_app.setBlocking(PiholeBlocking{true, std::nullopt});
     settle();
     EXPECT_FALSE(shows(QStringLiteral("pauseLeft")));

@@ -20,7 +20,7 @@ GroupBox {
     MessageText {
         objectName: "listsHint"
         width: parent.width
-        text: Looks.listsHint
+        text: Looks.loadingLists ? "" : Looks.listsHint
     }
     TestButton {
         objectName: "refreshLists"
@@ -51,20 +51,24 @@ GroupBox {
         width: parent.width
         text: root.toldElsewhere || Looks.loadingLists ? "" : App.notes[verdict.about] ?? ""
     }
-    Disclosure {
-        objectName: "listsLog"
+    Loader {
         width: parent.width
-        visible: App.listRun.printed
-        title: Looks.loadingLists ? qsTr("Live log") : qsTr("Show details")
-        open: root.showsLog
-        onAsked: open => root.showsLog = open
+        active: App.listRun.printed // a log costs memory, and most days have none
+        visible: active
 
-        LogTextView {
-            objectName: "listsLogText"
-            width: parent.width
-            height: 160
-            op: App.listRun.log
-            label: qsTr("Log of the block lists' refresh")
+        sourceComponent: Disclosure {
+            objectName: "listsLog"
+            title: Looks.loadingLists ? qsTr("Live log") : qsTr("Show details")
+            open: root.showsLog
+            onAsked: open => root.showsLog = open
+
+            LogTextView {
+                objectName: "listsLogText"
+                width: parent.width
+                height: 160
+                op: App.listRun.log
+                label: qsTr("Log of the block lists' refresh")
+            }
         }
     }
 }

@@ -7,7 +7,7 @@ Text {
 
     height: Theme.sized(24)
     visible: countdown.left.length > 0
-    text: qsTr("%1 left").arg(countdown.left)
+    text: qsTr("Paused: %1 left").arg(countdown.left)
     textFormat: Text.PlainText
     font: Theme.callout
     color: Theme.secondaryText

@@ -11,6 +11,7 @@ Column {
     required property RowList rows
 
     spacing: Theme.gap
+    topPadding: 2 * Theme.gap
 
     Headline {
         width: root.width
