@@ -57,6 +57,8 @@ void StallWatch::beat()
     m_lastShare = total;
 }
 
+double StallWatch::mostWork() const { return milliseconds(m_mostWork); }
+
 bool StallWatch::report() const
 {
     const double longest = milliseconds(m_longest);

@@ -14,6 +14,10 @@ public:
     /// Prints the longest stall beside what is allowed, and what it was made of; answers whether it keeps to it.
     [[nodiscard]] bool report() const;
 
+    /// The most that the thread computed in any one go, in milliseconds: what the host's other programs cannot make
+    /// worse.
+    [[nodiscard]] double mostWork() const;
+
 private:
     /// What the scheduler says of this thread so far, in nanoseconds.
     struct Share {

@@ -1,15 +1,11 @@
 // A running program's lines into the open log: what the main thread, the memory and the user's eyes feel of it.
 
-#include "app/clock.h"
 #include "benchmarks/exec/stall_watch.h"
 #include "benchmarks/ui/line_watch.h"
 #include "benchmarks/ui/printer.h"
-#include "tests/flows/memory_settings.h"
-#include "ui/commands.h"
+#include "benchmarks/ui/screens.h"
 #include "ui/fonts.h"
 #include "ui/log_text_view.h"
-#include "ui/looks.h"
-#include "ui/windows.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -32,38 +28,22 @@ struct Pace {
 constexpr Pace kFlood{"a million lines, as fast as they go", 1'000'000, 0, 100'000};
 constexpr Pace kStream{"10,000 lines a second for 5 s", 50'000, 10'000, 10'000};
 
-void passTime(int milliseconds)
-{
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-QQuickItem *find(QQuickItem *root, const QString &name)
-{
-    if (root->objectName() == name) return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (QQuickItem *found = find(child, name)) return found;
-    }
-    return nullptr;
-}
-
 /// The real screens on a model that no program has touched.
-class Screens {
+class LogScreens : public Screens {
 public:
-    Screens()
+    LogScreens()
     {
-        m_windows.openMain();
+        windows().openMain();
         passTime(500);
     }
 
     /// The dashboard's log of the container, fed by the follower.
     [[nodiscard]] OperationRunner &openPiholeLog()
     {
-        m_model.setShowWizard(false);
+        model().setShowWizard(false);
         passTime(200);
-        OperationRunner &runner = *m_model.followOp();
-        item("piholeLog")->setProperty("op", QVariant::fromValue(&runner));
+        OperationRunner &runner = *model().followOp();
+        item("piholeLog").setProperty("op", QVariant::fromValue(&runner));
         show("piholeLogCanvas");
         return runner;
     }
@@ -71,51 +51,31 @@ public:
     /// The live log of an operation that the set-up runs.
     [[nodiscard]] OperationRunner &openOperationLog()
     {
-        m_model.setShowWizard(true);
-        m_model.go(2);
+        model().setShowWizard(true);
+        model().go(2);
         passTime(200);
-        item("installLog")->setProperty("showDetails", true);
-        return *m_model.installOp();
+        item("installLog").setProperty("showDetails", true);
+        return *model().installOp();
     }
 
     void resize(QSize size)
     {
-        m_windows.main()->resize(size);
+        window().resize(size);
         passTime(200);
     }
 
     /// Scrolls the log into sight.
-    void show(const char *name) { item(name)->forceActiveFocus(); }
-
-    [[nodiscard]] QQuickWindow &window() const { return *m_windows.main(); }
+    void show(const char *name) { item(name).forceActiveFocus(); }
 
     [[nodiscard]] bool showsEnd(const char *name) const
     {
-        const auto *log = qobject_cast<LogTextView *>(item(name));
+        const auto *log = qobject_cast<LogTextView *>(&item(name));
         return log && log->isVisible() && log->position() + log->pageSize() > 0.999;
     }
-
-private:
-    [[nodiscard]] QQuickItem *item(const char *name) const
-    {
-        QQuickItem *found = find(window().contentItem(), QString::fromUtf8(name));
-        if (!found) qFatal("There is no %s", name);
-        return found;
-    }
-
-    test::MemorySettings m_settings;
-    SystemClock m_clock;
-    Dialogs m_dialogs;
-    std::unique_ptr<Workspace> m_workspace = systemWorkspace();
-    std::unique_ptr<LoginItem> m_loginItem = systemLoginItem();
-    AppModel m_model{Surroundings{m_settings, m_dialogs, *m_workspace, *m_loginItem, m_clock, QUrl()}};
-    Looks m_looks{m_model};
-    Commands m_commands{m_model, *m_workspace};
-    Windows m_windows{[this] { return std::make_unique<ScreenEngine>(m_model, m_looks, m_commands); }, m_dialogs};
 };
 
 /// Runs a child at that pace into the runner, whose log the canvas shows; false when a figure is over its budget.
-bool measure(Screens &screens, OperationRunner &runner, const char *canvas, const Pace &pace)
+bool measure(LogScreens &screens, OperationRunner &runner, const char *canvas, const Pace &pace)
 {
     CommandStep step;
     step.label = QStringLiteral("log");
@@ -141,7 +101,7 @@ bool measure(Screens &screens, OperationRunner &runner, const char *canvas, cons
 
 bool measureAll()
 {
-    Screens screens;
+    LogScreens screens;
     bool good = true;
     for (const QSize size : {QSize(980, 720), QSize(1600, 1000)}) {
         screens.resize(size);
