@@ -31,24 +31,27 @@ GroupBox {
             allowed: !Looks.operating
             onPressed: Commands.checkForUpdates()
         }
-        PushButton {
-            objectName: "updateButton"
-            text: qsTr("Back up and update")
-            enabled: Looks.canUpdate
-            onClicked: Commands.performUpdate()
-        }
-        PushButton {
-            objectName: "bringBackButton"
-            text: qsTr("Bring version %1 back").arg(App.wayBack)
-            visible: App.wayBack.length > 0
-            enabled: !Looks.operating && !Looks.controlling
-            onClicked: Commands.bringBack()
-        }
-        UnderWay {
-            objectName: "updateUnderWay"
-            height: Theme.sized(24)
-            leftPadding: Theme.gap / 2
-            words: Looks.updateInPreparation
+        Row {
+            spacing: Theme.gap
+
+            PushButton {
+                objectName: "updateButton"
+                text: qsTr("Back up and update")
+                enabled: Looks.canUpdate
+                onClicked: Commands.performUpdate()
+            }
+            PushButton {
+                objectName: "bringBackButton"
+                text: qsTr("Bring version %1 back").arg(App.wayBack)
+                visible: App.wayBack.length > 0
+                enabled: !Looks.operating && !Looks.controlling
+                onClicked: Commands.bringBack()
+            }
+            UnderWay {
+                objectName: "updateUnderWay"
+                height: Theme.sized(24)
+                words: Looks.updateInPreparation
+            }
         }
     }
     MessageText {
