@@ -207,7 +207,7 @@ TEST_F(Stopped, After_a_minute_without_docker_the_waiting_ends)
     waitFor([this] { return clock.waited() >= std::chrono::seconds(60); }, "twenty rounds");
     const auto rounds = Mac::calls(QStringLiteral("docker")).filter(QStringLiteral("info")).size();
     EXPECT_EQ(rounds, 1 + 20) << "one before, and one in each round";
-    run(clock.pause(std::chrono::seconds(10)));
+    QCoro::waitFor(clock.pause(std::chrono::seconds(10)));
     EXPECT_EQ(Mac::calls(QStringLiteral("docker")).filter(QStringLiteral("info")).size(), rounds);
 }
 
@@ -218,7 +218,7 @@ TEST_F(Stopped, A_model_that_goes_away_while_it_waits_for_docker_ends_the_waitin
     waitForOperation(model().installOp());
     relaunch();
     const auto calls = Mac::calls(QStringLiteral("docker")).size();
-    run(clock.pause(std::chrono::seconds(20)));
+    QCoro::waitFor(clock.pause(std::chrono::seconds(20)));
     EXPECT_LE(Mac::calls(QStringLiteral("docker")).size(), calls + 1);
 }
 
