@@ -117,7 +117,7 @@ bool measureFrames()
     model.setShowWizard(false);
     screens.windows().openMain();
     look(model);
-    const QCoro::Task<> watching = model.repair()->watch();
+    const auto watching = model.repair()->watch();
     screens.item("repairSwitch").forceActiveFocus();
     passTime(4000);
     const StallWatch stalls;
