@@ -222,7 +222,7 @@ TEST_F(ComesBack, A_start_that_the_user_cancels_is_not_tried_again)
     Mac::ctl(QStringLiteral("engine stop"));
     Mac::ctl(QStringList{QStringLiteral("fault"), QStringLiteral("colima"), QStringLiteral("hang"),
                          QStringLiteral("--when"), QStringLiteral("start*")});
-    waitFor([this] { return model().maintOp()->running(); }, "Colima being started");
+    waitFor([] { return starts() == 1; }, "Colima being started");
     model().maintOp()->cancel();
     waitFor([this] { return !newest().isEmpty(); }, "the last word");
     EXPECT_TEXT(newest().mid(6), "Not started again after Colima had stopped: you cancelled it.");
