@@ -7,7 +7,6 @@ GroupBox {
 
     /// The end of a run is told elsewhere.
     property bool toldElsewhere: false
-    property bool showsLog: false
 
     objectName: "listsBox"
     title: qsTr("Block lists")
@@ -57,10 +56,14 @@ GroupBox {
         visible: active
 
         sourceComponent: Disclosure {
+            id: details
+
+            property bool wanted: false
+
             objectName: "listsLog"
             title: Looks.loadingLists ? qsTr("Live log") : qsTr("Show details")
-            open: root.showsLog
-            onAsked: open => root.showsLog = open
+            open: details.wanted
+            onAsked: open => details.wanted = open
 
             LogTextView {
                 objectName: "listsLogText"

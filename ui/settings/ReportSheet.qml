@@ -15,7 +15,6 @@ T.Popup {
     padding: 12
     visible: root.covers && App.report.length > 0
     closePolicy: T.Popup.CloseOnEscape
-    onOpened: Qt.callLater(() => report.canvas.scrollTo(0)) // once its lines are there
     onClosed: Commands.dropReport()
 
     T.Overlay.modal: Rectangle {
@@ -38,22 +37,9 @@ T.Popup {
             Layout.fillWidth: true
             text: qsTr("Names of sites, networks and people, addresses and passwords are taken out. Look whether anything is left that you do not want to show.")
         }
-        Rectangle {
+        ReportText {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            radius: Theme.radius
-            color: Theme.logBackground
-            border.width: 1
-            border.color: Theme.boxEdge
-
-            LogTextView {
-                id: report
-                objectName: "reportText"
-                anchors.fill: parent
-                anchors.margins: 6
-                label: qsTr("Report")
-                text: App.report
-            }
         }
         RowLayout {
             spacing: Theme.gap

@@ -8,6 +8,8 @@ T.Popup {
     id: root
 
     required property bool shown
+    /// A report covers the whole sheet and has a button of its own.
+    readonly property bool closable: App.report.length === 0
 
     signal closeAsked
 
@@ -42,12 +44,11 @@ T.Popup {
         }
         Divider {
             Layout.fillWidth: true
-            visible: bar.visible
+            visible: root.closable
         }
         RowLayout {
-            id: bar
             Layout.margins: 12
-            visible: App.report.length === 0 // the report covers the whole sheet and has a button of its own
+            visible: root.closable
 
             Item {
                 Layout.fillWidth: true
