@@ -1,10 +1,18 @@
-"""The days after the set-up: a site that does not load, pauses of every length, and fresh block lists."""
+"""The days after the set-up: a site that does not load, pauses of every length, fresh block lists, a look back at the day, and a
+Pi-hole that comes back by itself or is not wanted any more."""
 
+import pathlib
 import subprocess
 import sys
+import time
 
 from scenes import play
+from screen import NotOnScreen
 from stage import ctl
+
+SUPPORT = pathlib.Path.home() / "Library/Application Support/Corvane"
+HOUR, MINUTE = 3600, 60
+PROTECTED, BACKUP, ASLEEP = 1, 3, 6     # what the dot said, as the record of the day numbers it
 
 
 def look_up(*names):
@@ -79,5 +87,43 @@ def comes_back(stage):
     stage.picture("comebacks-in-the-settings")
 
 
+def _spans(*spans):
+    """A record of the day: how long the dot said what, up to now."""
+    start = int(time.time()) - sum(seconds for seconds, _ in spans)
+    lines = ["corvane day 1"]
+    for seconds, state in spans:
+        lines.append(f"span {start} {start + seconds} {state}")
+        start += seconds
+    return "\n".join([*lines, "end", ""])
+
+
+def afternoon(stage):
+    """The picture of the day shows the two minutes on the backup server."""
+    stage.reset("protected", "pihole-day 20000 300")
+    SUPPORT.mkdir(parents=True, exist_ok=True)
+    (SUPPORT / "day.txt").write_text(_spans(
+        (8 * HOUR, ASLEEP), (9 * HOUR, PROTECTED), (2 * MINUTE, BACKUP), (6 * HOUR, PROTECTED)), encoding="ascii")
+    stage.open()
+    stage.dashboard()
+    stage.sees("ad0.example.net, blocked 197 times")
+    stage.sees_part(", 2 min on the backup, 8 h asleep.")
+    stage.picture("the-day")
+
+
+def without_corvane(stage):
+    """The old DNS servers come back by the script alone, with Corvane and Colima gone."""
+    stage.begin("running", "servers Wi-Fi 9.9.9.9")
+    stage.step(6)
+    stage.use("Change DNS...")
+    stage.use("Change DNS")
+    stage.sees("This Mac uses Pi-hole")
+    stage.end()
+    for tool in ("brew", "colima", "docker"):
+        ctl("fault", tool, "vanish")
+    said = subprocess.run([SUPPORT / "Restore DNS.command"], check=True, capture_output=True, text=True).stdout
+    if not said.endswith("Done: your old DNS servers are back.\n") or "  Wi-Fi:\n9.9.9.9\n" not in said:
+        raise NotOnScreen(f"the old server after the script: it said\n{said}")
+
+
 if __name__ == "__main__":
-    sys.exit(play([site_that_does_not_load, pauses, lists, comes_back]))
+    sys.exit(play([site_that_does_not_load, pauses, lists, afternoon, comes_back, without_corvane]))
