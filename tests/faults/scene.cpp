@@ -1,6 +1,7 @@
 #include "tests/faults/scene.h"
 
 #include "app/day_keeper.h"
+#include "tests/flows/mac.h"
 #include "tests/story/story.h"
 
 #include <QCoro/QCoroTask>
@@ -164,6 +165,24 @@ QString missingAfterADay(AppModel &model)
                     model.apiMessage().isEmpty() ? QStringLiteral("Nothing was said about the pause.") : QString()});
 }
 
+void comeBack(AppModel &model)
+{
+    model.comeback()->setStartsAgain(true);
+    toEnd(model.refreshStatus(false));
+    Mac::ctl(QStringLiteral("engine stop"));
+    toEnd(model.refreshStatus(false));
+    Story::settle(model, [&model] { return !model.comeback()->watched(); });
+    toEnd(model.refreshStatus(false));
+}
+
+/// Whoever is without an answer of Pi-hole's reads what was done about it.
+QString missingAfterComingBack(AppModel &model)
+{
+    const bool told = model.answering() || !model.usedByMac() || !model.comeback()->history().isEmpty() ||
+                      !model.comeback()->news().isEmpty();
+    return told ? QString() : QStringLiteral("Pi-hole is silent, and nothing was said.");
+}
+
 void report(AppModel &model)
 {
     toEnd(model.refreshStatus(true));
@@ -187,6 +206,7 @@ const QList<Scene> &scenes()
         {"restoring", "protected", restore, missingAfterRestore},
         {"proving a browser", "protected", proveABrowser, missingAfterProof},
         {"living a day", "protected", liveADay, missingAfterADay},
+        {"coming back", "protected", comeBack, missingAfterComingBack},
         {"making a report", "protected", report, missingAfterReport},
     };
     return all;
