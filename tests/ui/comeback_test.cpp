@@ -10,20 +10,6 @@ namespace {
 /// Where it is chosen that Pi-hole comes back by itself, and where it is told.
 class ComebackScreen : public Screen {
 protected:
-    void both(const QString &name)
-    {
-        setDark(false);
-        const QImage light = picture(name + QStringLiteral("-light"));
-        setDark(true);
-        EXPECT_NE(light, picture(name + QStringLiteral("-dark")));
-        setDark(false);
-    }
-    void openSettings()
-    {
-        m_windows.openSettings();
-        lookAt(m_windows.settings());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window()));
-    }
     void TearDown() override
     {
         lookAt(nullptr);
@@ -46,7 +32,7 @@ TEST_F(ComebackScreen, It_is_chosen_in_the_settings)
                                           "failed.")});
     click(QStringLiteral("comebackHistoryBoxHeader"));
     EXPECT_TRUE(textOf(QStringLiteral("comeback0")).startsWith(QStringLiteral("09:12 Started again")));
-    both(QStringLiteral("settings-comeback"));
+    bothPictures(QStringLiteral("settings-comeback"));
     click(QStringLiteral("startsAgainSwitch"));
     EXPECT_FALSE(comeback().startsAgain());
 }
@@ -64,7 +50,7 @@ TEST_F(ComebackScreen, The_banner_offers_it_once_its_button_was_used)
     comeback().setNews(QStringLiteral("Pi-hole does not run. Corvane starts it again within 30 seconds (try 2 of 3)."));
     EXPECT_EQ(textOf(QStringLiteral("bannerComebackNews")), comeback().news());
     EXPECT_FALSE(shows(QStringLiteral("comebackNews"))) << "once is enough";
-    both(QStringLiteral("banner-comeback"));
+    bothPictures(QStringLiteral("banner-comeback"));
 }
 
 TEST_F(ComebackScreen, The_dashboard_tells_what_was_done)
@@ -74,7 +60,7 @@ TEST_F(ComebackScreen, The_dashboard_tells_what_was_done)
     EXPECT_FALSE(shows(QStringLiteral("comebackNews")));
     comeback().setNews(QStringLiteral("09:12 Started again after waking, 41 s without Pi-hole."));
     EXPECT_EQ(textOf(QStringLiteral("comebackNews")), comeback().news());
-    both(QStringLiteral("dashboard-comeback"));
+    bothPictures(QStringLiteral("dashboard-comeback"));
 }
 
 } // namespace

@@ -13,9 +13,7 @@ class PickerView : public Screen {
 protected:
     void openSettings()
     {
-        m_windows.openSettings();
-        lookAt(m_windows.settings());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window()));
+        Screen::openSettings();
         m_picker = find(QStringLiteral("webPortPicker"));
         m_picker->forceActiveFocus(Qt::TabFocusReason);
     }

@@ -12,15 +12,6 @@ namespace {
 /// light and dark differ.
 class Pictures : public Screen {
 protected:
-    void both(const QString &name)
-    {
-        setDark(false);
-        const QImage light = picture(name + QStringLiteral("-light"));
-        setDark(true);
-        const QImage dark = picture(name + QStringLiteral("-dark"));
-        setDark(false);
-        EXPECT_NE(light, dark);
-    }
     /// The texts that end in dots or reach over a side of the window.
     [[nodiscard]] QStringList cutOff() const
     {
@@ -44,18 +35,18 @@ protected:
 TEST_F(Pictures, Of_the_dashboard)
 {
     openDashboard();
-    both(QStringLiteral("dashboard-checking"));
+    bothPictures(QStringLiteral("dashboard-checking"));
     showRunning(m_app);
-    both(QStringLiteral("dashboard-running"));
+    bothPictures(QStringLiteral("dashboard-running"));
     showStopped(m_app);
-    both(QStringLiteral("dashboard-stopped"));
+    bothPictures(QStringLiteral("dashboard-stopped"));
     showNotUsed(m_app);
-    both(QStringLiteral("dashboard-not-used"));
+    bothPictures(QStringLiteral("dashboard-not-used"));
     showPaused(m_app, 299);
-    both(QStringLiteral("dashboard-paused"));
+    bothPictures(QStringLiteral("dashboard-paused"));
     m_app.setNotice(QStringLiteral("Your old DNS settings are back."));
     showUsedButDead(m_app);
-    both(QStringLiteral("dashboard-banner"));
+    bothPictures(QStringLiteral("dashboard-banner"));
 }
 
 TEST_F(Pictures, Of_the_dashboard_in_other_sizes)
@@ -63,35 +54,35 @@ TEST_F(Pictures, Of_the_dashboard_in_other_sizes)
     openDashboard();
     showRunning(m_app);
     resize(860, 620);
-    both(QStringLiteral("dashboard-860x620"));
+    bothPictures(QStringLiteral("dashboard-860x620"));
     resize(1600, 1000);
-    both(QStringLiteral("dashboard-1600x1000"));
+    bothPictures(QStringLiteral("dashboard-1600x1000"));
 }
 
 TEST_F(Pictures, Of_every_step)
 {
     openStep(0);
-    both(QStringLiteral("step1-welcome"));
+    bothPictures(QStringLiteral("step1-welcome"));
     openStep(1);
     showChecks(m_app, false);
-    both(QStringLiteral("step2-checks"));
+    bothPictures(QStringLiteral("step2-checks"));
     showChecks(m_app, true);
-    both(QStringLiteral("step2-ports-taken"));
+    bothPictures(QStringLiteral("step2-ports-taken"));
     openStep(2);
-    both(QStringLiteral("step3-no-homebrew"));
+    bothPictures(QStringLiteral("step3-no-homebrew"));
     m_app.setHasBrew(true);
     m_app.setHasColima(true);
     m_app.setHasDocker(true);
     m_app.setDockerWorks(true);
     showOutcome(m_app, QStringLiteral("docker"), true, QStringLiteral("docker info works"));
-    both(QStringLiteral("step3-install"));
+    bothPictures(QStringLiteral("step3-install"));
     openStep(3);
     m_app.setDockerWorks(true);
-    both(QStringLiteral("step4-password"));
+    bothPictures(QStringLiteral("step4-password"));
     m_app.setPasswordInput(QStringLiteral("a b"));
     showPiholeTests(m_app, false);
     m_app.setGrpcFlagSupported(true);
-    both(QStringLiteral("step4-errors"));
+    bothPictures(QStringLiteral("step4-errors"));
     openStep(4);
     BlockingTestResult result;
     result.blockedDomain = QStringLiteral("ads.example.net");
@@ -100,21 +91,21 @@ TEST_F(Pictures, Of_every_step)
     result.queries = 120;
     result.blockedToday = 17;
     m_app.setBlockingTest(result);
-    both(QStringLiteral("step5-blocking"));
+    bothPictures(QStringLiteral("step5-blocking"));
     openStep(5);
     showServices(m_app);
     m_app.setPiholeOnly(true);
     m_app.setDnsMessage(QStringLiteral("You cancelled the administrator prompt. Nothing was changed."));
-    both(QStringLiteral("step6-dns"));
+    bothPictures(QStringLiteral("step6-dns"));
     openStep(6);
-    both(QStringLiteral("step7-consent"));
+    bothPictures(QStringLiteral("step7-consent"));
     showBrowsers(m_app);
-    both(QStringLiteral("step7-browsers"));
+    bothPictures(QStringLiteral("step7-browsers"));
     openStep(7);
-    both(QStringLiteral("step8-almost"));
+    bothPictures(QStringLiteral("step8-almost"));
     showRunning(m_app);
     showAllPassed(m_app);
-    both(QStringLiteral("step8-done"));
+    bothPictures(QStringLiteral("step8-done"));
 }
 
 TEST_F(Pictures, With_long_texts)
@@ -130,7 +121,7 @@ TEST_F(Pictures, With_long_texts)
         m_app.followOp()->append(line);
     m_app.followOp()->append(QString(5000, u'x'));
     m_app.publishFollowing(true);
-    both(QStringLiteral("dashboard-long-texts"));
+    bothPictures(QStringLiteral("dashboard-long-texts"));
     m_app.publishFollowing(false);
     resize(860, 620);
     openStep(5);
@@ -140,7 +131,7 @@ TEST_F(Pictures, With_long_texts)
     service.servers = {QStringLiteral("2001:4860:4860:0000:0000:0000:0000:8888"),
                        QStringLiteral("2001:4860:4860:0000:0000:0000:0000:8844")};
     m_app.setServices({service});
-    both(QStringLiteral("step6-long-texts"));
+    bothPictures(QStringLiteral("step6-long-texts"));
 }
 
 TEST_F(Pictures, Of_Settings)
@@ -148,11 +139,11 @@ TEST_F(Pictures, Of_Settings)
     m_windows.openSettings();
     lookAt(m_windows.settings());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window()));
-    both(QStringLiteral("settings"));
+    bothPictures(QStringLiteral("settings"));
     lookAt(nullptr);
     openDashboard();
     click(QStringLiteral("settingsButton"));
-    both(QStringLiteral("settings-sheet"));
+    bothPictures(QStringLiteral("settings-sheet"));
 }
 
 TEST_F(Pictures, Of_an_operation_and_its_log)
@@ -167,10 +158,10 @@ TEST_F(Pictures, Of_an_operation_and_its_log)
     for (const QString &line : logLines(30))
         m_app.installOp()->append(line);
     click(QStringLiteral("installLogDetailsHeader"));
-    both(QStringLiteral("operation-running"));
+    bothPictures(QStringLiteral("operation-running"));
     m_app.installOp()->cancel();
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_app.installOp()->ended(); }));
-    both(QStringLiteral("operation-cancelled"));
+    bothPictures(QStringLiteral("operation-cancelled"));
 }
 
 // Whatever is shown is shown whole: no text ends in dots, and each stands between the sides of the window.
@@ -208,12 +199,12 @@ TEST_F(Pictures, With_text_enlarged_by_half)
     QApplication::setFont(large);
     openDashboard();
     showRunning(m_app);
-    both(QStringLiteral("dashboard-large-text"));
+    bothPictures(QStringLiteral("dashboard-large-text"));
     m_windows.main()->close();
     QTest::qWait(50);
     openStep(5);
     showServices(m_app);
-    both(QStringLiteral("step6-large-text"));
+    bothPictures(QStringLiteral("step6-large-text"));
     QApplication::setFont(usual);
 }
 

@@ -124,12 +124,6 @@ protected:
         runner.start(title, {step});
         ASSERT_TRUE(QTest::qWaitFor([&] { return runner.ended(); }));
     }
-    void openSettings()
-    {
-        m_windows.openSettings();
-        lookAt(m_windows.settings());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_windows.settings()));
-    }
     void TearDown() override
     {
         lookAt(nullptr);

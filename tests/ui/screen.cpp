@@ -57,6 +57,13 @@ void Screen::openStep(int step)
     settle();
 }
 
+void Screen::openSettings()
+{
+    m_windows.openSettings();
+    lookAt(m_windows.settings());
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window()));
+}
+
 void Screen::settle()
 {
     EXPECT_TRUE(QTest::qWaitFor([this] { return m_app.busy().isEmpty() || m_front; }));
@@ -76,6 +83,16 @@ QImage Screen::picture(const QString &name)
     QDir().mkpath(QStringLiteral(CORVANE_PICTURES));
     EXPECT_TRUE(image.save(QStringLiteral(CORVANE_PICTURES "/%1.png").arg(name)));
     return image;
+}
+
+void Screen::bothPictures(const QString &name)
+{
+    setDark(false);
+    const QImage light = picture(name + QStringLiteral("-light"));
+    setDark(true);
+    const QImage dark = picture(name + QStringLiteral("-dark"));
+    setDark(false);
+    EXPECT_NE(light, dark);
 }
 
 } // namespace corvane

@@ -89,6 +89,8 @@ protected:
     /// Opens the main window at the set-up or the dashboard.
     void openDashboard();
     void openStep(int step);
+    /// Opens the Settings window and looks at it from here on.
+    void openSettings();
     /// Lets the views follow the model and what was started by appearing come to its end.
     void settle();
 
@@ -99,6 +101,8 @@ protected:
     void setDark(bool dark);
     /// Keeps a picture of the window for people to look at.
     QImage picture(const QString &name);
+    /// The same in light and in dark, which must differ.
+    void bothPictures(const QString &name);
 
     MemorySettings m_settings;
     NotedWorkspace m_workspace;

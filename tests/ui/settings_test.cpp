@@ -9,13 +9,6 @@ namespace {
 
 class SettingsScreen : public Screen {
 protected:
-    void openSettings()
-    {
-        m_windows.openSettings();
-        lookAt(m_windows.settings());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_windows.settings()));
-    }
-
     void TearDown() override
     {
         lookAt(nullptr);

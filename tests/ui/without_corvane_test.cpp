@@ -21,20 +21,6 @@ QString longReport()
 /// The way to the script that restores without Corvane, and the report.
 class WithoutCorvane : public Screen {
 protected:
-    void both(const QString &name)
-    {
-        setDark(false);
-        const QImage light = picture(name + QStringLiteral("-light"));
-        setDark(true);
-        EXPECT_NE(light, picture(name + QStringLiteral("-dark")));
-        setDark(false);
-    }
-    void openSettings()
-    {
-        m_windows.openSettings();
-        lookAt(m_windows.settings());
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window()));
-    }
     [[nodiscard]] bool readsFromTheTop() const
     {
         return find(QStringLiteral("reportTextCanvas"))->property("position").toDouble() < 0.001;
@@ -62,7 +48,7 @@ TEST_F(WithoutCorvane, The_last_step_shows_the_script_and_opens_its_folder)
     showRunning(m_app);
     showAllPassed(m_app);
     EXPECT_EQ(textOf(QStringLiteral("doneRestoreScriptPath")), kScript);
-    both(QStringLiteral("step8-restore-script"));
+    bothPictures(QStringLiteral("step8-restore-script"));
     click(QStringLiteral("doneRestoreScriptButton"));
     EXPECT_EQ(m_workspace.opened, QList<QUrl>{QUrl::fromLocalFile(QFileInfo(kScript).path())});
 }
@@ -73,10 +59,10 @@ TEST_F(WithoutCorvane, The_banner_keeps_the_script_in_its_details)
     openDashboard();
     showUsedButDead(m_app);
     EXPECT_FALSE(shows(QStringLiteral("bannerRestoreScript")));
-    both(QStringLiteral("banner-details-closed"));
+    bothPictures(QStringLiteral("banner-details-closed"));
     click(QStringLiteral("bannerDetailsHeader"));
     EXPECT_EQ(textOf(QStringLiteral("bannerRestoreScriptPath")), kScript);
-    both(QStringLiteral("banner-details-open"));
+    bothPictures(QStringLiteral("banner-details-open"));
     click(QStringLiteral("bannerDetailsHeader"));
     EXPECT_FALSE(shows(QStringLiteral("bannerRestoreScript")));
 }
@@ -86,10 +72,10 @@ TEST_F(WithoutCorvane, A_report_covers_Settings_until_it_is_closed)
     openSettings();
     EXPECT_FALSE(shows(QStringLiteral("reportText")));
     find(QStringLiteral("makeReportButton"))->forceActiveFocus();
-    both(QStringLiteral("settings-report-button"));
+    bothPictures(QStringLiteral("settings-report-button"));
     m_app.setReport(longReport());
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("reportText")); }));
-    both(QStringLiteral("settings-report"));
+    bothPictures(QStringLiteral("settings-report"));
     click(QStringLiteral("dropReportButton"));
     EXPECT_EQ(m_app.report(), QString());
     EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("reportText")); }));
@@ -119,7 +105,7 @@ TEST_F(WithoutCorvane, The_sheet_of_the_main_window_shows_the_report_as_well)
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("reportText")); }));
     EXPECT_FALSE(shows(QStringLiteral("closeSettingsButton"))) << "one button to close is enough";
     EXPECT_TRUE(QTest::qWaitFor([this] { return readsFromTheTop(); }));
-    both(QStringLiteral("settings-sheet-report"));
+    bothPictures(QStringLiteral("settings-sheet-report"));
     click(QStringLiteral("dropReportButton"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("reportText")); }));
     EXPECT_TRUE(shows(QStringLiteral("closeSettingsButton")));
