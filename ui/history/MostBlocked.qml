@@ -36,7 +36,9 @@ Column {
                     width: root.width
                     height: Theme.sized(24)
                     Accessible.role: Accessible.StaticText
-                    Accessible.name: qsTr("%1, blocked %2 times").arg(line.row.title).arg(line.row.detail)
+                    Accessible.name: line.row.detail === "1"
+                                     ? qsTr("%1, blocked once").arg(line.row.title)
+                                     : qsTr("%1, blocked %2 times").arg(line.row.title).arg(line.row.detail)
 
                     Text {
                         width: parent.width - number.width - Theme.gap
