@@ -4,7 +4,6 @@ import os
 import struct
 import subprocess
 import tempfile
-import time
 import unittest
 
 from the_mac import SIMMAC, MacCase, RunningMac
@@ -39,9 +38,7 @@ class DesktopTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         display = os.environ.pop("DISPLAY", None)
-        cls.began = time.monotonic()
         cls.mac = RunningMac("--desktop")
-        cls.seconds = time.monotonic() - cls.began
         cls.addClassCleanup(cls.mac.end)
         if display is not None:
             os.environ["DISPLAY"] = display
@@ -66,10 +63,6 @@ class DesktopTest(unittest.TestCase):
     def test_Keychain_is_there_too(self):
         found = self.mac.shell("printf x | secret-tool store --label=T a b && secret-tool lookup a b")
         self.assertEqual(found.out, "x")
-
-    def test_Desktop_is_there_within_seconds(self):
-        print(f"\nA Mac with a desktop is ready in {self.seconds * 1000:.0f} ms.")
-        self.assertLess(self.seconds, 5.0)
 
 
 def lightness(mac):

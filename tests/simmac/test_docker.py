@@ -316,7 +316,7 @@ class FeelTest(ContainerCase):
         self.docker("start", "pihole")
         self.assertEqual(self.container_state(), "running|starting\n")
         self.assertNotEqual(self.answer(), "93.184.215.14\n")
-        self.assertTrue(eventually(lambda: self.answer() == "93.184.215.14\n", 4))
+        self.assertTrue(eventually(lambda: self.answer() == "93.184.215.14\n"))
         self.assertEqual(self.container_state(), "running|starting\n")
 
     def test_Pull_that_is_broken_off_leaves_no_image(self):

@@ -46,7 +46,6 @@ class FaultsTest(MacCase):
         result = self.mac.run(SW_VERS)
         reset.join()
         self.assertEqual(result.status, -9)
-        self.assertLess(result.seconds, 5.0)
 
     def test_Tool_that_ignores_SIGTERM_needs_SIGKILL(self):
         self.fault("sw_vers", "ignore-term")

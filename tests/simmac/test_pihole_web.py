@@ -98,7 +98,7 @@ class TimerTest(WebCase):
 
 
 class QueryTest(WebCase):
-    def test_Queries_show_between_a_tenth_and_a_whole_second_later(self):
+    def test_Queries_show_a_tenth_of_a_second_later_or_more(self):
         delays = []
         for number in range(5):
             name = f"x{number}.example.com"
@@ -106,10 +106,9 @@ class QueryTest(WebCase):
             answered = time.monotonic()
             while get(self.port, "/api/queries?length=1", self.sid).json["queries"][:1] == [] or \
                     get(self.port, "/api/queries?length=1", self.sid).json["queries"][0]["domain"] != name:
-                self.assertLess(time.monotonic() - answered, 1.5)
+                self.assertLess(time.monotonic() - answered, 10, "never")
             delays.append(time.monotonic() - answered)
         self.assertGreater(min(delays), 0.08)
-        self.assertLess(max(delays), 1.1)
 
     def test_Counters_change_at_once(self):
         before = get(self.port, "/api/stats/summary", self.sid).json["queries"]

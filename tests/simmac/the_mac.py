@@ -20,7 +20,7 @@ from launcher import ctl  # noqa: E402
 from launcher.problem import Problem  # noqa: E402
 
 
-def eventually(check, limit=3.0):
+def eventually(check, limit=20.0):
     """The check's first true answer, or its last one at the limit."""
     deadline = time.monotonic() + limit
     while not (answer := check()) and time.monotonic() < deadline:
