@@ -50,16 +50,20 @@ Flow<> AppModel::look(bool includeStats)
 {
     const int changes = m_activities.changesBegun();
     const bool free = m_activities.mayBegin(Activity::StartContainer);
-    const ContainerState container = co_await PiholeController::containerState();
+    // None of the three needs another's answer: a pass takes as long as the slowest.
+    const auto asksContainer = PiholeController::containerState();
+    const auto asksPihole = PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), false,
+                                                  QStringLiteral("127.0.0.1"));
+    const auto asksResolver = DNSConfigurator::resolverReport();
+    const ContainerState container = co_await asksContainer;
     setContainerState(container);
 
-    const DigResult reply = co_await PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), false,
-                                                           QStringLiteral("127.0.0.1"));
+    const DigResult reply = co_await asksPihole;
     DnsTrouble trouble = co_await dnsTroubleBehind(reply, container.isRunning());
     const bool fromPihole = reply.answered() && co_await mayAnswer(container);
     // What Colima's machine answers by itself ends when Pi-hole starts.
     if (reply.answered() && !fromPihole) trouble = DnsTrouble::Silent;
-    const ResolverReport report = co_await DNSConfigurator::resolverReport();
+    const ResolverReport report = co_await asksResolver;
     // While Pi-hole starts, a question that gets lost says nothing.
     if (starting() && !fromPihole) co_return;
     // One old answer is usual: Pi-hole gives it while it asks anew.
