@@ -3,7 +3,7 @@
 import asyncio
 import struct
 
-# What the daemon tells the small program that stands at the tool's path: one byte, then what belongs to it.
+# What the daemon tells the small program that is at the tool's path: one byte, then what belongs to it.
 OUT, ERR, STATUS, SIGNAL, IGNORE_TERM, EXEC = b"o", b"e", b"s", b"k", b"i", b"x"
 
 

@@ -53,7 +53,7 @@ class Mac:
         return at_speed(self.speed, seconds)
 
     def path(self, absolute):
-        """Where the daemon writes a file that stands at this path in the Mac."""
+        """Where the daemon writes a file that is at this path in the Mac."""
         return self.root + absolute
 
     def keep(self, task):
@@ -72,7 +72,7 @@ class Mac:
         self.hide_tool(name)
 
     def has_tool(self, name):
-        """Whether the tool stands at its path."""
+        """Whether the tool is at its path."""
         return os.path.lexists(self._tool_path(name))
 
     def show_tool(self, name):
@@ -91,7 +91,7 @@ class Mac:
                 os.unlink(path)
 
     def present_tools(self, name):
-        """The tools of this name that stand at their paths; "*" means all of them."""
+        """The tools of this name that are at their paths; "*" means all of them."""
         return [tool for tool in (TOOLS if name == "*" else [name]) if self.has_tool(tool)]
 
     def knows_tool(self, name):

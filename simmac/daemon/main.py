@@ -29,7 +29,7 @@ async def start_mac(settings):
     load_all()
     farm.plant(settings["command"])
     for name in PLACES:
-        mac.hide_tool(name)   # a program of the host may stand there
+        mac.hide_tool(name)   # a program of the host may be there
         mac.show_tool(name)
     await tool_server.serve(mac, f"{RUN}/tools.sock")
     if settings["desktop"]:

@@ -8,7 +8,7 @@ BUILDS = {11: "20G1427", 12: "21H1320", 13: "22G931", 14: "23H311", 15: "24G231"
 
 
 class SystemFacts:
-    """Facts that stand in files of the system folder."""
+    """Facts that are in files of the system folder."""
 
     def __init__(self, mac):
         self._mac = mac

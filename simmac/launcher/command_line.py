@@ -8,7 +8,7 @@ from launcher import ctl, run
 from launcher.problem import Problem
 
 DESCRIPTION = """\
-A simulated Mac: a private root folder and network in which a Mac's tools stand at a Mac's paths.
+A simulated Mac: a private root folder and network in which a Mac's tools are at a Mac's paths.
 
   simmac run [options] -- PROGRAM ARGUMENT...   runs a program in a fresh Mac and ends with its exit status
   simmac shell [options]                        the same with a shell

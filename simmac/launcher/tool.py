@@ -1,4 +1,4 @@
-"""The compiled program that stands at every tool's path."""
+"""The compiled program that is at every tool's path."""
 
 import hashlib
 import os

@@ -16,7 +16,7 @@ class Turn:
     cookie: list
 
     def good(self, body: dict, headers=None) -> Response:
-        """200; headers stand in place of the usual ones."""
+        """200; headers replace the usual ones."""
         usual = self.cookie + ALLOW
         return answer(200, {**body, "took": self.took()}, usual if headers is None else headers)
 

@@ -5,7 +5,7 @@ import socket
 import sys
 import time
 
-OVER = "\r\x1b[K"   # begins a line anew, also where no terminal reads
+OVER = "\r\x1b[K"   # starts the line over, also where no terminal reads
 
 _BEFORE = """\
   [i] Setting up user & group for the pihole user

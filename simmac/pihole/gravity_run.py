@@ -1,4 +1,4 @@
-"""Fetching all lists anew: what it prints, what it changes, and what it takes from others."""
+"""Fetching all lists again: what it prints, what it changes, and what it takes from others."""
 
 import asyncio
 import time
@@ -70,7 +70,7 @@ class Run:
         return True
 
     def _open(self) -> Database:
-        """A copy of the database, as it is now; a missing or damaged one is made anew or restored."""
+        """A copy of the database, as it is now; a missing or damaged one is made again or restored."""
         gravity = self._parts.gravity
         if gravity.database:
             return gravity.database.copy()

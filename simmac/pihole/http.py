@@ -49,7 +49,7 @@ class Request:
 
 @dataclass
 class Response:
-    """One answer; headers stand between the common ones and the content's."""
+    """One answer; headers are between the common ones and the content's."""
 
     status: int
     body: bytes = b""

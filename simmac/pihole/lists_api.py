@@ -1,4 +1,4 @@
-"""The web API's lists: what is subscribed, which list blocks a name, and the run that fetches them anew."""
+"""The web API's lists: what is subscribed, which list blocks a name, and the run that fetches them again."""
 
 import time
 from urllib.parse import unquote
@@ -11,7 +11,7 @@ _MOST_RESULTS = 10000
 
 
 class _Again(str):
-    """A member name that may stand in an object a second time."""
+    """A member name that may be in an object a second time."""
 
     __hash__ = object.__hash__
     __eq__ = object.__eq__

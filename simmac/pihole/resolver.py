@@ -22,7 +22,7 @@ class Resolver:
         self._known = set()         # clients whose names were looked up
 
     def started(self, settled: bool) -> None:
-        """Begins anew."""
+        """Starts over."""
         self._windows.clear()
         self._known.clear()
         self._verdicts.started(settled)
@@ -43,7 +43,7 @@ class Resolver:
         return self._send(question, question.subnet or client, over_udp, limit)
 
     def ask_itself(self, name: str, kind: str) -> None:
-        """A question of Pi-hole's own, which stands in the log like any other."""
+        """A question of Pi-hole's own, which is in the log like any other."""
         self._note(self._verdicts.decide(name, kind), name, kind, 0.0001, "127.0.0.1")
 
     def _send(self, question: wire.Question, client: str, over_udp: bool, limit: int) -> bytes | None:

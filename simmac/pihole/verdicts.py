@@ -50,7 +50,7 @@ class Verdicts:
         self._settled_at = 0.0
 
     def started(self, settled: bool) -> None:
-        """Begins anew, with an empty cache; unless it is settled, the block list takes a moment to be there."""
+        """Starts over, with an empty cache; unless it is settled, the block list takes a moment to be there."""
         self._expires.clear()
         self._settled_at = 0.0 if settled else self._clock.elapsed() + self._knobs.settle
 

@@ -1,4 +1,4 @@
-// The program that stands at the path of every tool of the simulated Mac. It tells the daemon who it was called as
+// The program that is at the path of every tool of the simulated Mac. It tells the daemon who it was called as
 // and with what, copies what the daemon answers to its own streams, and ends as the daemon says.
 
 #include <sys/auxv.h>

@@ -41,7 +41,7 @@ class Machine:
     # -- its life ---------------------------------------------------------------------------------------------------
 
     async def start(self):
-        """Boots it and does what Colima does at every start: its own DNS files are written anew, others stay."""
+        """Boots it and does what Colima does at every start: its own DNS files are written again, others stay."""
         if self.on:
             return
         self._furnish()
