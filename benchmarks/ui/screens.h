@@ -8,7 +8,7 @@
 
 namespace corvane::bench {
 
-/// A model, and everything that stands between it and its user.
+/// A model, and everything that is between it and its user.
 class Screens {
 public:
     [[nodiscard]] AppModel &model() { return m_model; }

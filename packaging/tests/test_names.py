@@ -13,7 +13,7 @@ CHECK = pathlib.Path(__file__).resolve().parents[1] / "maccheck"
 HEADERS = pathlib.Path(os.environ.get("CORVANE_MAC_HEADERS", CHECK.parents[1] / "build/mac-headers"))
 check_names = SourceFileLoader("check_names", str(CHECK / "check-names")).load_module()
 
-# Framework, what stands there, what is put there instead, what has to be said.
+# Framework, what is there, what is put there instead, what has to be said.
 BROKEN = [
     ("AppKit", "(BOOL)openURL:", "(BOOL)openAddress:", "-[NSWorkspace openAddress:] is not in the second source"),
     ("AppKit", "unhide:(nullable id)sender", "unhide:(id)sender", "-[NSApplication unhide:]: argument 1 is object here and object? at Apple"),

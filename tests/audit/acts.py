@@ -27,7 +27,7 @@ class Act:
 
 
 def line(words):
-    """A command line; an argument that holds blanks, or nothing, stands in guillemets."""
+    """A command line; an argument that holds blanks, or nothing, is in guillemets."""
     return " ".join(word if word and " " not in word else f"«{word}»" for word in map(short, words))
 
 

@@ -30,7 +30,7 @@ class Rule:
 
 
 def cells(row):
-    """The cells of a row of a table; a bar within a cell stands behind a backslash."""
+    """The cells of a row of a table; a bar within a cell has a backslash before it."""
     inner = ROW.match(row.strip())
     return [cell.strip().replace("\\|", "|") for cell in re.split(r"(?<!\\)\|", inner[1])] if inner else []
 

@@ -128,7 +128,7 @@ TEST_F(RealEngine, The_log_is_read_and_followed)
     EXPECT_TRUE(answers(true));
     run(model().pauseBlocking());
     waitFor([this] { return model().logText().contains(QStringLiteral("Blocking status is disabled")); }, "the pause");
-    EXPECT_FALSE(model().logText().contains(QStringLiteral("example.com"))) << "no question stands in it";
+    EXPECT_FALSE(model().logText().contains(QStringLiteral("example.com"))) << "no question is in it";
     model().setFollowing(false);
     waitFor([this] { return !model().followOp()->running(); }, "the follower ended");
 

@@ -31,7 +31,7 @@ using namespace corvane::played;
 @end
 @implementation PlayedString
 @end
-/// A text that stands in the source, as the compiler lays it out.
+/// A text that is in the source, as the compiler lays it out.
 @interface NSConstantString : NSString {
 @public
     const char *characters;
