@@ -81,7 +81,7 @@ std::expected<QList<PiholeQuery>, PiholeAPIError> parseQueries(const QByteArray 
     if (!answer || !answer->value(u"queries").isArray()) return badResponse();
     QList<PiholeQuery> queries;
     const QJsonArray entries = answer->value(u"queries").toArray();
-    for (const QJsonValue &entry : entries) {
+    for (const QJsonValue entry : entries) {
         // One odd entry does not make the others unreadable.
         if (!entry[u"domain"].isString() || !entry[u"status"].isString()) continue;
         queries.append({entry[u"domain"].toString(), entry[u"status"].toString(), number(entry[u"time"]).value_or(0),

@@ -27,7 +27,7 @@ std::expected<QList<T>, PiholeAPIError> readList(const QJsonValue &list, std::op
     if (!list.isArray()) return badResponse();
     QList<T> found;
     const QJsonArray entries = list.toArray();
-    for (const QJsonValue &entry : entries) {
+    for (const QJsonValue entry : entries) {
         if (found.size() == kLongestList) break;
         if (std::optional<T> item = read(entry)) found.append(*std::move(item));
     }

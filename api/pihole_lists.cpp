@@ -31,7 +31,7 @@ std::expected<QList<PiholeList>, PiholeAPIError> parseLists(const QByteArray &js
     const QJsonValue entries = QJsonDocument::fromJson(json)[u"lists"];
     if (!entries.isArray()) return std::unexpected(PiholeAPIError::badResponse());
     QList<PiholeList> lists;
-    for (const QJsonValue &each : entries.toArray()) {
+    for (const QJsonValue each : entries.toArray()) {
         if (!each[u"address"].isString() || !each[u"id"].isDouble())
             return std::unexpected(PiholeAPIError::badResponse());
         lists.append({each[u"id"].toInteger(), each[u"address"].toString(), each[u"comment"].toString(),

@@ -69,7 +69,7 @@ std::expected<QList<PiholeRule>, PiholeAPIError> parseRules(const QByteArray &js
     const QJsonValue domains = QJsonDocument::fromJson(json)[u"domains"];
     if (!domains.isArray()) return badResponse();
     QList<PiholeRule> rules;
-    for (const QJsonValue &each : domains.toArray()) {
+    for (const QJsonValue each : domains.toArray()) {
         if (!isWhole(each)) return badResponse();
         if (const auto rule = ruleIn(each)) rules.append(*rule);
     }

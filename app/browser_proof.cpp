@@ -27,6 +27,7 @@ Flow<> AppModel::proveBrowser(QString id)
     if (found == known.end() || !m_activities.mayBegin(Activity::BrowserProof)) co_return;
     const ActivityMark mark(m_activities, Activity::BrowserProof);
     co_await boundTo(mark);
+    // A copy, as the list may change during a wait. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const BrowserInfo browser = *found;
     configureAPI();
     showBrowserProof(id, BrowserProof::Running);
