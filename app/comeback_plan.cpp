@@ -29,7 +29,7 @@ std::optional<ComebackEntry> ComebackPlan::see(const PiholeLook &look)
     }
     const bool engineGone = look.container.kind() == ContainerState::Kind::DockerDown;
     if (!m_now) {
-        m_now.emplace();
+        m_now = Now();
         m_now->outage = m_origin.value_or(engineGone ? Outage::Colima : Outage::Container);
         m_now->since = look.at;
     }
