@@ -64,6 +64,18 @@ TEST_F(DailyKeyboard, A_name_that_is_allowed_elsewhere_takes_no_keys)
     EXPECT_EQ(focused(), QStringLiteral("repairSwitch"));
 }
 
+TEST_F(DailyKeyboard, The_section_s_button_has_the_keys_after_a_name_is_blocked_again)
+{
+    openDashboard();
+    showNames();
+    allowShop();
+    tabTo(QStringLiteral("blockAgain"));
+    press(Qt::Key_Space);
+    repair().setPermissions({});
+    settle();
+    EXPECT_EQ(focused(), QStringLiteral("repairSwitch"));
+}
+
 TEST_F(DailyKeyboard, The_button_of_the_pauses_has_the_keys_again_when_its_menu_has_closed)
 {
     openDashboard();

@@ -9,6 +9,8 @@ Column {
     id: root
 
     required property RowList rows
+    /// Who takes the keys of a name that goes from here.
+    required property Item heir
 
     spacing: Theme.gap
     topPadding: 2 * Theme.gap
@@ -35,10 +37,15 @@ Column {
                     note: listed.row.detail
                 }
                 PushButton {
+                    id: back
                     objectName: "blockAgain"
                     text: qsTr("Block again")
                     Accessible.name: qsTr("Block %1 again").arg(listed.row.title)
-                    onClicked: Commands.takeBack(listed.row.id)
+                    onClicked: {
+                        if (back.visualFocus)
+                            root.heir.forceActiveFocus(Qt.TabFocusReason);
+                        Commands.takeBack(listed.row.id);
+                    }
                 }
             }
         }

@@ -86,5 +86,6 @@ GroupBox {
         width: parent.width
         visible: looks.permissions.count > 0
         rows: looks.permissions
+        heir: watch
     }
 }
