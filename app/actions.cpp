@@ -10,8 +10,8 @@ namespace corvane {
 
 namespace {
 
-constexpr double kStartTimeout = 30; // seconds
-constexpr double kStopTimeout = 60;  // seconds
+constexpr std::chrono::seconds kStartTimeout{30};
+constexpr std::chrono::seconds kStopTimeout{60};
 
 } // namespace
 

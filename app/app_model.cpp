@@ -14,7 +14,7 @@ namespace corvane {
 
 namespace {
 
-constexpr double kQuickTool = 10; // seconds
+constexpr std::chrono::seconds kQuickTool{10};
 constexpr std::chrono::seconds kPollInterval{15};
 
 } // namespace

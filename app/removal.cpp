@@ -14,8 +14,8 @@ namespace corvane {
 
 namespace {
 
-constexpr double kRemoveTimeout = 60;        // seconds
-constexpr double kRemoveVolumesTimeout = 30; // seconds
+constexpr std::chrono::seconds kRemoveTimeout{60};
+constexpr std::chrono::seconds kRemoveVolumesTimeout{30};
 
 Alert removalQuestion()
 {

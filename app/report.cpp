@@ -23,7 +23,7 @@ namespace corvane {
 
 namespace {
 
-constexpr double kToolLimit = 10; // seconds
+constexpr std::chrono::seconds kToolLimit{10};
 /// Of each log; what went wrong stands at its end.
 constexpr qsizetype kNewestLines = 200;
 
@@ -192,9 +192,8 @@ Flow<> AppModel::makeReport()
         }
         QElapsedTimer time;
         time.start();
-        const Environment nothingExtra;
-        const CommandResult result =
-            co_await CommandRunner::run(*question.exe, question.args, kToolLimit, nothingExtra);
+        const Command command(*question.exe, question.args);
+        const CommandResult result = co_await CommandRunner::run(command.within(kToolLimit));
         report.fact(question.name, QStringLiteral("%1 (%2 ms)").arg(oneLine(result)).arg(time.elapsed()));
     }
     addState(report, *this);

@@ -15,7 +15,8 @@ namespace corvane {
 
 namespace {
 
-constexpr double kOpenTimeout = 10;
+constexpr std::chrono::seconds kOpenTimeout{10};
+const QString kOpen = QStringLiteral("/usr/bin/open");
 
 struct ChromiumBrowser {
     const char *id;
@@ -182,18 +183,15 @@ QCoro::Task<> BrowserInspector::openSettings(BrowserInfo browser)
     }
     if (args.isEmpty()) co_return;
 
-    const QString exe = QStringLiteral("/usr/bin/open");
-    const Environment nothingExtra;
+    const Command command(kOpen, args);
     // Nothing depends on whether it worked: the steps are on screen either way.
-    [[maybe_unused]] const auto result = co_await CommandRunner::run(exe, args, kOpenTimeout, nothingExtra);
+    [[maybe_unused]] const auto result = co_await CommandRunner::run(command.within(kOpenTimeout));
 }
 
 QCoro::Task<bool> BrowserInspector::open(BrowserInfo browser, QString address)
 {
-    const QString exe = QStringLiteral("/usr/bin/open");
-    const QStringList args{QStringLiteral("-b"), browser.bundleID, address};
-    const Environment nothingExtra;
-    const CommandResult result = co_await CommandRunner::run(exe, args, kOpenTimeout, nothingExtra);
+    const Command command(kOpen, {QStringLiteral("-b"), browser.bundleID, address});
+    const CommandResult result = co_await CommandRunner::run(command.within(kOpenTimeout));
     co_return result.succeeded();
 }
 

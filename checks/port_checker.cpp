@@ -121,11 +121,9 @@ PortProbe PortChecker::probe(quint16 port, bool udp)
 
 QCoro::Task<QString> PortChecker::holder(int port, bool udp)
 {
-    const QString exe = QStringLiteral("/usr/sbin/lsof");
-    const QStringList args = lsofArguments(port, udp);
-    const Environment nothingExtra;
-    // Its status tells nothing: it is 1 for a free port and for one that this user may not see into.
-    const CommandResult result = co_await CommandRunner::run(exe, args, kHolderTimeout, nothingExtra);
+    const Command lsof(QStringLiteral("/usr/sbin/lsof"), lsofArguments(port, udp));
+    // Its status says nothing: it is 1 for a free port and for one that this user may not see into.
+    const CommandResult result = co_await CommandRunner::run(lsof.within(kHolderTimeout));
     const QString seen = result.standardOutput.trimmed();
     co_return seen.isEmpty() ? QString(kNobodySeen) : seen;
 }

@@ -4,13 +4,15 @@
 
 #include <QCoro/QCoroTask>
 
+#include <chrono>
+
 namespace corvane {
 
 /// Tells which of the ports that Pi-hole needs on 127.0.0.1 are free, and who holds the others.
 class PortChecker {
 public:
-    /// Seconds for lsof.
-    static constexpr double kHolderTimeout = 10;
+    /// For lsof.
+    static constexpr std::chrono::seconds kHolderTimeout{10};
 
     /// Tries to bind the port; it is never listened on. Returns at once.
     [[nodiscard]] static PortProbe probe(quint16 port, bool udp);

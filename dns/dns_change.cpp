@@ -50,10 +50,9 @@ QString DNSConfigurator::setCommand(const QString &service, const QStringList &s
 
 QCoro::Task<CommandResult> DNSConfigurator::administratorRun(QString script)
 {
-    const QString exe = QStringLiteral("/usr/bin/osascript");
-    const QStringList args{QStringLiteral("-e"), AdminScript::appleScript(script)};
-    const Environment nothingExtra;
-    co_return co_await CommandRunner::run(exe, args, kPromptTimeout, nothingExtra);
+    const Command prompt(QStringLiteral("/usr/bin/osascript"),
+                         {QStringLiteral("-e"), AdminScript::appleScript(script)});
+    co_return co_await CommandRunner::run(prompt.within(kPromptTimeout));
 }
 
 QString DNSConfigurator::friendly(const CommandResult &result)

@@ -8,6 +8,7 @@
 #include <QCoro/QCoroTask>
 #include <QHash>
 
+#include <chrono>
 #include <expected>
 
 namespace corvane {
@@ -15,10 +16,10 @@ namespace corvane {
 /// Reads and changes the Mac's DNS settings through macOS's own tools.
 class DNSConfigurator {
 public:
-    /// Seconds for a tool that answers at once.
-    static constexpr double kReadTimeout = 10;
-    /// Seconds for the administrator prompt: the user has to find and type a password.
-    static constexpr double kPromptTimeout = 180;
+    /// For a tool that answers at once.
+    static constexpr std::chrono::seconds kReadTimeout{10};
+    /// For the administrator prompt: the user has to find and type a password.
+    static constexpr std::chrono::seconds kPromptTimeout{180};
 
     // Reading. Nothing here fails: a tool that does gives an empty answer.
 

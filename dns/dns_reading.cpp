@@ -7,8 +7,8 @@ namespace {
 
 QCoro::Task<CommandResult> run(QString exe, QStringList args)
 {
-    const Environment nothingExtra;
-    co_return co_await CommandRunner::run(exe, args, DNSConfigurator::kReadTimeout, nothingExtra);
+    const Command command(exe, args);
+    co_return co_await CommandRunner::run(command.within(DNSConfigurator::kReadTimeout));
 }
 
 QCoro::Task<CommandResult> networksetup(QStringList args)

@@ -51,7 +51,10 @@ public:
         m_pool.start(this);
     }
 
-    [[nodiscard]] bool waitUntilIdle(int milliseconds) { return m_pool.waitForDone(milliseconds); }
+    [[nodiscard]] bool waitUntilIdle(std::chrono::milliseconds limit)
+    {
+        return m_pool.waitForDone(static_cast<int>(limit.count()));
+    }
 
 private:
     static constexpr int kMaxWorkers = 256;
@@ -107,6 +110,6 @@ void startOnWorker(std::function<void()> work)
 
 void postToMainThread(std::function<void()> work) { inbox().post(std::move(work)); }
 
-bool waitForWorkers(int milliseconds) { return workers().waitUntilIdle(milliseconds); }
+bool waitForWorkers(std::chrono::milliseconds limit) { return workers().waitUntilIdle(limit); }
 
 } // namespace corvane

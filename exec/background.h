@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <coroutine>
 #include <functional>
 #include <memory>
@@ -18,8 +19,8 @@ void startOnWorker(std::function<void()> work);
 /// it called is seen by the work.
 void postToMainThread(std::function<void()> work);
 
-/// Waits until every worker is idle, or `milliseconds` have passed; true when idle.
-bool waitForWorkers(int milliseconds);
+/// Waits until every worker is idle, or the limit has passed; true when idle.
+bool waitForWorkers(std::chrono::milliseconds limit);
 
 /// Awaits blocking work: runs it on a worker and resumes the coroutine on the main thread with its result.
 template <class Result>

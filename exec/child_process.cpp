@@ -117,14 +117,13 @@ void keepExitStatuses()
 
 } // namespace
 
-std::expected<std::shared_ptr<ChildProcess>, QString>
-ChildProcess::start(const QString &exe, const QStringList &args, const Environment &extra, Streams streams, Era asked)
+std::expected<std::shared_ptr<ChildProcess>, QString> ChildProcess::start(const Command &command, Era asked)
 {
     static std::once_flag once;
     std::call_once(once, keepExitStatuses);
     registry().sweep();
 
-    auto spawned = spawnProgram(exe, args, extra, streams);
+    auto spawned = spawnProgram(command);
     if (!spawned) return std::unexpected(systemWords(spawned.error()));
     FileDescriptor exitWatch(platform::watchExit(spawned->pid));
     const int watchError = errno;

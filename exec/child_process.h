@@ -1,9 +1,7 @@
 #pragma once
 
-#include "exec/command_result.h"
+#include "exec/command.h"
 #include "exec/file_descriptor.h"
-
-#include <QStringList>
 
 #include <sys/types.h>
 
@@ -31,8 +29,7 @@ public:
 
     /// The started program, or why it could not be started, in the system's words. One that was asked for in an earlier
     /// era is told to end at once.
-    [[nodiscard]] static std::expected<std::shared_ptr<ChildProcess>, QString>
-    start(const QString &exe, const QStringList &args, const Environment &extra, Streams streams, Era asked);
+    [[nodiscard]] static std::expected<std::shared_ptr<ChildProcess>, QString> start(const Command &command, Era asked);
 
     /// A child that still runs is left to itself.
     ~ChildProcess();

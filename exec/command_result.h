@@ -1,20 +1,10 @@
 #pragma once
 
-#include <QMap>
 #include <QString>
 
 #include <optional>
 
 namespace corvane {
-
-/// Environment variables by name.
-using Environment = QMap<QString, QString>;
-
-/// What becomes of a program's standard output and standard error.
-enum class Streams {
-    Apart,    ///< Each is read by itself; the order between them is lost.
-    Together, ///< Both are read as standard output, in the order in which they were written.
-};
 
 /// How one run of an outside program ended and what it printed.
 ///

@@ -13,12 +13,11 @@ namespace corvane {
 
 namespace {
 
-constexpr double kLongestTimeout = 1e9;
+constexpr std::chrono::milliseconds kLongestLimit = std::chrono::years(30); // what the clock can count
 
-ChildProcess::Clock::time_point limitAfter(double seconds)
+ChildProcess::Clock::time_point limitAfter(std::chrono::milliseconds time)
 {
-    const std::chrono::duration<double> wanted(seconds > 0 ? std::min(seconds, kLongestTimeout) : 0);
-    return ChildProcess::Clock::now() + std::chrono::duration_cast<ChildProcess::Clock::duration>(wanted);
+    return ChildProcess::Clock::now() + std::clamp(time, std::chrono::milliseconds::zero(), kLongestLimit);
 }
 
 CommandResult notStarted(const QString &reason)
@@ -48,35 +47,32 @@ CommandResult capture(ChildProcess &child, ChildProcess::Clock::time_point limit
     return result;
 }
 
-CommandResult startAndCapture(const QString &exe, const QStringList &args, double timeout, const Environment &env,
-                              Streams streams, ChildProcess::Era asked)
+CommandResult startAndCapture(const TimedCommand &command, ChildProcess::Era asked)
 {
-    const auto limit = limitAfter(timeout);
-    const auto started = ChildProcess::start(exe, args, env, streams, asked);
+    const auto limit = limitAfter(command.limit());
+    const auto started = ChildProcess::start(command.command(), asked);
     return started ? capture(**started, limit) : notStarted(started.error());
 }
 
 } // namespace
 
-CommandResult CommandRunner::runSync(const QString &exe, const QStringList &args, double timeout,
-                                     const Environment &env)
+CommandResult CommandRunner::runSync(const TimedCommand &command)
 {
     if (onMainThread()) {
-        qCritical("A blocking command was refused on the main thread: %ls", qUtf16Printable(exe));
+        qCritical("A blocking command was refused on the main thread: %ls", qUtf16Printable(command.command().exe()));
         return notStarted(QStringLiteral("A blocking command cannot run on the main thread."));
     }
-    return startAndCapture(exe, args, timeout, env, Streams::Apart, ChildProcess::era());
+    return startAndCapture(command, ChildProcess::era());
 }
 
-QCoro::Task<CommandResult> CommandRunner::run(QString exe, QStringList args, double timeout, Environment env,
-                                              Streams streams)
+QCoro::Task<CommandResult> CommandRunner::run(TimedCommand command)
 {
     const ChildProcess::Era asked = ChildProcess::era();
-    std::function<CommandResult()> command = [exe, args, timeout, env, streams, asked] {
+    std::function<CommandResult()> running = [command, asked] {
         if (asked != ChildProcess::era()) return notStarted(QStringLiteral("Corvane is about to quit."));
-        return startAndCapture(exe, args, timeout, env, streams, asked);
+        return startAndCapture(command, asked);
     };
-    BackgroundWork<CommandResult> work(std::move(command));
+    BackgroundWork<CommandResult> work(std::move(running));
     co_return co_await work;
 }
 

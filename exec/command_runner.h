@@ -1,28 +1,25 @@
 #pragma once
 
+#include "exec/command.h"
 #include "exec/command_result.h"
 
 #include <QCoro/QCoroTask>
-#include <QStringList>
 
 namespace corvane {
 
 /// Runs outside programs to their end with a time limit and captures what they print. It never throws: every failure is
-/// part of the result. `exe` is an absolute path; no shell and no search is involved; standard input is the null
-/// device.
+/// part of the result. At the limit the child gets SIGTERM and its grace; what it printed so far is kept.
 class CommandRunner {
 public:
-    /// Seconds that a child has to end after it was told to.
-    static constexpr double kGrace = 2;
+    /// The time that a child has to end after it was told to. It is never killed.
+    static constexpr std::chrono::seconds kGrace{2};
 
-    /// Blocks the calling thread; refused on the main thread (the result says so). `timeout` is in seconds; at the
-    /// limit the child gets SIGTERM and two more seconds, and what it printed so far is kept.
-    [[nodiscard]] static CommandResult runSync(const QString &exe, const QStringList &args, double timeout,
-                                               const Environment &env);
+    /// Blocks the calling thread; refused on the main thread (the result says so). A limit of zero or less ends the
+    /// child at once.
+    [[nodiscard]] static CommandResult runSync(const TimedCommand &command);
 
     /// The same on a worker thread; resumes the caller on the main thread.
-    [[nodiscard]] static QCoro::Task<CommandResult> run(QString exe, QStringList args, double timeout, Environment env,
-                                                        Streams streams = Streams::Apart);
+    [[nodiscard]] static QCoro::Task<CommandResult> run(TimedCommand command);
 
     /// Sends SIGTERM to every child that a call still waits for, and starts none that was asked for before. Used when
     /// the application quits.

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "exec/command_result.h"
+#include "exec/command.h"
 
 #include <QList>
-#include <QStringList>
 
 namespace corvane {
 
@@ -19,6 +18,8 @@ struct CommandStep {
     /// Whether the operation goes on when this step ends with a status other than 0.
     bool allowFailure = false;
     Streams streams = Streams::Apart;
+
+    [[nodiscard]] Command command() const { return Command(exe, args).with(env).with(streams); }
 
     bool operator==(const CommandStep &) const = default;
 };

@@ -41,11 +41,11 @@ QCoro::Task<> OperationRunner::runSteps(OperationRunner *self, CommandSteps step
         if (stopped) break;
         runner->append(QStringLiteral("> ") + step.label);
         runner->m_stepStart = runner->m_lineCount;
-        const auto command = std::make_shared<StreamingCommand>();
-        runner->m_current = command;
-        if (runner->m_cancelRequested) command->cancel();
-        const std::optional<int> status =
-            co_await command->run(step.exe, step.args, step.env, appendLines, step.streams);
+        const auto streaming = std::make_shared<StreamingCommand>();
+        runner->m_current = streaming;
+        if (runner->m_cancelRequested) streaming->cancel();
+        const Command command = step.command();
+        const std::optional<int> status = co_await streaming->run(command, appendLines);
         if (!runner) co_return;
         runner->m_current.reset();
         stopped = runner->stopsAfter(step, status);

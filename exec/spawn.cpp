@@ -99,28 +99,28 @@ std::expected<Pipe, int> openReadPipe()
 
 } // namespace
 
-std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &args, const Environment &extra,
-                                         Streams streams)
+std::expected<Spawned, int> spawnProgram(const Command &command)
 {
     StringVector arguments;
-    arguments.add(exe.toUtf8());
-    for (const QString &argument : args)
+    arguments.add(command.exe().toUtf8());
+    for (const QString &argument : command.args())
         arguments.add(argument.toUtf8());
     StringVector variables;
-    const auto environment = Tools::environment(extra);
+    const auto environment = Tools::environment(command.env());
     for (auto it = environment.begin(); it != environment.end(); ++it)
         variables.add(it.key() + '=' + it.value());
     if (arguments.hasNul() || variables.hasNul()) return std::unexpected(EINVAL);
 
+    const bool apart = command.streams() == Streams::Apart;
     auto output = openReadPipe();
     if (!output) return std::unexpected(output.error());
     std::expected<Pipe, int> error;
-    if (streams == Streams::Apart) error = openReadPipe();
+    if (apart) error = openReadPipe();
     if (!error) return std::unexpected(error.error());
     FileActions actions;
     actions.useNullInput();
     actions.connect(output->writeEnd, STDOUT_FILENO);
-    actions.connect(streams == Streams::Apart ? error->writeEnd : output->writeEnd, STDERR_FILENO);
+    actions.connect(apart ? error->writeEnd : output->writeEnd, STDERR_FILENO);
     if (const int reason = actions.closeOthers(); reason != 0) return std::unexpected(reason);
 
     pid_t pid = 0;

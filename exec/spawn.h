@@ -1,9 +1,7 @@
 #pragma once
 
-#include "exec/command_result.h"
+#include "exec/command.h"
 #include "exec/file_descriptor.h"
-
-#include <QStringList>
 
 #include <sys/types.h>
 
@@ -20,8 +18,7 @@ struct Spawned {
 };
 
 /// Starts a program with the null device as standard input and no other descriptor of this process, every signal as the
-/// system has it, and the tool environment with `extra` laid over it. The error is an errno value.
-[[nodiscard]] std::expected<Spawned, int> spawnProgram(const QString &exe, const QStringList &args,
-                                                       const Environment &extra, Streams streams);
+/// system has it, and the tool environment with the command's variables laid over it. The error is an errno value.
+[[nodiscard]] std::expected<Spawned, int> spawnProgram(const Command &command);
 
 } // namespace corvane

@@ -72,7 +72,7 @@ struct StreamingCommand::Shared : std::enable_shared_from_this<Shared> {
     std::function<void(LineBatch)> onLines;
     QElapsedTimer sinceHandOver;
 
-    std::optional<int> read(const QString &exe, const QStringList &args, const Environment &env, Streams streams);
+    std::optional<int> read(const Command &command);
     void hold(std::shared_ptr<ChildProcess> child);
     void add(QStringList lines);
     void handOverWhenDue();
@@ -80,12 +80,11 @@ struct StreamingCommand::Shared : std::enable_shared_from_this<Shared> {
     void cancel();
 };
 
-std::optional<int> StreamingCommand::Shared::read(const QString &exe, const QStringList &args, const Environment &env,
-                                                  Streams streams)
+std::optional<int> StreamingCommand::Shared::read(const Command &command)
 {
-    const auto started = ChildProcess::start(exe, args, env, streams, ChildProcess::era());
+    const auto started = ChildProcess::start(command, ChildProcess::era());
     if (!started) {
-        const QString name = QFileInfo(exe).fileName();
+        const QString name = QFileInfo(command.exe()).fileName();
         add({QStringLiteral("Could not start %1: %2").arg(name, started.error())});
         return std::nullopt;
     }
@@ -167,14 +166,11 @@ StreamingCommand::StreamingCommand()
 
 StreamingCommand::~StreamingCommand() = default;
 
-QCoro::Task<std::optional<int>> StreamingCommand::run(QString exe, QStringList args, Environment env,
-                                                      std::function<void(LineBatch)> onLines, Streams streams)
+QCoro::Task<std::optional<int>> StreamingCommand::run(Command command, std::function<void(LineBatch)> onLines)
 {
     const std::shared_ptr<Shared> shared = m_shared; // This object may be gone when the child ends.
     shared->onLines = std::move(onLines);
-    std::function<std::optional<int>()> reading = [shared, exe, args, env, streams] {
-        return shared->read(exe, args, env, streams);
-    };
+    std::function<std::optional<int>()> reading = [shared, command] { return shared->read(command); };
     BackgroundWork<std::optional<int>> work(std::move(reading));
     const std::optional<int> status = co_await work;
     shared->handOver();

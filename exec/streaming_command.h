@@ -1,9 +1,8 @@
 #pragma once
 
-#include "exec/command_result.h"
+#include "exec/command.h"
 
 #include <QCoro/QCoroTask>
-#include <QStringList>
 
 #include <chrono>
 #include <functional>
@@ -35,9 +34,7 @@ public:
     /// program runs and with the rest before the task ends; it gets standard output and standard error interleaved as
     /// they arrived. Answers the exit status (or signal number), or nothing when the program could not be started: then
     /// the reason has been handed over as a line. One object runs one program.
-    [[nodiscard]] QCoro::Task<std::optional<int>> run(QString exe, QStringList args, Environment env,
-                                                      std::function<void(LineBatch)> onLines,
-                                                      Streams streams = Streams::Apart);
+    [[nodiscard]] QCoro::Task<std::optional<int>> run(Command command, std::function<void(LineBatch)> onLines);
 
     /// Sends SIGTERM to the child, or to the one that is just being started.
     void cancel();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exec/command_result.h"
+#include "exec/command.h"
 
 #include <QStringList>
 

@@ -9,7 +9,7 @@ namespace corvane {
 
 namespace {
 
-constexpr double kHelpTimeout = 10;
+constexpr std::chrono::seconds kHelpTimeout{10};
 
 std::optional<QString> findBrew() { return Tools::find(QStringLiteral("brew"), ColimaManager::homebrewDirs()); }
 
@@ -123,9 +123,8 @@ QCoro::Task<bool> ColimaManager::supportsPortForwarderFlag()
 {
     const auto colima = find();
     if (!colima) co_return false;
-    const QStringList help{QStringLiteral("start"), QStringLiteral("--help")};
-    const Environment nothingExtra;
-    const CommandResult result = co_await CommandRunner::run(*colima, help, kHelpTimeout, nothingExtra);
+    const Command help(*colima, {QStringLiteral("start"), QStringLiteral("--help")});
+    const CommandResult result = co_await CommandRunner::run(help.within(kHelpTimeout));
     co_return result.combined().contains(QStringLiteral("--port-forwarder"));
 }
 

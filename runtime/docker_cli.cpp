@@ -23,7 +23,7 @@ constexpr QLatin1StringView kClientTooOld{"Docker's client is too old for the en
                                           "docker' in Terminal, then try again."};
 constexpr QLatin1StringView kClientTooNew{"Docker's client is too new for the engine in Colima. Run 'brew upgrade "
                                           "colima' in Terminal, then restart Colima."};
-constexpr double kInfoTimeout = 10; // seconds
+constexpr std::chrono::seconds kInfoTimeout{10};
 
 /// What the engine says about a client of another age.
 QString versionProblem(const QString &text)
@@ -75,7 +75,7 @@ const QStringList &DockerCLI::searchDirs()
 
 std::optional<QString> DockerCLI::find() { return Tools::find(QStringLiteral("docker"), searchDirs()); }
 
-QCoro::Task<CommandResult> DockerCLI::run(QStringList args, double timeout, Streams streams)
+QCoro::Task<CommandResult> DockerCLI::run(QStringList args, std::chrono::milliseconds limit, Streams streams)
 {
     const std::optional<QString> docker = find();
     if (!docker) {
@@ -83,8 +83,8 @@ QCoro::Task<CommandResult> DockerCLI::run(QStringList args, double timeout, Stre
         missing.launchError = QStringLiteral("docker was not found");
         co_return missing;
     }
-    const Environment nothingExtra;
-    co_return co_await CommandRunner::run(*docker, args, timeout, nothingExtra, streams);
+    const TimedCommand command = Command(*docker, args).with(streams).within(limit);
+    co_return co_await CommandRunner::run(command);
 }
 
 QCoro::Task<EngineAnswer> DockerCLI::engine()

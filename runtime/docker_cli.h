@@ -1,10 +1,10 @@
 #pragma once
 
+#include "exec/command.h"
 #include "exec/command_result.h"
 
 #include <QCoro/QCoroTask>
 #include <QLatin1StringView>
-#include <QStringList>
 
 #include <optional>
 
@@ -24,8 +24,8 @@ public:
     [[nodiscard]] static const QStringList &searchDirs();
     [[nodiscard]] static std::optional<QString> find();
 
-    /// Runs docker; `timeout` in seconds. Without docker the result's launch error is "docker was not found".
-    [[nodiscard]] static QCoro::Task<CommandResult> run(QStringList args, double timeout,
+    /// Runs docker. Without it the result's launch error is "docker was not found".
+    [[nodiscard]] static QCoro::Task<CommandResult> run(QStringList args, std::chrono::milliseconds limit,
                                                         Streams streams = Streams::Apart);
 
     /// Asks the engine for its version. A client may end with status 0 although no engine answered: what counts is that

@@ -10,8 +10,8 @@ namespace corvane {
 
 namespace {
 
-constexpr double kAskTimeout = 10;    // seconds
-constexpr double kScriptTimeout = 30; // seconds
+constexpr std::chrono::seconds kAskTimeout{10};
+constexpr std::chrono::seconds kScriptTimeout{30};
 constexpr qsizetype kLocalColumn = 4;
 const QString kProxy = QStringLiteral("docker-proxy");
 const QString kNameService = QStringLiteral("dnsmasq");
@@ -80,9 +80,8 @@ QCoro::Task<MachinePort> MachinePort::ask()
     if (!colima) co_return MachinePort();
     const QStringList list{QStringLiteral("ss"), QStringLiteral("-H"), QStringLiteral("-lntup"),
                            QStringLiteral("sport = :53")};
-    const QStringList question = inMachine(list);
-    const Environment nothingExtra;
-    const CommandResult answer = co_await CommandRunner::run(*colima, question, kAskTimeout, nothingExtra);
+    const Command question(*colima, inMachine(list));
+    const CommandResult answer = co_await CommandRunner::run(question.within(kAskTimeout));
     if (!answer.succeeded()) co_return MachinePort();
     const MachinePort port = parse(answer.standardOutput);
     if (port.holder() != Holder::Container) co_return port;
@@ -125,9 +124,8 @@ QCoro::Task<> MachinePort::runInMachine(QString script)
 {
     const auto colima = ColimaManager::find();
     if (!colima) co_return;
-    const QStringList command = shellInMachine(script);
-    const Environment nothingExtra;
-    co_await CommandRunner::run(*colima, command, kScriptTimeout, nothingExtra);
+    const Command command(*colima, shellInMachine(script));
+    co_await CommandRunner::run(command.within(kScriptTimeout));
 }
 
 QString MachinePort::problem() const

@@ -88,9 +88,8 @@ QStringList digArguments(const QString &name, const QString &type, bool tcp, con
 
 QCoro::Task<DigResult> runDig(QStringList args)
 {
-    const QString exe = QStringLiteral("/usr/bin/dig");
-    const Environment nothingExtra;
-    const CommandResult result = co_await CommandRunner::run(exe, args, PiholeController::kQuickTimeout, nothingExtra);
+    const Command dig(QStringLiteral("/usr/bin/dig"), args);
+    const CommandResult result = co_await CommandRunner::run(dig.within(PiholeController::kQuickTimeout));
     co_return DigResult::parse(result);
 }
 

@@ -14,10 +14,10 @@ namespace corvane {
 /// The one Pi-hole container that Corvane runs: its definition on disk and the commands around it.
 class PiholeController {
 public:
-    /// Seconds for a question that is answered at once.
-    static constexpr double kQuickTimeout = 10;
-    /// Seconds for the container's log.
-    static constexpr double kLogTimeout = 20;
+    /// For a question that is answered at once.
+    static constexpr std::chrono::seconds kQuickTimeout{10};
+    /// For the container's log.
+    static constexpr std::chrono::seconds kLogTimeout{20};
 
     [[nodiscard]] static QCoro::Task<ContainerState> containerState();
     /// What it was made from; nothing when Docker does not tell.

@@ -23,8 +23,9 @@ constexpr int kStartsEach = 100;
 constexpr int kRounds = 15;
 
 QString child() { return QString::fromUtf8(childPath()); }
-QStringList printing(int mebibytes) { return {QStringLiteral("line"), QString::number(mebibytes)}; }
-QStringList ending() { return {QStringLiteral("exit"), QStringLiteral("0")}; }
+QStringList toEnd() { return {QStringLiteral("exit"), QStringLiteral("0")}; }
+Command ending() { return Command(child(), toEnd()); }
+Command printing(int mebibytes) { return Command(child(), {QStringLiteral("line"), QString::number(mebibytes)}); }
 
 void insist(bool claim, const char *what)
 {
@@ -35,7 +36,7 @@ void insist(bool claim, const char *what)
 
 void captureBytes()
 {
-    const auto started = ChildProcess::start(child(), printing(kMebibytes), {}, Streams::Apart, ChildProcess::era());
+    const auto started = ChildProcess::start(printing(kMebibytes), ChildProcess::era());
     insist(started.has_value(), "the child did not start");
     DataBox output;
     DataBox error;
@@ -47,7 +48,7 @@ void captureBytes()
 
 void captureText()
 {
-    const CommandResult result = CommandRunner::runSync(child(), printing(kMebibytes), 600, {});
+    const CommandResult result = CommandRunner::runSync(printing(kMebibytes).within(std::chrono::minutes(10)));
     insist(result.standardOutput.size() == qsizetype(kMebibytes * kMebibyte), "not every character came");
 }
 
@@ -60,7 +61,7 @@ void captureBare()
 void startMany()
 {
     for (int i = 0; i < kStartsEach; ++i) {
-        insist(CommandRunner::runSync(child(), ending(), 60, {}).succeeded(), "a child failed");
+        insist(CommandRunner::runSync(ending().within(std::chrono::minutes(1))).succeeded(), "a child failed");
     }
 }
 
@@ -73,12 +74,12 @@ void startManyBare()
 void startManyWithQProcess()
 {
     for (int i = 0; i < kStartsEach; ++i)
-        insist(QProcess::execute(child(), ending()) == 0, "a child of QProcess failed");
+        insist(QProcess::execute(child(), toEnd()) == 0, "a child of QProcess failed");
 }
 
 bool compareStarts()
 {
-    const QStringList starts = QStringList{QString::number(kStartsEach), child()} + ending();
+    const QStringList starts = QStringList{QString::number(kStartsEach), child()} + toEnd();
     Peer python(QStringLiteral("python3"), QStringList{QStringLiteral(BENCH_PEERS "/starts.py")} + starts);
     Peer node(QStringLiteral("node"), QStringList{QStringLiteral(BENCH_PEERS "/starts.mjs")} + starts);
     std::vector<Contender> contenders{

@@ -32,7 +32,7 @@ protected:
     void TearDown() override
     {
         m_app.reset();
-        waitForWorkers(60'000);
+        waitForWorkers(std::chrono::minutes(1));
         EXPECT_TRUE(QtWarnings::all().isEmpty()) << qPrintable(QtWarnings::all().join(u'\n'));
     }
 

@@ -11,7 +11,7 @@ namespace corvane::test {
 namespace {
 
 const QString kPassword = QStringLiteral("Fresh-Word_7.@+");
-constexpr double kPatience = 60; // seconds
+constexpr std::chrono::minutes kPatience{1};
 
 const char *const kPortInUse = "A port that Pi-hole needs is already in use. Pick another web port (8081 to 8090) or "
                                "stop whatever uses port 53.";

@@ -12,7 +12,7 @@ namespace corvane::test {
 
 namespace {
 
-constexpr int kPatience = 60'000; // milliseconds
+constexpr std::chrono::minutes kPatience{1};
 
 QUrl releaseFeed()
 {

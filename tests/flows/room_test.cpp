@@ -125,7 +125,7 @@ TEST_F(Start, Another_container_is_named_before_anything_is_done)
                             QStringLiteral("-p"),
                             QStringLiteral("127.0.0.1:53:53/udp"),
                             QStringLiteral("pihole/pihole:2026.09.0")};
-    ASSERT_TRUE(QCoro::waitFor(DockerCLI::run(other, 30)).succeeded());
+    ASSERT_TRUE(QCoro::waitFor(DockerCLI::run(other, std::chrono::seconds(30))).succeeded());
     press();
     EXPECT_TEXT(model().startMessage(), "Port 53 is taken inside Colima's virtual machine, by the container "
                                         "'dns-proxy'. Stop that container, then try again.");

@@ -38,9 +38,10 @@ private:
     qint64 m_longest = 0;
 };
 
-QCoro::Task<> runInto(QList<CommandResult> *results, QStringList args, double timeout)
+QCoro::Task<> runInto(QList<CommandResult> *results, QStringList args, std::chrono::milliseconds limit)
 {
-    const CommandResult result = co_await CommandRunner::run(childPath(), args, timeout, Environment());
+    const Command command(childPath(), args);
+    const CommandResult result = co_await CommandRunner::run(command.within(limit));
     EXPECT_EQ(QThread::currentThread(), qApp->thread());
     results->append(result);
 }
@@ -50,7 +51,7 @@ QCoro::Task<> runInto(QList<CommandResult> *results, QStringList args, double ti
 TEST(CommandLoad, An_awaited_command_resumes_on_the_main_thread_with_its_result)
 {
     QList<CommandResult> results;
-    const auto task = runInto(&results, {u"print"_s, hex("hello"), hex("")}, 10);
+    const auto task = runInto(&results, {u"print"_s, hex("hello"), hex("")}, 10s);
     EXPECT_TRUE(results.isEmpty()) << "the caller is suspended first";
     ASSERT_TRUE(spinUntil([&] { return task.isReady(); }));
     ASSERT_EQ(results.size(), 1);
@@ -64,7 +65,7 @@ TEST(CommandLoad, A_flood_of_256_MiB_on_both_streams_is_captured_while_the_main_
     QElapsedTimer elapsed;
     elapsed.start();
     QList<CommandResult> results;
-    const auto task = runInto(&results, {u"flood"_s, u"256"_s}, 200);
+    const auto task = runInto(&results, {u"flood"_s, u"256"_s}, 200s);
     ASSERT_TRUE(spinUntil([&] { return task.isReady(); }, 200));
     EXPECT_EQ(results.first().status, 0);
     EXPECT_FALSE(results.first().timedOut);
@@ -81,7 +82,7 @@ TEST(CommandLoad, Sixty_four_commands_run_at_once)
     QList<CommandResult> results;
     std::vector<QCoro::Task<>> tasks;
     for (int i = 0; i < 64; ++i)
-        tasks.push_back(runInto(&results, {u"sleep"_s, u"3"_s, QString::number(i)}, 60));
+        tasks.push_back(runInto(&results, {u"sleep"_s, u"3"_s, QString::number(i)}, 60s));
     ASSERT_TRUE(spinUntil([&] { return results.size() == 64; }));
     EXPECT_LT(elapsed.elapsed(), 30'000) << "one after another they take 192 seconds";
     QList<int> numbers;
@@ -98,8 +99,8 @@ TEST(CommandLoad, A_slow_command_holds_no_other_up)
 {
     QList<CommandResult> slow;
     QList<CommandResult> quick;
-    const auto waiting = runInto(&slow, {u"sleep"_s, u"2"_s}, 10);
-    const auto other = runInto(&quick, {u"exit"_s, u"3"_s}, 10);
+    const auto waiting = runInto(&slow, {u"sleep"_s, u"2"_s}, 10s);
+    const auto other = runInto(&quick, {u"exit"_s, u"3"_s}, 10s);
     ASSERT_TRUE(spinUntil([&] { return quick.size() == 1; }));
     EXPECT_TRUE(slow.isEmpty());
     ASSERT_TRUE(spinUntil([&] { return slow.size() == 1; }));
@@ -108,7 +109,7 @@ TEST(CommandLoad, A_slow_command_holds_no_other_up)
 TEST(CommandLoad, A_task_that_nobody_keeps_still_runs_to_its_end)
 {
     QList<CommandResult> results;
-    runInto(&results, {u"exit"_s, u"3"_s}, 10);
+    runInto(&results, {u"exit"_s, u"3"_s}, 10s);
     ASSERT_TRUE(spinUntil([&] { return results.size() == 1; }));
     EXPECT_EQ(results.first().status, 3);
 }
@@ -136,8 +137,8 @@ TEST(CommandLoad, Work_posted_from_many_threads_runs_in_order_on_the_main_thread
 TEST(CommandLoad, Waiting_for_the_workers_ends_when_they_are_idle_or_the_time_is_over)
 {
     startOnWorker([] { std::this_thread::sleep_for(500ms); });
-    EXPECT_FALSE(waitForWorkers(50));
-    EXPECT_TRUE(waitForWorkers(10'000));
+    EXPECT_FALSE(waitForWorkers(50ms));
+    EXPECT_TRUE(waitForWorkers(10s));
 }
 
 } // namespace corvane::test

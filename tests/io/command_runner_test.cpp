@@ -11,6 +11,7 @@
 namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 TEST(CommandRunner, Both_streams_and_the_status_are_captured)
 {
@@ -46,7 +47,7 @@ TEST(CommandRunner, A_child_ended_by_a_signal_has_the_signals_number_as_status)
 
 TEST(CommandRunner, A_child_that_reads_its_input_gets_end_of_file_at_once)
 {
-    EXPECT_EQ(runChild({u"read-input"_s}, 10).standardOutput, u"end of file"_s);
+    EXPECT_EQ(runChild({u"read-input"_s}, 10s).standardOutput, u"end of file"_s);
 }
 
 TEST(CommandRunner, A_missing_program_is_reported_in_the_systems_words)
@@ -86,7 +87,7 @@ TEST(CommandRunner, An_argument_that_no_program_can_be_given_is_refused)
 {
     const QString cut = u"before"_s + QChar(QChar::Null) + u"after"_s;
     EXPECT_EQ(runChild({u"args"_s, cut}).launchError, u"Invalid argument"_s);
-    EXPECT_EQ(runChild({u"args"_s}, 10, {{u"NAME"_s, cut}}).launchError, u"Invalid argument"_s);
+    EXPECT_EQ(runChild({u"args"_s}, 10s, {{u"NAME"_s, cut}}).launchError, u"Invalid argument"_s);
 }
 
 TEST(CommandRunner, More_arguments_than_the_system_takes_are_a_launch_error)
@@ -102,7 +103,7 @@ TEST(CommandRunner, The_child_sees_the_tool_path)
 
 TEST(CommandRunner, An_extra_path_replaces_the_tool_path)
 {
-    const CommandResult result = runChild({u"getenv"_s, u"PATH"_s}, 10, {{u"PATH"_s, u"/elsewhere"_s}});
+    const CommandResult result = runChild({u"getenv"_s, u"PATH"_s}, 10s, {{u"PATH"_s, u"/elsewhere"_s}});
     EXPECT_EQ(result.standardOutput, u"/elsewhere"_s);
 }
 
@@ -118,7 +119,7 @@ TEST(CommandRunner, A_thousand_extra_variables_arrive)
     Environment extra;
     for (int i = 0; i < 1000; ++i)
         extra.insert(u"CORVANE_MANY_%1"_s.arg(i), QString(100, u'v'));
-    EXPECT_EQ(runChild({u"env"_s, u"CORVANE_MANY_"_s}, 10, extra).standardOutput, u"1000"_s);
+    EXPECT_EQ(runChild({u"env"_s, u"CORVANE_MANY_"_s}, 10s, extra).standardOutput, u"1000"_s);
 }
 
 TEST(CommandRunner, A_byte_order_mark_is_kept)
@@ -133,7 +134,7 @@ TEST(CommandRunner, Both_streams_can_be_had_in_the_order_in_which_they_were_writ
     for (int i = 0; i < 500; ++i)
         expected += QString::number(i) + u'\n';
     const QStringList args{u"both-streams"_s, u"500"_s};
-    auto task = CommandRunner::run(childPath(), args, 60, {}, Streams::Together);
+    auto task = CommandRunner::run(Command(childPath(), args).with(Streams::Together).within(1min));
     const CommandResult result = QCoro::waitFor(task);
     EXPECT_EQ(result.standardOutput, expected);
     EXPECT_EQ(result.standardError, QString());
@@ -180,7 +181,7 @@ TEST(CommandRunner, A_process_without_standard_streams_captures_all_the_same)
     close(STDIN_FILENO);
     close(STDERR_FILENO);
     const CommandResult result = runChild({u"print"_s, hex("out"), hex("err")});
-    const CommandResult reader = runChild({u"read-input"_s}, 10);
+    const CommandResult reader = runChild({u"read-input"_s}, 10s);
     dup2(input, STDIN_FILENO);
     dup2(error, STDERR_FILENO);
     close(input);
@@ -192,7 +193,7 @@ TEST(CommandRunner, A_process_without_standard_streams_captures_all_the_same)
 
 TEST(CommandRunner, A_blocking_run_on_the_main_thread_is_refused)
 {
-    const CommandResult result = CommandRunner::runSync(childPath(), {u"exit"_s, u"0"_s}, 10, {});
+    const CommandResult result = CommandRunner::runSync(Command(childPath(), {u"exit"_s, u"0"_s}).within(10s));
     EXPECT_EQ(result.status, -1);
     EXPECT_TRUE(result.launchError);
 }

@@ -8,6 +8,7 @@
 namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -85,7 +86,7 @@ TEST_F(KeychainTest, Where_no_keychain_answers_nothing_is_kept_and_nothing_hangs
     EXPECT_TRUE(Keychain::save(u"kept"_s)) << "the keychain answers before";
     const QString program = QString::fromUtf8(KEYCHAIN_PROBE);
     const CommandResult refused =
-        runProgram(program, {u"lost"_s}, 10, {{u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nowhere"_s}});
+        runProgram(program, {u"lost"_s}, 10s, {{u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nowhere"_s}});
     EXPECT_FALSE(refused.timedOut);
     EXPECT_EQ(refused.standardOutput, u"refused, nothing"_s);
     EXPECT_EQ(Keychain::load(), u"kept"_s);

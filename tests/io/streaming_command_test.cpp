@@ -44,7 +44,8 @@ QCoro::Task<> streamInto(Stream *stream, QString exe, QStringList args)
 {
     stream->elapsed.start();
     const auto onLines = [stream](const LineBatch &batch) { stream->take(batch); };
-    stream->status = co_await stream->command.run(exe, args, Environment(), onLines);
+    const Command command(exe, args);
+    stream->status = co_await stream->command.run(command, onLines);
     stream->ended = true;
 }
 
@@ -224,7 +225,7 @@ TEST(StreamingCommand, An_object_that_dies_while_its_child_runs_still_answers)
     auto command = std::make_unique<StreamingCommand>();
     QStringList lines;
     const auto onLines = [&lines](const LineBatch &batch) { lines += batch.lines; };
-    const auto task = command->run(childPath(), {u"chunks"_s, u"0.2"_s, hex("a\n"), hex("b\n")}, {}, onLines);
+    const auto task = command->run(Command(childPath(), {u"chunks"_s, u"0.2"_s, hex("a\n"), hex("b\n")}), onLines);
     command.reset();
     ASSERT_TRUE(spinUntil([&] { return task.isReady(); }));
     EXPECT_EQ(lines, (QStringList{u"a"_s, u"b"_s}));

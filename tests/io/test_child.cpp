@@ -11,14 +11,16 @@ namespace corvane::test {
 
 QString childPath() { return QStringLiteral(CORVANE_TEST_CHILD); }
 
-CommandResult runProgram(const QString &exe, const QStringList &args, double timeout, const Environment &env)
+CommandResult runProgram(const QString &exe, const QStringList &args, std::chrono::milliseconds limit,
+                         const Environment &env)
 {
-    return std::async(std::launch::async, [&] { return CommandRunner::runSync(exe, args, timeout, env); }).get();
+    const TimedCommand command = Command(exe, args).with(env).within(limit);
+    return std::async(std::launch::async, [&] { return CommandRunner::runSync(command); }).get();
 }
 
-CommandResult runChild(const QStringList &args, double timeout, const Environment &env)
+CommandResult runChild(const QStringList &args, std::chrono::milliseconds limit, const Environment &env)
 {
-    return runProgram(childPath(), args, timeout, env);
+    return runProgram(childPath(), args, limit, env);
 }
 
 bool spinUntil(const std::function<bool()> &condition, double seconds)

@@ -13,8 +13,10 @@ namespace corvane::test {
 [[nodiscard]] QString childPath();
 
 /// Runs the test child to its end on a thread of its own, as CommandRunner's callers do.
-[[nodiscard]] CommandResult runChild(const QStringList &args, double timeout = 60, const Environment &env = {});
-[[nodiscard]] CommandResult runProgram(const QString &exe, const QStringList &args, double timeout = 60,
+[[nodiscard]] CommandResult runChild(const QStringList &args, std::chrono::milliseconds limit = std::chrono::minutes(1),
+                                     const Environment &env = {});
+[[nodiscard]] CommandResult runProgram(const QString &exe, const QStringList &args,
+                                       std::chrono::milliseconds limit = std::chrono::minutes(1),
                                        const Environment &env = {});
 
 /// Keeps the event loop going until the condition holds; false when it never did within the seconds.

@@ -18,7 +18,7 @@ namespace {
 /// Lets what runs on workers come to its end.
 void settle()
 {
-    ASSERT_TRUE(waitForWorkers(20'000));
+    ASSERT_TRUE(waitForWorkers(std::chrono::seconds(20)));
     QCoreApplication::processEvents();
 }
 

@@ -176,7 +176,7 @@ TEST(CheckingAllPorts, Names_whoever_is_seen_at_a_port_that_may_not_be_tested)
     EXPECT_EQ(lsof.calls().size(), 2) << "the web port is free";
 }
 
-TEST(HolderOfAPort, Is_looked_for_for_ten_seconds) { EXPECT_EQ(PortChecker::kHolderTimeout, 10); }
+TEST(HolderOfAPort, Is_looked_for_for_ten_seconds) { EXPECT_EQ(PortChecker::kHolderTimeout, std::chrono::seconds(10)); }
 
 TEST(CheckingAllPorts, A_web_port_beyond_the_last_one_is_probed_as_the_last_one)
 {

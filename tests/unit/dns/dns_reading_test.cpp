@@ -140,8 +140,8 @@ TEST(ReadingTheReport, Of_a_mac_without_a_network_says_what_is_the_matter)
 
 TEST(TimeLimits, Of_the_tools_are_ten_seconds_and_three_minutes_for_a_password)
 {
-    EXPECT_EQ(DNSConfigurator::kReadTimeout, 10);
-    EXPECT_EQ(DNSConfigurator::kPromptTimeout, 180);
+    EXPECT_EQ(DNSConfigurator::kReadTimeout, std::chrono::seconds(10));
+    EXPECT_EQ(DNSConfigurator::kPromptTimeout, std::chrono::seconds(180));
 }
 
 TEST(SystemLookup, Tells_whether_the_name_has_an_address)

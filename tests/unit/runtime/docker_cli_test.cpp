@@ -8,6 +8,7 @@ namespace corvane {
 namespace {
 
 using test::FakeTool;
+using namespace std::chrono_literals;
 
 const QString kHomebrew = QStringLiteral("/opt/homebrew/bin/docker");
 const QString kLocal = QStringLiteral("/usr/local/bin/docker");
@@ -32,7 +33,7 @@ TEST(DockerCLI, Is_not_looked_for_anywhere_else)
 
 TEST(DockerCLI, Without_docker_says_so_and_starts_nothing)
 {
-    const CommandResult result = QCoro::waitFor(DockerCLI::run({QStringLiteral("info")}, 10));
+    const CommandResult result = QCoro::waitFor(DockerCLI::run({QStringLiteral("info")}, 10s));
     EXPECT_EQ(result.status, -1);
     EXPECT_EQ(result.standardOutput, QString());
     EXPECT_EQ(result.standardError, QString());
@@ -44,7 +45,7 @@ TEST(DockerCLI, Hands_on_the_arguments_and_the_result)
 {
     const FakeTool docker(kHomebrew, "echo out; echo err >&2; exit 7");
     const QStringList args{QStringLiteral("ps"), QStringLiteral("--filter"), QStringLiteral("name=a b'\"ü"), QString()};
-    const CommandResult result = QCoro::waitFor(DockerCLI::run(args, 10));
+    const CommandResult result = QCoro::waitFor(DockerCLI::run(args, 10s));
     EXPECT_EQ(docker.calls(), QList<QStringList>{args});
     EXPECT_EQ(result.status, 7);
     EXPECT_EQ(result.standardOutput, QStringLiteral("out\n"));
@@ -87,7 +88,7 @@ TEST(DockerCLI, A_client_of_another_age_than_the_engine_is_told)
 TEST(DockerCLI, Is_stopped_at_the_time_limit)
 {
     const FakeTool docker(kHomebrew, "echo begun; exec sleep 30");
-    const CommandResult result = QCoro::waitFor(DockerCLI::run({QStringLiteral("info")}, 0.3));
+    const CommandResult result = QCoro::waitFor(DockerCLI::run({QStringLiteral("info")}, 300ms));
     EXPECT_TRUE(result.timedOut);
     EXPECT_EQ(result.standardOutput, QStringLiteral("begun\n"));
 }

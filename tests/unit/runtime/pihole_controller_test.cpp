@@ -148,8 +148,8 @@ TEST_F(PiholeSteps, Starting_without_compose_gives_the_same_container_in_27_argu
 
 TEST(TimeLimits, Of_docker_are_ten_seconds_and_twenty_for_the_log)
 {
-    EXPECT_EQ(PiholeController::kQuickTimeout, 10);
-    EXPECT_EQ(PiholeController::kLogTimeout, 20);
+    EXPECT_EQ(PiholeController::kQuickTimeout, std::chrono::seconds(10));
+    EXPECT_EQ(PiholeController::kLogTimeout, std::chrono::seconds(20));
 }
 
 TEST(ContainerLog, Is_plain_text_in_the_order_in_which_it_was_written)
