@@ -1,11 +1,13 @@
 #include "api/http_message.h"
 
+#include "facts/addresses.h"
+
 namespace corvane {
 
 QByteArray headOf(const HttpRequest &request)
 {
     QByteArray head = request.verb + ' ' + request.target + " HTTP/1.1\r\n";
-    head += "Host: 127.0.0.1:" + QByteArray::number(request.port) + "\r\n";
+    head += QByteArray("Host: ") + kPiholeAddress.data() + ':' + QByteArray::number(request.port) + "\r\n";
     head += "User-Agent: Corvane\r\nAccept: */*\r\n";
     for (const auto &[name, value] : request.headers)
         head += name + ": " + value + "\r\n";

@@ -1,6 +1,7 @@
 #include "app/app_state.h"
 
 #include "app/status_note.h"
+#include "facts/addresses.h"
 
 namespace corvane {
 
@@ -34,7 +35,7 @@ void AppState::bindDerivedFields()
         return passed(m_outcomes, QStringLiteral("pihole")) && passed(m_outcomes, QStringLiteral("system"));
     });
     m_dashboardURL.setBinding(
-        [this] { return QUrl(QStringLiteral("http://127.0.0.1:%1/admin").arg(m_webPort.value())); });
+        [this] { return QUrl(QStringLiteral("http://%1:%2/admin").arg(kPiholeAddress).arg(m_webPort.value())); });
     m_statusNote.setBinding([this] {
         return corvane::statusNote({.starting = m_starting,
                                     .checked = m_statusChecked,

@@ -29,10 +29,8 @@ Alert changeQuestion(const QList<NetworkService> &chosen, bool piholeOnly)
     const QString target = piholeOnly ? QStringLiteral("127.0.0.1 only") : QStringLiteral("127.0.0.1, then 1.1.1.1");
     QStringList lines;
     for (const NetworkService &service : chosen) {
-        const QString now =
-            service.servers.isEmpty() ? QStringLiteral("Automatic") : service.servers.join(QStringLiteral(", "));
-        lines.append(QStringLiteral("• ") + service.name + QStringLiteral(": ") + now + QStringLiteral("  ->  ") +
-                     target);
+        lines.append(QStringLiteral("• ") + service.name + QStringLiteral(": ") + serversText(service.servers) +
+                     QStringLiteral("  ->  ") + target);
     }
     lines << QString()
           << QStringLiteral("Your old values are saved first in dns-backup.json (Application Support/Corvane). "

@@ -1,5 +1,7 @@
 #include "app/protection.h"
 
+#include "facts/addresses.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -9,7 +11,7 @@ namespace {
 bool hasBackup(const std::optional<ResolverReport> &resolvers)
 {
     return resolvers && std::ranges::any_of(resolvers->defaultServers,
-                                            [](const QString &server) { return server != QLatin1String("127.0.0.1"); });
+                                            [](const QString &server) { return server != kPiholeAddress; });
 }
 
 } // namespace

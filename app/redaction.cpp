@@ -1,5 +1,7 @@
 #include "app/redaction.h"
 
+#include "facts/addresses.h"
+
 #include <QHostAddress>
 #include <QRegularExpression>
 
@@ -102,7 +104,7 @@ QString withoutHardware(const QString &text)
 bool isHarmless(const QHostAddress &address)
 {
     return address.isLoopback() || address == QHostAddress(QHostAddress::AnyIPv4) ||
-           address == QHostAddress(QHostAddress::AnyIPv6) || address == QHostAddress(QStringLiteral("1.1.1.1"));
+           address == QHostAddress(QHostAddress::AnyIPv6) || address == QHostAddress(kBackupServer);
 }
 
 bool isTime(const QString &text)

@@ -1,6 +1,8 @@
 #include "checks/port_checker.h"
 
 #include "exec/command_runner.h"
+#include "facts/addresses.h"
+#include "facts/web_ports.h"
 
 #include <arpa/inet.h>
 #include <fcntl.h>
@@ -62,7 +64,7 @@ sockaddr_in localAddress(quint16 port)
     setLength(address);
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
-    address.sin_addr.s_addr = inet_addr("127.0.0.1");
+    address.sin_addr.s_addr = inet_addr(kPiholeAddress.data());
     return address;
 }
 

@@ -23,11 +23,6 @@ constexpr qint64 kMaxFileSize = 1024 * 1024;
 constexpr QLatin1StringView kService("service");
 constexpr QLatin1StringView kServers("servers");
 
-bool pointsAtPihole(const NetworkService &service)
-{
-    return !service.servers.isEmpty() && service.servers.first() == u"127.0.0.1";
-}
-
 QJsonObject toJson(const DNSBackupEntry &entry)
 {
     return {{kService, entry.service}, {kServers, QJsonArray::fromStringList(entry.servers)}};
@@ -71,8 +66,8 @@ DNSBackup::Entries DNSBackup::merged(Entries entries, const QList<NetworkService
     for (const NetworkService &service : services) {
         const auto known = std::ranges::find(entries, service.name, &DNSBackupEntry::service);
         if (known == entries.end()) {
-            entries += {service.name, pointsAtPihole(service) ? QStringList() : service.servers};
-        } else if (service.serversKnown && !pointsAtPihole(service)) {
+            entries += {service.name, service.asksPiholeFirst() ? QStringList() : service.servers};
+        } else if (service.serversKnown && !service.asksPiholeFirst()) {
             known->servers = service.servers;
         }
     }

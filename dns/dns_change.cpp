@@ -3,6 +3,7 @@
 #include "dns/dns_configurator.h"
 #include "dns/server_change.h"
 #include "exec/command_runner.h"
+#include "facts/addresses.h"
 
 #include <QRegularExpression>
 
@@ -12,16 +13,15 @@ namespace {
 
 QStringList piholeServers(bool piholeOnly)
 {
-    QStringList servers{QStringLiteral("127.0.0.1")};
-    if (!piholeOnly) servers += QStringLiteral("1.1.1.1");
+    QStringList servers{kPiholeAddress};
+    if (!piholeOnly) servers += kBackupServer;
     return servers;
 }
 
 QString notKept(const QString &service, const QStringList &shown)
 {
-    const QString servers = shown.isEmpty() ? QStringLiteral("Automatic") : shown.join(QStringLiteral(", "));
     return QStringLiteral("macOS did not keep the new DNS servers for ") + service + QStringLiteral(" (it shows: ") +
-           servers + QStringLiteral(").");
+           serversText(shown) + QStringLiteral(").");
 }
 
 /// Whether a line ends in AppleScript's code for a cancelled prompt. The words before it are in the user's language,

@@ -1,10 +1,10 @@
 #include "dns/dns_detour.h"
 
+#include "facts/addresses.h"
+
 namespace corvane {
 
 namespace {
-
-const QString kPihole = QStringLiteral("127.0.0.1");
 
 /// Whether the interface is one that VPNs make.
 bool isTunnel(const QString &device)
@@ -17,7 +17,7 @@ bool isTunnel(const QString &device)
 
 QString dnsDetour(const ResolverBlock &first)
 {
-    if (first.nameservers.isEmpty() || first.nameservers.first() == kPihole) return {};
+    if (first.nameservers.isEmpty() || first.nameservers.first() == kPiholeAddress) return {};
     const QString server = first.nameservers.first();
     if (isTunnel(first.device)) {
         return QStringLiteral("A VPN (%1) has put its own DNS server first, so nothing is asked of Pi-hole while it is "
@@ -30,7 +30,7 @@ QString dnsDetour(const ResolverBlock &first)
             .arg(server);
     }
     // Before this Mac was pointed at Pi-hole the router's server is just what is there.
-    if (server.contains(u':') && first.nameservers.contains(kPihole)) {
+    if (server.contains(u':') && first.nameservers.contains(kPiholeAddress)) {
         return QStringLiteral("Your router announces its own DNS server over IPv6 (%1), and macOS asks it before "
                               "Pi-hole. Switch that off in the router's settings.")
             .arg(server);

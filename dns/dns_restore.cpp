@@ -64,7 +64,7 @@ void setToAutomatic(Plan &plan, const QList<NetworkService> &services)
 {
     for (const NetworkService &service : services) {
         if (changes(plan, service.name)) continue;
-        if (service.servers.contains(u"127.0.0.1")) plan.changes += {service.name, {}};
+        if (service.mayAskPihole()) plan.changes += {service.name, {}};
         if (!service.serversKnown) plan.unread += service.name;
     }
 }

@@ -15,7 +15,14 @@ struct NetworkService {
     /// False when macOS did not tell the servers; the list is empty then.
     bool serversKnown = true;
 
+    [[nodiscard]] bool asksPiholeFirst() const;
+    /// Pi-hole is among its servers, in whatever place.
+    [[nodiscard]] bool mayAskPihole() const;
+
     bool operator==(const NetworkService &) const = default;
 };
+
+/// A list of DNS servers as the user reads it: "Automatic" when it is empty.
+[[nodiscard]] QString serversText(const QStringList &servers);
 
 } // namespace corvane

@@ -3,14 +3,13 @@
 #include "dns/dns_configurator.h"
 #include "dns/dns_detour.h"
 #include "dns/text_lines.h"
+#include "facts/addresses.h"
 
 #include <algorithm>
 
 namespace corvane {
 
 namespace {
-
-constexpr QStringView kPihole = u"127.0.0.1";
 
 /// What stands after the first colon, without the blanks around it.
 QString valueOf(QStringView line) { return trimmedBlanks(line.sliced(line.indexOf(u':') + 1)).toString(); }
@@ -31,13 +30,13 @@ bool servesEveryDomain(const ResolverBlock &block) { return !block.domain && !bl
 
 QStringList warningsFor(const QStringList &servers)
 {
-    if (servers.first() != kPihole) {
+    if (servers.first() != kPiholeAddress) {
         return {QStringLiteral("The first DNS server macOS uses is %1, not Pi-hole (127.0.0.1). A VPN, a configuration "
                                "profile or the router (IPv6 DNS) may be overriding it.")
                     .arg(servers.first())};
     }
     QStringList others = servers;
-    others.removeAll(kPihole);
+    others.removeAll(kPiholeAddress);
     if (others.isEmpty()) return {};
     return {QStringLiteral("macOS also lists other DNS servers (%1). Queries sent to those bypass Pi-hole.")
                 .arg(others.join(QStringLiteral(", ")))};
@@ -69,7 +68,7 @@ ResolverReport ResolverReport::of(const QList<ResolverBlock> &blocks)
     }
     return {
         .defaultServers = block->nameservers,
-        .firstIsPihole = block->nameservers.first() == kPihole,
+        .firstIsPihole = block->nameservers.first() == kPiholeAddress,
         .warnings = warningsFor(block->nameservers),
         .detour = dnsDetour(*block),
     };

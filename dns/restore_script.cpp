@@ -58,9 +58,7 @@ QString say(const QString &text) { return QStringLiteral("say ") + AdminScript::
 
 QString plan(const DNSBackupEntry &entry)
 {
-    const QString servers =
-        entry.servers.isEmpty() ? QStringLiteral("Automatic") : entry.servers.join(QStringLiteral(", "));
-    return say(QStringLiteral("  ") + entry.service + QStringLiteral(": ") + servers);
+    return say(QStringLiteral("  ") + entry.service + QStringLiteral(": ") + serversText(entry.servers));
 }
 
 QString look(const DNSBackupEntry &entry)

@@ -1,5 +1,7 @@
 #include "ui/decisions/browsers.h"
 
+#include "facts/addresses.h"
+
 #include <QHostAddress>
 
 #include <algorithm>
@@ -10,8 +12,6 @@ namespace {
 
 using Way = BrowserVerdict::Way;
 
-const QString kPihole = QStringLiteral("127.0.0.1");
-const QString kBackup = QStringLiteral("1.1.1.1");
 const Badge kWithPihole{QStringLiteral("checkmark.circle.fill"), Tint::Green, QStringLiteral("uses Pi-hole")};
 const Badge kPastPihole{QStringLiteral("exclamationmark.triangle.fill"), Tint::Red, QStringLiteral("skips Pi-hole")};
 const Badge kUncertain{QStringLiteral("questionmark.circle.fill"), Tint::Orange, QStringLiteral("not certain")};
@@ -54,11 +54,11 @@ BrowserVerdict verdictOnBackup(BrowserRule rule)
 
 BrowserVerdict verdictOfDefault(QStringList servers, BrowserRule rule)
 {
-    servers.removeAll(kPihole);
+    servers.removeAll(kPiholeAddress);
     if (servers.isEmpty())
         return {Way::WithPihole,
                 QStringLiteral("Pi-hole is this Mac's only DNS server, so there is no other to go to.")};
-    if (servers.contains(kBackup)) return verdictOnBackup(rule);
+    if (servers.contains(kBackupServer)) return verdictOnBackup(rule);
     if (std::ranges::all_of(servers, isOfOwnNetwork))
         return {Way::WithPihole,
                 QStringLiteral("This Mac's other DNS server belongs to your own network, so the browser knows no "

@@ -119,9 +119,7 @@ QList<Row> serviceRows(const QList<NetworkService> &services)
     for (const NetworkService &service : services) {
         const QString used =
             service.isDefaultRoute ? QStringLiteral("  (used for your internet connection)") : QString();
-        const QString servers =
-            service.servers.isEmpty() ? QStringLiteral("Automatic") : service.servers.join(QStringLiteral(", "));
-        rows.append({service.name, {}, service.name + used, QStringLiteral("DNS: ") + servers});
+        rows.append({service.name, {}, service.name + used, QStringLiteral("DNS: ") + serversText(service.servers)});
     }
     return rows;
 }
