@@ -22,7 +22,7 @@ const QString kNoPassword =
 QString webPortProblem(int port, int ours)
 {
     const auto probed = static_cast<quint16>(std::clamp(port, 0, 65535));
-    if (port != ours && PortChecker::probe(probed, false) == PortProbe::InUse)
+    if (port != ours && PortChecker::probe(probed, Transport::Tcp) == PortProbe::InUse)
         return QStringLiteral("Port %1 is already in use.").arg(port);
     // The next start would not take it from the settings.
     if (!PersistedSettings::isWebPort(port))

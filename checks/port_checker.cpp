@@ -73,23 +73,24 @@ quint16 clamped(int port)
     return static_cast<quint16>(std::clamp<int>(port, 0, std::numeric_limits<quint16>::max()));
 }
 
-PortReport report(const QString &id, int port, bool udp)
+PortReport report(const QString &id, int port, Transport transport)
 {
+    const bool udp = transport == Transport::Udp;
     const QString protocol = udp ? QStringLiteral("UDP") : QStringLiteral("TCP");
     return {
         .id = id,
         .label = QStringLiteral("%1 %2 on 127.0.0.1").arg(protocol).arg(port),
         .port = port,
         .udp = udp,
-        .probe = PortChecker::probe(clamped(port), udp),
+        .probe = PortChecker::probe(clamped(port), transport),
         .holder = {},
     };
 }
 
-QStringList lsofArguments(int port, bool udp)
+QStringList lsofArguments(int port, Transport transport)
 {
     const QString number = QString::number(port);
-    if (udp) return {QStringLiteral("-nP"), QStringLiteral("-iUDP:") + number};
+    if (transport == Transport::Udp) return {QStringLiteral("-nP"), QStringLiteral("-iUDP:") + number};
     return {QStringLiteral("-nP"), QStringLiteral("-iTCP:") + number, QStringLiteral("-sTCP:LISTEN")};
 }
 
@@ -103,10 +104,10 @@ bool isForwarderAlone(const QString &seen)
 
 } // namespace
 
-PortProbe PortChecker::probe(quint16 port, bool udp)
+PortProbe PortChecker::probe(quint16 port, Transport transport)
 {
     // No address reuse: a port that a listener holds must show as in use.
-    const Socket socket(udp ? SOCK_DGRAM : SOCK_STREAM);
+    const Socket socket(transport == Transport::Udp ? SOCK_DGRAM : SOCK_STREAM);
     if (!socket.isOpen()) return PortProbe::Failed;
     switch (socket.bind(localAddress(port))) {
     case 0:
@@ -121,9 +122,9 @@ PortProbe PortChecker::probe(quint16 port, bool udp)
     }
 }
 
-QCoro::Task<QString> PortChecker::holder(int port, bool udp)
+QCoro::Task<QString> PortChecker::holder(int port, Transport transport)
 {
-    const Command lsof(QStringLiteral("/usr/sbin/lsof"), lsofArguments(port, udp));
+    const Command lsof(QStringLiteral("/usr/sbin/lsof"), lsofArguments(port, transport));
     // Its status says nothing: it is 1 for a free port and for one that this user may not see into.
     const CommandResult result = co_await CommandRunner::run(lsof.within(kHolderTimeout));
     const QString seen = result.standardOutput.trimmed();
@@ -133,14 +134,15 @@ QCoro::Task<QString> PortChecker::holder(int port, bool udp)
 QCoro::Task<QList<PortReport>> PortChecker::checkAll(int webPort)
 {
     QList<PortReport> reports{
-        report(QStringLiteral("53u"), kDnsPort, true),
-        report(QStringLiteral("53t"), kDnsPort, false),
-        report(QStringLiteral("web"), webPort, false),
+        report(QStringLiteral("53u"), kDnsPort, Transport::Udp),
+        report(QStringLiteral("53t"), kDnsPort, Transport::Tcp),
+        report(QStringLiteral("web"), webPort, Transport::Tcp),
     };
     for (PortReport &one : reports) {
         const bool denied = one.probe == PortProbe::Denied;
         if (one.probe != PortProbe::InUse && !denied) continue;
-        one.holder = co_await holder(one.port, one.udp);
+        const Transport transport = one.udp ? Transport::Udp : Transport::Tcp;
+        one.holder = co_await holder(one.port, transport);
         // A port that may not be tested is mostly free; only somebody who is seen there is worth a word.
         if (denied && (one.holder == kNobodySeen || isForwarderAlone(one.holder))) one.holder.clear();
     }
@@ -150,8 +152,8 @@ QCoro::Task<QList<PortReport>> PortChecker::checkAll(int webPort)
 QList<int> PortChecker::freeWebPorts(int excluding)
 {
     QList<int> ports;
-    for (int port = kFirstWebPort; port <= kLastWebPort; ++port) {
-        if (port != excluding && probe(static_cast<quint16>(port), false) == PortProbe::Free) ports += port;
+    for (int port = WebPorts::kFirstOther; port <= WebPorts::kLast; ++port) {
+        if (port != excluding && probe(static_cast<quint16>(port), Transport::Tcp) == PortProbe::Free) ports += port;
     }
     return ports;
 }

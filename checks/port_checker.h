@@ -1,6 +1,7 @@
 #pragma once
 
 #include "checks/port_report.h"
+#include "facts/transport.h"
 
 #include <QCoro/QCoroTask>
 
@@ -15,10 +16,10 @@ public:
     static constexpr std::chrono::seconds kHolderTimeout{10};
 
     /// Tries to bind the port; it is never listened on. Returns at once.
-    [[nodiscard]] static PortProbe probe(quint16 port, bool udp);
+    [[nodiscard]] static PortProbe probe(quint16 port, Transport transport);
 
     /// What lsof says about the port, or a sentence when it says nothing.
-    [[nodiscard]] static QCoro::Task<QString> holder(int port, bool udp);
+    [[nodiscard]] static QCoro::Task<QString> holder(int port, Transport transport);
 
     /// UDP 53, TCP 53 and the web port, in this order.
     [[nodiscard]] static QCoro::Task<QList<PortReport>> checkAll(int webPort);

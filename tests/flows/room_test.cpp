@@ -81,7 +81,7 @@ TEST_F(Start, A_second_start_finds_the_room_also_after_a_restart_of_colima)
 
 TEST_F(Start, What_colima_forwards_for_itself_is_told_as_no_holder_of_the_port)
 {
-    const QString lsof = QCoro::waitFor(PortChecker::holder(53, false));
+    const QString lsof = QCoro::waitFor(PortChecker::holder(53, Transport::Tcp));
     ASSERT_TRUE(lsof.contains(QLatin1String("limactl"))) << "the machine's name service is forwarded";
     run(model().runSystemChecks());
     for (const PortReport &report : model().portReports())

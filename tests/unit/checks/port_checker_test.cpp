@@ -68,33 +68,33 @@ QList<PortReport> checkAll(int webPort) { return QCoro::waitFor(PortChecker::che
 TEST(Probing, A_port_that_nobody_holds_is_free_and_stays_so)
 {
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(PortChecker::probe(53, true), PortProbe::Free);
-        EXPECT_EQ(PortChecker::probe(53, false), PortProbe::Free);
-        EXPECT_EQ(PortChecker::probe(8080, false), PortProbe::Free);
+        EXPECT_EQ(PortChecker::probe(53, Transport::Udp), PortProbe::Free);
+        EXPECT_EQ(PortChecker::probe(53, Transport::Tcp), PortProbe::Free);
+        EXPECT_EQ(PortChecker::probe(8080, Transport::Tcp), PortProbe::Free);
     }
 }
 
 TEST(Probing, A_listener_is_in_the_way_only_of_its_own_protocol)
 {
     const Holder udp(53, true);
-    EXPECT_EQ(PortChecker::probe(53, true), PortProbe::InUse);
-    EXPECT_EQ(PortChecker::probe(53, false), PortProbe::Free);
+    EXPECT_EQ(PortChecker::probe(53, Transport::Udp), PortProbe::InUse);
+    EXPECT_EQ(PortChecker::probe(53, Transport::Tcp), PortProbe::Free);
     const Holder tcp(53, false);
-    EXPECT_EQ(PortChecker::probe(53, false), PortProbe::InUse);
+    EXPECT_EQ(PortChecker::probe(53, Transport::Tcp), PortProbe::InUse);
 }
 
 TEST(Probing, A_listener_on_every_address_is_in_the_way_too)
 {
     const Holder everywhere(8080, false, "0.0.0.0");
-    EXPECT_EQ(PortChecker::probe(8080, false), PortProbe::InUse);
+    EXPECT_EQ(PortChecker::probe(8080, Transport::Tcp), PortProbe::InUse);
 }
 
 TEST(Probing, Without_the_right_to_the_port_is_denied)
 {
     const WithoutLowPorts without;
-    EXPECT_EQ(PortChecker::probe(53, true), PortProbe::Denied);
-    EXPECT_EQ(PortChecker::probe(53, false), PortProbe::Denied);
-    EXPECT_EQ(PortChecker::probe(8080, false), PortProbe::Free);
+    EXPECT_EQ(PortChecker::probe(53, Transport::Udp), PortProbe::Denied);
+    EXPECT_EQ(PortChecker::probe(53, Transport::Tcp), PortProbe::Denied);
+    EXPECT_EQ(PortChecker::probe(8080, Transport::Tcp), PortProbe::Free);
 }
 
 TEST(Probing, Without_a_socket_it_has_failed)
@@ -103,7 +103,7 @@ TEST(Probing, Without_a_socket_it_has_failed)
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
     const rlimit none{0, before.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    const PortProbe probe = PortChecker::probe(8080, false);
+    const PortProbe probe = PortChecker::probe(8080, Transport::Tcp);
     const QList<int> free = PortChecker::freeWebPorts(0);
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_EQ(probe, PortProbe::Failed);
@@ -115,7 +115,7 @@ TEST(Probing, Leaves_no_socket_open)
     const int before = ::dup(0);
     ::close(before);
     for (int i = 0; i < 10; ++i)
-        EXPECT_EQ(PortChecker::probe(8080, i % 2 == 0), PortProbe::Free);
+        EXPECT_EQ(PortChecker::probe(8080, i % 2 == 0 ? Transport::Udp : Transport::Tcp), PortProbe::Free);
     const int after = ::dup(0);
     ::close(after);
     EXPECT_EQ(after, before);
@@ -124,8 +124,9 @@ TEST(Probing, Leaves_no_socket_open)
 TEST(HolderOfAPort, Is_what_lsof_prints_whatever_its_status)
 {
     const FakeTool lsof(kLsof, "echo; echo 'COMMAND PID USER'; echo 'dnsmasq 812 nobody  '; exit 1");
-    EXPECT_EQ(QCoro::waitFor(PortChecker::holder(53, true)), QStringLiteral("COMMAND PID USER\ndnsmasq 812 nobody"));
-    EXPECT_FALSE(QCoro::waitFor(PortChecker::holder(8080, false)).isEmpty());
+    EXPECT_EQ(QCoro::waitFor(PortChecker::holder(53, Transport::Udp)),
+              QStringLiteral("COMMAND PID USER\ndnsmasq 812 nobody"));
+    EXPECT_FALSE(QCoro::waitFor(PortChecker::holder(8080, Transport::Tcp)).isEmpty());
     const QList<QStringList> calls{
         {QStringLiteral("-nP"), QStringLiteral("-iUDP:53")},
         {QStringLiteral("-nP"), QStringLiteral("-iTCP:8080"), QStringLiteral("-sTCP:LISTEN")},
@@ -135,9 +136,9 @@ TEST(HolderOfAPort, Is_what_lsof_prints_whatever_its_status)
 
 TEST(HolderOfAPort, Is_unknown_when_lsof_says_nothing_on_standard_output)
 {
-    EXPECT_EQ(QCoro::waitFor(PortChecker::holder(53, true)), kNobody);
+    EXPECT_EQ(QCoro::waitFor(PortChecker::holder(53, Transport::Udp)), kNobody);
     const FakeTool lsof(kLsof, "echo ' '; echo 'lsof: warning' >&2; exit 1");
-    EXPECT_EQ(QCoro::waitFor(PortChecker::holder(53, true)), kNobody);
+    EXPECT_EQ(QCoro::waitFor(PortChecker::holder(53, Transport::Udp)), kNobody);
 }
 
 TEST(CheckingAllPorts, Reports_three_free_ports_without_asking_lsof)
