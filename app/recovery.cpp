@@ -74,7 +74,7 @@ Flow<> AppModel::putRight()
     const QString left = m_left.tag();
     const bool cutOff = !left.isEmpty() && pinnedTag() != left && (!deployed->exists || deployed->tag == left);
     if (cutOff) setPinnedTag(left);
-    if (seen.isRunning() && PersistedSettings::isWebPort(deployed->webPort) && deployed->webPort != webPort()) {
+    if (seen.isRunning() && WebPorts::contain(deployed->webPort) && deployed->webPort != webPort()) {
         setWebPort(deployed->webPort);
         configureAPI();
         setNotice(QStringLiteral("The web port is %1 again, where Pi-hole runs.").arg(webPort()));

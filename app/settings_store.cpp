@@ -31,7 +31,7 @@ PersistedSettings PersistedSettings::load(const SettingsStore &store)
 {
     PersistedSettings settings;
     const int port = store.value(QStringLiteral("webPort")).toInt();
-    if (isWebPort(port)) settings.webPort = port;
+    if (WebPorts::contain(port)) settings.webPort = port;
     const QVariant tag = store.value(QStringLiteral("pinnedTag"));
     if (tag.typeId() == QMetaType::QString) settings.pinnedTag = tag.toString();
     settings.autostartColima = storedBool(store, QStringLiteral("autostartColima"), settings.autostartColima);

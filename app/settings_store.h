@@ -1,5 +1,7 @@
 #pragma once
 
+#include "facts/web_ports.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -25,12 +27,7 @@ public:
 
 /// The five settings that outlive the program, as they were read at its start.
 struct PersistedSettings {
-    static constexpr int kDefaultWebPort = 8080;
-    static constexpr int kLastWebPort = 8090;
-    /// Whether a stored port is taken as the web port.
-    [[nodiscard]] static constexpr bool isWebPort(int port) { return port >= kDefaultWebPort && port <= kLastWebPort; }
-
-    int webPort = kDefaultWebPort;
+    int webPort = WebPorts::kDefault;
     QString pinnedTag = QStringLiteral("2026.09.0");
     bool autostartColima = true;
     bool wizardFinished = false;

@@ -25,8 +25,11 @@ QString webPortProblem(int port, int ours)
     if (port != ours && PortChecker::probe(probed, Transport::Tcp) == PortProbe::InUse)
         return QStringLiteral("Port %1 is already in use.").arg(port);
     // The next start would not take it from the settings.
-    if (!PersistedSettings::isWebPort(port))
-        return QStringLiteral("Port %1 cannot be used. Pick one from 8080 to 8090.").arg(port);
+    if (!WebPorts::contain(port))
+        return QStringLiteral("Port %1 cannot be used. Pick one from %2 to %3.")
+            .arg(port)
+            .arg(WebPorts::kDefault)
+            .arg(WebPorts::kLast);
     return {};
 }
 

@@ -19,8 +19,6 @@ namespace corvane {
 namespace {
 
 constexpr int kDnsPort = 53;
-constexpr int kFirstWebPort = 8081;
-constexpr int kLastWebPort = 8090;
 constexpr QLatin1StringView kNobodySeen{
     "No process is visible to this app (it may belong to the system or another user)."};
 

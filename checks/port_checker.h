@@ -24,7 +24,7 @@ public:
     /// UDP 53, TCP 53 and the web port, in this order.
     [[nodiscard]] static QCoro::Task<QList<PortReport>> checkAll(int webPort);
 
-    /// Those of 8081 to 8090 that can be bound, without `excluding`.
+    /// Those of the ports in place of the default that can be bound, without `excluding`.
     [[nodiscard]] static QList<int> freeWebPorts(int excluding);
 };
 
