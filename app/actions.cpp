@@ -2,6 +2,7 @@
 #include "app/colima_start.h"
 #include "app/docker_words.h"
 #include "app/operation.h"
+#include "facts/container_name.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
@@ -63,7 +64,7 @@ Flow<> AppModel::finishStart()
         co_await refreshStatus(true);
         co_return;
     }
-    const QStringList start{QStringLiteral("start"), QStringLiteral("pihole")};
+    const QStringList start{QStringLiteral("start"), kContainerName};
     const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
     co_await afterControl(result, true);
 }
@@ -93,7 +94,7 @@ Flow<> AppModel::control(Activity activity, QString verb, Place::Name from)
     m_comeback.setStoppedByUser(activity == Activity::StopContainer);
     setStartPlace(from);
     tellStart({}, {});
-    const QStringList command{verb, QStringLiteral("pihole")};
+    const QStringList command{verb, kContainerName};
     const CommandResult result = co_await DockerCLI::run(command, kStopTimeout);
     co_await afterControl(result, activity == Activity::RestartContainer);
 }

@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "app/file_work.h"
+#include "facts/container_name.h"
 #include "runtime/docker_cli.h"
 #include "runtime/pihole_controller.h"
 
@@ -12,7 +13,7 @@ constexpr int kLoadedLines = 300;
 QStringList followArguments()
 {
     return {QStringLiteral("logs"), QStringLiteral("--follow"), QStringLiteral("--tail"), QStringLiteral("100"),
-            QStringLiteral("pihole")};
+            kContainerName};
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "app/docker_words.h"
 #include "app/password_work.h"
 #include "dns/dns_configurator.h"
+#include "facts/container_name.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
@@ -78,10 +79,9 @@ Flow<> AppModel::removePihole()
 
 Flow<> AppModel::removeContainer()
 {
-    const QStringList removal{QStringLiteral("rm"), QStringLiteral("-f"), QStringLiteral("pihole")};
+    const QStringList removal{QStringLiteral("rm"), QStringLiteral("-f"), kContainerName};
     const CommandResult container = co_await DockerCLI::run(removal, kRemoveTimeout);
-    const QStringList volumeRemoval{QStringLiteral("volume"), QStringLiteral("rm"), QStringLiteral("pihole_etc"),
-                                    QStringLiteral("pihole_dnsmasq")};
+    const QStringList volumeRemoval{QStringLiteral("volume"), QStringLiteral("rm"), kSettingsVolume, kDnsmasqVolume};
     const CommandResult volumes = co_await DockerCLI::run(volumeRemoval, kRemoveVolumesTimeout);
     if (isGone(container)) co_await MachinePort::giveRoomBack();
 

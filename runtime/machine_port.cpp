@@ -1,6 +1,7 @@
 #include "runtime/machine_port.h"
 
 #include "exec/command_runner.h"
+#include "facts/container_name.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
 
@@ -97,7 +98,7 @@ QCoro::Task<MachinePort> MachinePort::amongContainers()
         QStringLiteral("{{.Names}}")};
     const CommandResult answer = co_await DockerCLI::run(question, kAskTimeout);
     QStringList names = answer.standardOutput.split(u'\n', Qt::SkipEmptyParts);
-    names.removeAll(kPihole);
+    names.removeAll(kContainerName);
     MachinePort port;
     if (!answer.succeeded() || names.isEmpty()) co_return port;
     port.m_holder = Holder::Container;
