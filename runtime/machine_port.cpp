@@ -16,7 +16,6 @@ constexpr std::chrono::seconds kScriptTimeout{30};
 constexpr qsizetype kLocalColumn = 4;
 const QString kProxy = QStringLiteral("docker-proxy");
 const QString kNameService = QStringLiteral("dnsmasq");
-const QString kPihole = QStringLiteral("pihole");
 
 /// When the name service does not come back with the file, it comes back without it.
 const QString kMakeRoom =

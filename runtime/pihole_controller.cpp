@@ -2,13 +2,17 @@
 
 #include "exec/command_runner.h"
 #include "exec/plain_text.h"
+#include "facts/addresses.h"
+#include "facts/container_name.h"
 #include "runtime/docker_cli.h"
 
 namespace corvane {
 
 namespace {
 
-constexpr int kDigSeconds = 3;
+constexpr std::chrono::seconds kDigPatience{3};
+constexpr std::chrono::seconds kNamePatience{1};
+const QString kAddress = QStringLiteral("A");
 
 QString imageOf(const QString &tag) { return QStringLiteral("pihole/pihole:") + tag; }
 
@@ -25,15 +29,15 @@ QStringList runArguments(const QString &tag, int webPort)
         QStringLiteral("run"),
         QStringLiteral("-d"),
         QStringLiteral("--name"),
-        QStringLiteral("pihole"),
+        kContainerName,
         QStringLiteral("--restart"),
         QStringLiteral("unless-stopped"),
         QStringLiteral("-p"),
-        QStringLiteral("127.0.0.1:53:53/tcp"),
+        kPiholeAddress + QStringLiteral(":53:53/tcp"),
         QStringLiteral("-p"),
-        QStringLiteral("127.0.0.1:53:53/udp"),
+        kPiholeAddress + QStringLiteral(":53:53/udp"),
         QStringLiteral("-p"),
-        QStringLiteral("127.0.0.1:%1:80/tcp").arg(webPort),
+        kPiholeAddress + QStringLiteral(":%1:80/tcp").arg(webPort),
         QStringLiteral("-e"),
         QStringLiteral("TZ=") + PiholeController::safeTimeZone(),
         QStringLiteral("-e"),
@@ -45,9 +49,9 @@ QStringList runArguments(const QString &tag, int webPort)
         QStringLiteral("--env-file"),
         PiholeController::environmentFile(),
         QStringLiteral("-v"),
-        QStringLiteral("pihole_etc:/etc/pihole"),
+        kSettingsVolume + QStringLiteral(":/etc/pihole"),
         QStringLiteral("-v"),
-        QStringLiteral("pihole_dnsmasq:/etc/dnsmasq.d"),
+        kDnsmasqVolume + QStringLiteral(":/etc/dnsmasq.d"),
         imageOf(tag),
     };
 }
@@ -68,19 +72,20 @@ CommandStep createStep(const QString &docker, const QString &tag, int webPort, b
     };
 }
 
-QStringList digArguments(const QString &name, const QString &type, bool tcp, const QString &server, int seconds)
+QStringList digArguments(const QString &name, const QString &type, Transport transport, const QString &server,
+                         std::chrono::seconds patience)
 {
     QStringList args{
         u'@' + server,
         QStringLiteral("-p"),
         QStringLiteral("53"),
-        QStringLiteral("+time=%1").arg(seconds),
+        QStringLiteral("+time=%1").arg(patience.count()),
         QStringLiteral("+tries=1"),
         QStringLiteral("+noall"),
         QStringLiteral("+comments"),
         QStringLiteral("+answer"),
     };
-    if (tcp) args += QStringLiteral("+tcp");
+    if (transport == Transport::Tcp) args += QStringLiteral("+tcp");
     args += name;
     args += type;
     return args;
@@ -108,7 +113,7 @@ QCoro::Task<ContainerState> PiholeController::containerState()
 
     const QString format =
         QStringLiteral("{{.State.Status}}|{{if .State.Health}}{{.State.Health.Status}}{{else}}none{{end}}");
-    const QStringList inspect{QStringLiteral("inspect"), QStringLiteral("--format"), format, QStringLiteral("pihole")};
+    const QStringList inspect{QStringLiteral("inspect"), QStringLiteral("--format"), format, kContainerName};
     const CommandResult container = co_await DockerCLI::run(inspect, kQuickTimeout);
     if (!container.succeeded()) co_return ContainerState::missing();
     co_return ContainerState::parse(container.standardOutput);
@@ -117,23 +122,28 @@ QCoro::Task<ContainerState> PiholeController::containerState()
 QCoro::Task<std::optional<DeployedContainer>> PiholeController::deployed()
 {
     const QStringList inspect{QStringLiteral("inspect"), QStringLiteral("--format"), DeployedContainer::kFormat,
-                              QStringLiteral("pihole")};
+                              kContainerName};
     const CommandResult container = co_await DockerCLI::run(inspect, kQuickTimeout);
     if (saysMissing(container.standardError)) co_return DeployedContainer();
     if (!container.succeeded()) co_return std::nullopt;
     co_return DeployedContainer::parse(container.standardOutput);
 }
 
-QCoro::Task<DigResult> PiholeController::dig(QString name, QString type, bool tcp, QString server)
+QCoro::Task<DigResult> PiholeController::dig(QString name, QString type, Transport transport, QString server)
 {
-    const QStringList args = digArguments(name, type, tcp, server, kDigSeconds);
+    const QStringList args = digArguments(name, type, transport, server, kDigPatience);
     return runDig(args);
+}
+
+QCoro::Task<DigResult> PiholeController::ask(QString name, Transport transport)
+{
+    return dig(std::move(name), kAddress, transport, kPiholeAddress);
 }
 
 QCoro::Task<bool> PiholeController::knowsItsName()
 {
     const QStringList args =
-        digArguments(QStringLiteral("pi.hole"), QStringLiteral("A"), false, QStringLiteral("127.0.0.1"), 1);
+        digArguments(QStringLiteral("pi.hole"), kAddress, Transport::Udp, kPiholeAddress, kNamePatience);
     const DigResult reply = co_await runDig(args);
     co_return reply.answered();
 }
@@ -163,7 +173,7 @@ CommandSteps PiholeController::upSteps(const QString &tag, int webPort, bool com
     const CommandStep removeOld{
         .label = QStringLiteral("docker rm -f pihole (volumes are kept)"),
         .exe = *docker,
-        .args = {QStringLiteral("rm"), QStringLiteral("-f"), QStringLiteral("pihole")},
+        .args = {QStringLiteral("rm"), QStringLiteral("-f"), kContainerName},
         .allowFailure = true,
     };
     return {removeOld, createStep(*docker, tag, webPort, compose)};
@@ -171,8 +181,7 @@ CommandSteps PiholeController::upSteps(const QString &tag, int webPort, bool com
 
 QCoro::Task<QString> PiholeController::logs(int tail)
 {
-    const QStringList args{QStringLiteral("logs"), QStringLiteral("--tail"), QString::number(tail),
-                           QStringLiteral("pihole")};
+    const QStringList args{QStringLiteral("logs"), QStringLiteral("--tail"), QString::number(tail), kContainerName};
     const CommandResult result = co_await DockerCLI::run(args, kLogTimeout, Streams::Together);
     if (result.launchError) co_return QStringLiteral("docker was not found.");
     const QString text = plainText(result.combined());

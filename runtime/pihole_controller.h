@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exec/command_step.h"
+#include "facts/transport.h"
 #include "runtime/container_state.h"
 #include "runtime/deployed_container.h"
 #include "runtime/dig_result.h"
@@ -23,9 +24,11 @@ public:
     /// What it was made from; nothing when Docker does not tell.
     [[nodiscard]] static QCoro::Task<std::optional<DeployedContainer>> deployed();
 
-    /// Asks `server` on port 53 for `name`.
-    [[nodiscard]] static QCoro::Task<DigResult> dig(QString name, QString type, bool tcp, QString server);
-    /// Whether Pi-hole's resolver on 127.0.0.1 knows its own name. It neither counts nor logs that question, and the
+    /// Asks `server` on port 53 for records such as "A" of `name`, once, for at most three seconds.
+    [[nodiscard]] static QCoro::Task<DigResult> dig(QString name, QString type, Transport transport, QString server);
+    /// Asks Pi-hole for the IPv4 addresses of `name`.
+    [[nodiscard]] static QCoro::Task<DigResult> ask(QString name, Transport transport = Transport::Udp);
+    /// Whether Pi-hole knows its own name. It neither counts nor logs that question, and the
     /// answer comes from nowhere else; given up after a second.
     [[nodiscard]] static QCoro::Task<bool> knowsItsName();
 

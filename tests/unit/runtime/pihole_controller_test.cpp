@@ -59,15 +59,17 @@ TEST(ContainerStateOfDocker, Is_stopped_with_an_empty_state_when_nothing_is_prin
 TEST(AskingDig, Uses_the_fixed_arguments)
 {
     const FakeTool dig(QStringLiteral("/usr/bin/dig"), printing(test::recorded("dig_noerror.txt").toUtf8()));
-    const auto ask = [](bool tcp) {
-        return QCoro::waitFor(PiholeController::dig(QStringLiteral("example.org"), QStringLiteral("AAAA"), tcp,
+    const auto ask = [](Transport transport) {
+        return QCoro::waitFor(PiholeController::dig(QStringLiteral("example.org"), QStringLiteral("AAAA"), transport,
                                                     QStringLiteral("127.0.0.1")));
     };
-    EXPECT_TRUE(ask(false).answered());
-    EXPECT_TRUE(ask(true).answered());
+    EXPECT_TRUE(ask(Transport::Udp).answered());
+    EXPECT_TRUE(ask(Transport::Tcp).answered());
+    EXPECT_TRUE(QCoro::waitFor(PiholeController::ask(QStringLiteral("example.org"))).answered());
     const QList<QStringList> expected{
         words("@127.0.0.1 -p 53 +time=3 +tries=1 +noall +comments +answer example.org AAAA"),
         words("@127.0.0.1 -p 53 +time=3 +tries=1 +noall +comments +answer +tcp example.org AAAA"),
+        words("@127.0.0.1 -p 53 +time=3 +tries=1 +noall +comments +answer example.org A"),
     };
     EXPECT_EQ(dig.calls(), expected);
 }
