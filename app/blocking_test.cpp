@@ -21,11 +21,6 @@ const QStringList &trackerNames()
     return names;
 }
 
-QCoro::Task<DigResult> askPihole(QString name)
-{
-    return PiholeController::dig(std::move(name), QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
-}
-
 std::optional<QString> blockedKind(const DigResult &reply)
 {
     if (reply.status == QLatin1String("NXDOMAIN")) return QStringLiteral("NXDOMAIN (the name does not exist)");
@@ -60,14 +55,14 @@ Flow<> AppModel::runBlockingTest()
 
     BlockingTestResult result;
     for (const QString &name : trackerNames()) {
-        const DigResult reply = co_await askPihole(name);
+        const DigResult reply = co_await PiholeController::ask(name);
         result.blockedKind = blockedKind(reply);
         if (reply.ok) m_day.countOwn(result.blockedKind.has_value());
         if (!result.blockedKind) continue;
         result.blockedDomain = name;
         break;
     }
-    const DigResult allowed = co_await askPihole(QStringLiteral("example.com"));
+    const DigResult allowed = co_await PiholeController::ask(QStringLiteral("example.com"));
     if (allowed.ok) m_day.countOwn();
     result.allowedAnswer = allowedAnswer(allowed);
 

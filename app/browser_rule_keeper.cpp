@@ -1,6 +1,7 @@
 #include "app/browser_rule_keeper.h"
 
 #include "dns/dns_configurator.h"
+#include "facts/addresses.h"
 #include "runtime/pihole_controller.h"
 
 #include <algorithm>
@@ -16,8 +17,6 @@ const QString kExpression = QStringLiteral("^chrome\\.cloudflare-dns\\.com$;repl
 const QString kComment =
     QStringLiteral("Corvane: keeps browsers with Pi-hole while 1.1.1.1 is this Mac's backup DNS server");
 const QLatin1String kOwner("Corvane:");
-const QString kPihole = QStringLiteral("127.0.0.1");
-const QString kBackup = QStringLiteral("1.1.1.1");
 constexpr std::chrono::minutes kBetweenLooks{1};
 /// A new rule counts about a tenth of a second after Pi-hole took it.
 constexpr std::chrono::milliseconds kBeforeItCounts{300};
@@ -25,7 +24,10 @@ constexpr int kAttempts = 3;
 
 bool isOurs(const PiholeRule &rule) { return rule.comment.startsWith(kOwner); }
 
-bool usesBackup(const QStringList &servers) { return servers.contains(kPihole) && servers.contains(kBackup); }
+bool usesBackup(const QStringList &servers)
+{
+    return servers.contains(kPiholeAddress) && servers.contains(kBackupServer);
+}
 
 bool usesBackup(const std::optional<ResolverReport> &report)
 {
@@ -97,7 +99,7 @@ Flow<bool> BrowserRuleKeeper::works()
 {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         co_await m_clock.pause(kBeforeItCounts);
-        const DigResult reply = co_await PiholeController::dig(kProvider, QStringLiteral("A"), false, kPihole);
+        const DigResult reply = co_await PiholeController::ask(kProvider);
         if (reply.status == QLatin1String("NXDOMAIN")) co_return true;
     }
     co_return false;

@@ -36,8 +36,7 @@ Flow<> AppModel::askAboutFirefox()
 {
     setFirefoxToldOff(std::nullopt);
     if (!answering()) co_return;
-    const DigResult reply = co_await PiholeController::dig(QStringLiteral("use-application-dns.net"),
-                                                           QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
+    const DigResult reply = co_await PiholeController::ask(QStringLiteral("use-application-dns.net"));
     if (!reply.status.isEmpty()) setFirefoxToldOff(reply.status == QLatin1String("NXDOMAIN"));
 }
 

@@ -97,7 +97,7 @@ Flow<QString> Repair::verdictOnLookup(QString name)
     DigResult reply;
     for (int lookup = 0; lookup < kLookups; ++lookup) {
         co_await m_clock.pause(kUntilItWorks);
-        reply = co_await PiholeController::dig(name, QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
+        reply = co_await PiholeController::ask(name);
         if (reply.answered() && !isNowhere(reply)) co_return letsThrough;
         if (reply.status.isEmpty()) co_return silent;
         if (!isNowhere(reply)) break;

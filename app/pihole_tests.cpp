@@ -11,11 +11,7 @@ constexpr std::chrono::seconds kHealthLimit{90};
 constexpr std::chrono::seconds kBetweenAttempts{2};
 constexpr int kAttempts = 3;
 const QString kPihole = QStringLiteral("pihole");
-
-QCoro::Task<DigResult> askPihole(QString name, bool tcp = false)
-{
-    return PiholeController::dig(std::move(name), QStringLiteral("A"), tcp, QStringLiteral("127.0.0.1"));
-}
+enum Row { kContainerRow, kPageRow, kDnsRow };
 
 CheckRows initialRows(int webPort)
 {
@@ -127,10 +123,10 @@ Flow<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool contain
     setUdpReplied(false);
     setNote(kPihole, {});
     const QString name = QStringLiteral("example.com");
-    DigResult reply = co_await askPihole(name);
+    DigResult reply = co_await PiholeController::ask(name);
     for (int attempt = 1; !reply.answered() && attempt < attempts; ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
-        reply = co_await askPihole(name);
+        reply = co_await PiholeController::ask(name);
     }
     if (reply.ok) m_day.countOwn();
     if (reply.answered())
@@ -155,7 +151,8 @@ Flow<> AppModel::explainReply(const ActivityMark *run, DigResult reply)
 Flow<> AppModel::explainSilentDns(const ActivityMark *run)
 {
     co_await boundTo(*run);
-    const DigResult overTcp = co_await askPihole(QStringLiteral("example.com"), true);
+    const QString name = QStringLiteral("example.com");
+    const DigResult overTcp = co_await PiholeController::ask(name, Transport::Tcp);
     const bool flagSupported = co_await ColimaManager::supportsPortForwarderFlag();
     setGrpcFlagSupported(flagSupported);
     setTcpWorks(overTcp.answered());

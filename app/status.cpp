@@ -52,8 +52,7 @@ Flow<> AppModel::look(bool includeStats)
     const bool free = m_activities.mayBegin(Activity::StartContainer);
     // None of the three needs another's answer: a pass takes as long as the slowest.
     const auto asksContainer = PiholeController::containerState();
-    const auto asksPihole =
-        PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), false, QStringLiteral("127.0.0.1"));
+    const auto asksPihole = PiholeController::ask(QStringLiteral("example.com"));
     const auto asksResolver = DNSConfigurator::resolverReport();
     const ContainerState container = co_await asksContainer;
     setContainerState(container);

@@ -41,11 +41,9 @@ bool inPihole(const QString &line)
 
 ContainerState containerState() { return resultOf(PiholeController::containerState()); }
 
-bool answers(bool tcp)
+bool answers(Transport transport)
 {
-    const QString server = QStringLiteral("127.0.0.1");
-    const DigResult answer =
-        resultOf(PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), tcp, server));
+    const DigResult answer = resultOf(PiholeController::ask(QStringLiteral("example.com"), transport));
     return answer.ok && answer.status == QStringLiteral("NOERROR") && !answer.answers.isEmpty();
 }
 
@@ -73,8 +71,8 @@ TEST_F(RealEngine, A_first_start_gives_a_healthy_pihole_that_answers_and_lets_th
     EXPECT_EQ(containerState(), ContainerState::missing());
     setUpPihole();
     EXPECT_EQ(containerState(), ContainerState::running(QStringLiteral("healthy")));
-    EXPECT_TRUE(answers(false)) << "over UDP";
-    EXPECT_TRUE(answers(true)) << "over TCP";
+    EXPECT_TRUE(answers(Transport::Udp)) << "over UDP";
+    EXPECT_TRUE(answers(Transport::Tcp)) << "over TCP";
     for (const CheckRow &row : model().piholeChecks())
         EXPECT_EQ(row.state, CheckState::Ok) << row.id.toStdString() << ": " << row.detail.toStdString();
     EXPECT_EQ(model().piholeChecks().size(), 3);
@@ -114,7 +112,7 @@ TEST_F(RealEngine, Stop_start_and_restart_are_followed_by_the_status)
     EXPECT_TEXT(model().startMessage(), "");
     EXPECT_NE(inspected(QStringLiteral("{{.State.StartedAt}}")), before);
     expectHealthy();
-    EXPECT_TRUE(answers(false));
+    EXPECT_TRUE(answers(Transport::Udp));
 }
 
 TEST_F(RealEngine, The_log_is_read_and_followed)
@@ -125,7 +123,7 @@ TEST_F(RealEngine, The_log_is_read_and_followed)
 
     model().setFollowing(true);
     waitFor([this] { return model().followOp()->lineCount() > 5; }, "lines are followed");
-    EXPECT_TRUE(answers(true));
+    EXPECT_TRUE(answers(Transport::Tcp));
     run(model().pauseBlocking());
     waitFor([this] { return model().logText().contains(QStringLiteral("Blocking status is disabled")); }, "the pause");
     EXPECT_FALSE(model().logText().contains(QStringLiteral("example.com"))) << "no question is in it";
@@ -154,7 +152,7 @@ TEST_F(RealEngine, A_machine_that_stops_takes_docker_away_and_brings_pihole_back
     EXPECT_TRUE(model().maintOp()->succeeded());
     EXPECT_TEXT(model().startMessage(), "");
     expectHealthy();
-    EXPECT_TRUE(answers(false));
+    EXPECT_TRUE(answers(Transport::Udp));
 }
 
 TEST_F(RealEngine, An_update_recreates_the_container_and_keeps_its_data)
@@ -181,7 +179,7 @@ TEST_F(RealEngine, An_update_that_cannot_be_downloaded_leaves_the_old_container_
     EXPECT_TEXT(model().maintOp()->failureText(), kNoInternet);
     EXPECT_TEXT(model().pinnedTag(), "2026.09.0");
     EXPECT_TEXT(inspected(QStringLiteral("{{.Config.Image}}")), "pihole/pihole:2026.09.0");
-    EXPECT_TRUE(answers(false));
+    EXPECT_TRUE(answers(Transport::Udp));
 }
 
 TEST_F(RealEngine, Another_web_port_moves_the_admin_page)
@@ -241,7 +239,7 @@ TEST_F(RealEngine, A_container_that_colimas_name_service_kept_out_starts_after_r
     setUpPihole();
     EXPECT_TRUE(model().startOp()->lines().first().startsWith(QLatin1String("> Making room for Pi-hole")));
     expectHealthy();
-    EXPECT_TRUE(answers(false));
+    EXPECT_TRUE(answers(Transport::Udp));
 }
 
 TEST_F(RealEngine, What_goes_wrong_in_docker_is_told_in_plain_words)

@@ -31,9 +31,7 @@ protected:
     /// What Pi-hole answers where browsers look for the secure DNS of 1.1.1.1.
     QString answer()
     {
-        return QCoro::waitFor(PiholeController::dig(QStringLiteral("chrome.cloudflare-dns.com"), QStringLiteral("A"),
-                                                    false, QStringLiteral("127.0.0.1")))
-            .status;
+        return QCoro::waitFor(PiholeController::ask(QStringLiteral("chrome.cloudflare-dns.com"))).status;
     }
 
     /// Name and checksum of every part of Pi-hole's own backup.

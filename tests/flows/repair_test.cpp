@@ -29,8 +29,7 @@ protected:
     /// What a browser gets for the name; empty for nothing.
     QString lookUp(const QString &name)
     {
-        const DigResult reply =
-            QCoro::waitFor(PiholeController::dig(name, QStringLiteral("A"), false, QStringLiteral("127.0.0.1")));
+        const DigResult reply = QCoro::waitFor(PiholeController::ask(name));
         return reply.answers.value(reply.answers.size() - 1);
     }
     bool blocks(const QString &name) { return lookUp(name) == QLatin1String("0.0.0.0"); }

@@ -190,8 +190,7 @@ TEST_F(NewMachine, A_new_web_port_is_not_taken_over_against_another_holder)
 
 TEST_F(NewMachine, The_name_service_of_the_machine_does_not_pass_for_a_stopped_pihole)
 {
-    const DigResult reply = QCoro::waitFor(
-        PiholeController::dig(QStringLiteral("example.com"), QStringLiteral("A"), false, QStringLiteral("127.0.0.1")));
+    const DigResult reply = QCoro::waitFor(PiholeController::ask(QStringLiteral("example.com")));
     ASSERT_TRUE(reply.answered()) << "the machine's dnsmasq answers";
     run(model().refreshStatus(false));
     EXPECT_FALSE(model().answering());

@@ -19,8 +19,7 @@ protected:
 
     static void lookUp(const char *name)
     {
-        const auto reply = QCoro::waitFor(
-            PiholeController::dig(QLatin1String(name), QStringLiteral("A"), false, QStringLiteral("127.0.0.1")));
+        const auto reply = QCoro::waitFor(PiholeController::ask(QLatin1String(name)));
         EXPECT_TRUE(reply.ok) << name;
     }
 };
