@@ -235,7 +235,7 @@ private:
     [[nodiscard]] Flow<> control(Activity activity, QString verb, Place::Name from);
     [[nodiscard]] Flow<> afterControl(CommandResult result, bool starts);
     [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;
-    [[nodiscard]] Flow<> pause(std::chrono::seconds length, bool byTheClock, QString sentence);
+    [[nodiscard]] Flow<> pause(std::chrono::seconds length, PauseEnd endedBy, QString sentence);
     [[nodiscard]] Flow<> keepPauseShort();
     [[nodiscard]] Flow<bool> runLists();
     [[nodiscard]] Flow<bool> awaitNewerLists(std::optional<qint64> before, Clock::Duration limit);

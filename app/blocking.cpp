@@ -11,29 +11,29 @@ namespace {
 
 /// Pi-hole's timer counts in steps of 0.1 s: only from then on is less than the whole pause left.
 constexpr std::chrono::milliseconds kTimerStep{150};
-constexpr double kLongestTimer = 100'000; // seconds; until tomorrow morning is less
+constexpr std::chrono::duration<double> kLongestTimer{100'000}; // until tomorrow morning is less
 /// Pi-hole's timer may lag behind the clock by this before it is set anew.
-constexpr double kTimerLag = 5; // seconds
+constexpr std::chrono::seconds kTimerLag{5};
 
 } // namespace
 
 Flow<> AppModel::pauseBlocking(PauseLength::Name name)
 {
-    return pause(PauseLength::of(name, QDateTime::currentDateTime()), PauseLength::goesByTheClock(name),
+    return pause(PauseLength::of(name, QDateTime::currentDateTime()), PauseLength::endedBy(name),
                  PauseLength::sentence(name));
 }
 
 Flow<> AppModel::pauseBlocking(std::chrono::seconds length)
 {
-    return pause(length, false, PauseLength::sentence(length));
+    return pause(length, PauseEnd::ItsLength, PauseLength::sentence(length));
 }
 
-Flow<> AppModel::pause(std::chrono::seconds length, bool byTheClock, QString sentence)
+Flow<> AppModel::pause(std::chrono::seconds length, PauseEnd endedBy, QString sentence)
 {
     configureAPI();
     const auto changed = co_await m_api.setBlocking(false, static_cast<int>(length.count()));
     // Pi-hole may have heard what it did not answer.
-    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable) m_pause.begin(length, byTheClock);
+    if (changed || changed.error().kind() == PiholeAPIError::Kind::Unreachable) m_pause.begin(length, endedBy);
     if (changed) co_await m_clock.pause(kTimerStep);
     const auto state = changed ? co_await m_api.blocking() : changed;
     if (!state) {
@@ -80,8 +80,8 @@ Flow<> AppModel::keepPauseShort()
     if (blocking()->enabled) m_pause.end();
     if (blocking()->enabled) co_return;
     // Pi-hole's timer stands still while the Mac sleeps, a time of the day does not.
-    const bool late = m_pause.goesByTheClock() && blocking()->timerSeconds &&
-                      *blocking()->timerSeconds > static_cast<double>(rest->count()) + kTimerLag;
+    const bool late = m_pause.endedBy() == PauseEnd::TheClock && blocking()->timerSeconds &&
+                      *blocking()->timerSeconds > static_cast<double>((*rest + kTimerLag).count());
     if (blocking()->timerSeconds && !late) co_return;
 
     const bool over = rest->count() == 0;
@@ -106,7 +106,7 @@ std::optional<std::chrono::seconds> AppModel::restOfPause(const PiholeBlocking &
 {
     if (state.enabled) return std::nullopt;
     if (!state.timerSeconds) return m_pause.rest();
-    const double seconds = std::clamp(std::ceil(*state.timerSeconds), 0.0, kLongestTimer);
+    const double seconds = std::clamp(std::ceil(*state.timerSeconds), 0.0, kLongestTimer.count());
     return std::chrono::seconds(static_cast<qint64>(seconds));
 }
 
@@ -125,7 +125,7 @@ Flow<std::expected<PiholeArchive, PiholeAPIError>> AppModel::downloadSettings()
     if (!rest || rest->count() == 0) co_return archive;
     const auto paused = co_await m_api.setBlocking(false, static_cast<int>(rest->count()));
     if (!paused) co_return archive;
-    m_pause.begin(*rest, m_pause.goesByTheClock());
+    m_pause.begin(*rest, m_pause.endedBy());
     setBlocking(*paused);
     co_return archive;
 }

@@ -15,9 +15,9 @@ constexpr qint64 kLongest = 100'000; // seconds; more is a damaged store
 
 } // namespace
 
-void Pause::begin(std::chrono::seconds length, bool byTheClock)
+void Pause::begin(std::chrono::seconds length, PauseEnd endedBy)
 {
-    m_settings.setValue(kByTheClock, byTheClock);
+    m_settings.setValue(kByTheClock, endedBy == PauseEnd::TheClock);
     m_settings.setValue(kLength, static_cast<qlonglong>(length.count()));
     m_settings.setValue(kEnd, QDateTime::currentSecsSinceEpoch() + static_cast<qlonglong>(length.count()));
 }
@@ -27,7 +27,10 @@ void Pause::end()
     if (m_settings.value(kEnd).toLongLong() != 0) m_settings.setValue(kEnd, 0);
 }
 
-bool Pause::goesByTheClock() const { return m_settings.value(kByTheClock).toBool(); }
+PauseEnd Pause::endedBy() const
+{
+    return m_settings.value(kByTheClock).toBool() ? PauseEnd::TheClock : PauseEnd::ItsLength;
+}
 
 std::optional<std::chrono::seconds> Pause::rest() const
 {

@@ -7,6 +7,12 @@
 
 namespace corvane {
 
+/// What ends a pause.
+enum class PauseEnd {
+    ItsLength, ///< Pi-hole's timer, which stops while the Mac sleeps.
+    TheClock,  ///< A time of the day, which also comes while the Mac sleeps.
+};
+
 /// The pause of blocking that Corvane asked for last: when it is over is kept in the settings, because Pi-hole forgets
 /// its own timer whenever it restarts, and stays off.
 class Pause {
@@ -15,12 +21,11 @@ public:
         : m_settings(settings)
     {}
 
-    /// `byTheClock`: it ends at its time also when the Mac sleeps meanwhile, which Pi-hole's own timer does not.
-    void begin(std::chrono::seconds length, bool byTheClock = false);
+    void begin(std::chrono::seconds length, PauseEnd endedBy);
     void end();
-    [[nodiscard]] bool goesByTheClock() const;
-    /// What is left of it, 0 when it is over, absent when there is none. Never more than its whole length, wherever the
-    /// wall clock was set meanwhile.
+    [[nodiscard]] PauseEnd endedBy() const;
+    /// What is left of it, 0 when it is over, absent when there is none. Never more than its whole length, even if the
+    /// wall clock was changed during it.
     [[nodiscard]] std::optional<std::chrono::seconds> rest() const;
 
 private:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/pause.h"
+
 #include <QDateTime>
 #include <QObject>
 
@@ -19,8 +21,10 @@ public:
     /// What is said once it has begun.
     [[nodiscard]] static QString sentence(Name name);
     [[nodiscard]] static QString sentence(std::chrono::seconds length);
-    /// Whether its end is a time of the day, which comes also while the Mac sleeps.
-    [[nodiscard]] static bool goesByTheClock(Name name) { return name == UntilMorning; }
+    [[nodiscard]] static PauseEnd endedBy(Name name)
+    {
+        return name == UntilMorning ? PauseEnd::TheClock : PauseEnd::ItsLength;
+    }
 };
 
 } // namespace corvane
