@@ -25,7 +25,7 @@ Flow<> AppModel::putBrowserRule()
     if (m_activities.underWay() & Activity::LoadLists) co_return;
     configureAPI();
     const bool blocks = !blocking() || blocking()->enabled;
-    co_await m_browserRuleKeeper.put(blocks);
+    co_await m_browserRuleKeeper.put(blocks ? BrowserRuleKeeper::Proof::Ask : BrowserRuleKeeper::Proof::Skip);
 }
 
 /// A Pi-hole that is down is asked when it is back, not while somebody waits for the old servers.

@@ -63,10 +63,10 @@ Flow<> BrowserRuleKeeper::keep(std::optional<ResolverReport> report)
         co_return;
     }
     if (m_state != BrowserRule::NotNeeded && m_clock.now() < m_nextLook) co_return;
-    co_await put(true);
+    co_await put(Proof::Ask);
 }
 
-Flow<> BrowserRuleKeeper::put(bool prove)
+Flow<> BrowserRuleKeeper::put(Proof proof)
 {
     m_mayLinger = true;
     m_nextLook = m_clock.now() + kBetweenLooks;
@@ -74,7 +74,7 @@ Flow<> BrowserRuleKeeper::put(bool prove)
     const bool proven = m_state == BrowserRule::InPlace || m_state == BrowserRule::Interrupted;
     BrowserRule found = co_await findOrAdd();
     if (wish != m_newestWish) co_return;
-    if (found == BrowserRule::InPlace && prove && !proven) {
+    if (found == BrowserRule::InPlace && proof == Proof::Ask && !proven) {
         const bool holds = co_await works();
         if (wish != m_newestWish) co_return;
         if (!holds) found = BrowserRule::Overruled;

@@ -22,9 +22,11 @@ public:
 
     [[nodiscard]] BrowserRule state() const { return m_state; }
 
-    /// Puts the rule into Pi-hole unless it is there. `prove`: looks whether it works; while blocking is off no rule
-    /// does.
-    [[nodiscard]] Flow<> put(bool prove);
+    /// Whether a rule that was put is looked up; while blocking is off none works.
+    enum class Proof { Skip, Ask };
+
+    /// Puts the rule into Pi-hole unless it is there.
+    [[nodiscard]] Flow<> put(Proof proof);
     /// Keeps the rule where the Mac's servers need it, and takes one away that was left. Looks once a minute.
     [[nodiscard]] Flow<> keep(std::optional<ResolverReport> report);
     /// Takes the rule away unless a service of this Mac has 1.1.1.1 behind Pi-hole. A VPN in front is no reason: the

@@ -39,7 +39,7 @@ Flow<> Repair::allow(QString name, bool forGood)
     if (wanted.isEmpty() || !m_activities.mayBegin(Activity::ChangeRules)) {
         if (listsRun() && !wanted.isEmpty()) {
             const QDateTime end = QDateTime::currentDateTime().addSecs(Permission::kHour);
-            remember({wanted, forGood ? std::nullopt : std::optional(end)}, true);
+            remember({wanted, forGood ? std::nullopt : std::optional(end)}, Wish::Allow);
             setMessage(kWaits.arg(QStringLiteral("The permission for ") + wanted));
             setUndoName({});
         }
@@ -59,7 +59,7 @@ Flow<> Repair::allow(QString name, bool forGood)
                        .arg(wanted));
         co_return;
     }
-    remember(permission, true);
+    remember(permission, Wish::Allow);
     co_await prove(permission);
     co_await readRules();
 }
@@ -114,7 +114,7 @@ Flow<> Repair::takeBack(QString name)
 {
     if (!m_activities.mayBegin(Activity::ChangeRules)) {
         if (listsRun()) {
-            remember({name, std::nullopt}, false);
+            remember({name, std::nullopt}, Wish::TakeBack);
             setMessage(kWaits.arg(QStringLiteral("The end of the permission for ") + name));
             setUndoName({});
         }
@@ -127,7 +127,7 @@ Flow<> Repair::takeBack(QString name)
                    gone.error().description());
         co_return;
     }
-    remember({name, std::nullopt}, false);
+    remember({name, std::nullopt}, Wish::TakeBack);
     setUndoName({});
     setMessage(
         QStringLiteral("%1 is no longer allowed. A browser may go on with what it knows for some minutes.").arg(name));
@@ -146,8 +146,8 @@ Flow<> Repair::repeatChanges()
     const QHash<QString, Change> changes = m_changes;
     for (const Change &change : changes) {
         const bool there = std::ranges::count(permissions(), change.permission.name, &Permission::name) > 0;
-        if (there == change.allowed) continue;
-        if (change.allowed) {
+        if (there == (change.wish == Wish::Allow)) continue;
+        if (change.wish == Wish::Allow) {
             const auto put = co_await this->put(change.permission);
             if (put && *put) co_await prove(change.permission);
         } else {

@@ -155,14 +155,14 @@ QString withoutNames(const QString &text)
 
 Redaction::Redaction(const Known &known)
 {
-    add(known.passwords, QStringLiteral("<secret>"), false);
-    add({known.home}, QStringLiteral("~"), false);
-    add(known.networks, QStringLiteral("<network>"), true);
-    add(known.machines, QStringLiteral("<this Mac>"), true);
-    add(known.people, QStringLiteral("<user>"), true);
+    add(known.passwords, QStringLiteral("<secret>"), Where::Anywhere);
+    add({known.home}, QStringLiteral("~"), Where::Anywhere);
+    add(known.networks, QStringLiteral("<network>"), Where::AsWord);
+    add(known.machines, QStringLiteral("<this Mac>"), Where::AsWord);
+    add(known.people, QStringLiteral("<user>"), Where::AsWord);
 }
 
-void Redaction::add(const QStringList &words, const QString &instead, bool alone)
+void Redaction::add(const QStringList &words, const QString &instead, Where where)
 {
     QStringList sorted = words;
     sorted.removeAll(QString());
@@ -170,7 +170,8 @@ void Redaction::add(const QStringList &words, const QString &instead, bool alone
     std::ranges::sort(sorted, std::ranges::greater(), &QString::size);
     for (const QString &word : sorted) {
         const QString text = QRegularExpression::escape(withoutInvisible(word));
-        const QString pattern = alone ? QStringLiteral("(?<!\\w)") + text + QStringLiteral("(?!\\w)") : text;
+        const QString pattern =
+            where == Where::AsWord ? QStringLiteral("(?<!\\w)") + text + QStringLiteral("(?!\\w)") : text;
         m_words.append({QRegularExpression(pattern, kAnyCase), instead});
     }
 }

@@ -30,8 +30,12 @@ private:
         QString instead;
     };
 
-    /// `alone`: they count only where no letter or digit stands beside them.
-    void add(const QStringList &words, const QString &instead, bool alone);
+    enum class Where {
+        Anywhere,
+        AsWord, ///< Only where no letter or digit is beside it.
+    };
+
+    void add(const QStringList &words, const QString &instead, Where where);
 
     QList<Word> m_words;
 };

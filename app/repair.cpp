@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::chrono::seconds kBetweenLooks{3};
 /// How far back the first look goes.
-constexpr double kLately = 600; // seconds
+constexpr std::chrono::seconds kLately{600};
 /// More are asked for within minutes by nobody who looks for one of them; their text is read within a frame.
 constexpr int kMostQuestions = 500;
 
@@ -45,7 +45,7 @@ Flow<> Repair::look()
     if (!m_boundary) co_return;
     if (!m_rulesKnown) co_await readRules();
     if (privacyLevel() > 0) co_return; // there is nothing to be seen
-    const auto questions = co_await m_api.blockedSince(*m_boundary - kLately, kMostQuestions);
+    const auto questions = co_await m_api.blockedSince(*m_boundary - kLately.count(), kMostQuestions);
     if (!watching() || !m_boundary) co_return;
     setTrouble(questions ? QString() : questions.error().description());
     if (questions) setNames(blockedNames(*questions, *m_boundary, m_lists, m_rules));
@@ -93,15 +93,15 @@ Flow<> Repair::endPermissions()
     for (const Permission &permission : all) {
         if (!isOver(permission)) continue;
         const auto gone = co_await m_api.removeRule(PiholeRule::Kind::AllowedName, permission.name);
-        if (gone) remember(permission, false);
+        if (gone) remember(permission, Wish::TakeBack);
         ended = true;
     }
     if (ended) co_await readRules();
 }
 
-void Repair::remember(const Permission &permission, bool allowed)
+void Repair::remember(const Permission &permission, Wish wish)
 {
-    m_changes.insert(permission.name, {permission, allowed, m_clock.now()});
+    m_changes.insert(permission.name, {permission, wish, m_clock.now()});
 }
 
 void Repair::onActivities()

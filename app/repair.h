@@ -53,9 +53,10 @@ public:
 
 private:
     /// What the user asked for lately, to be done again if a list run undoes it.
+    enum class Wish { Allow, TakeBack };
     struct Change {
         Permission permission;
-        bool allowed = false;
+        Wish wish = Wish::Allow;
         Clock::Instant moment;
     };
 
@@ -65,7 +66,7 @@ private:
     [[nodiscard]] Flow<std::expected<bool, PiholeAPIError>> put(Permission permission);
     [[nodiscard]] Flow<> prove(Permission permission);
     [[nodiscard]] Flow<QString> verdictOnLookup(QString name);
-    void remember(const Permission &permission, bool allowed);
+    void remember(const Permission &permission, Wish wish);
     [[nodiscard]] bool listsRun() const { return m_activities.underWay().testFlag(Activity::LoadLists); }
     void onActivities();
 
