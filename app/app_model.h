@@ -283,6 +283,7 @@ private:
     [[nodiscard]] Flow<bool> runUpdate(QString newTag);
     [[nodiscard]] Flow<bool> exchangeVersion(QString newTag, CommandSteps steps);
     [[nodiscard]] Flow<QString> pin(QString tag);
+    [[nodiscard]] QCoro::Task<std::expected<void, QString>> writeFiles() const;
     void tellOfRollback(const QString &unwritten);
     [[nodiscard]] Flow<> movePihole(int port, CommandSteps steps);
     [[nodiscard]] Flow<> putFilesRight();

@@ -10,7 +10,7 @@ namespace corvane {
 
 /// Which container is wanted.
 struct WantedContainer {
-    QString tag;
+    QString tag = {};
     int webPort = 0;
     bool compose = false;
     /// Whether its image is downloaded first.

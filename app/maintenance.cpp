@@ -93,7 +93,7 @@ Flow<QString> AppModel::saveBackupBefore(QString newTag)
 /// Puts a container of the new version into the place of the old one; whether it did.
 Flow<bool> AppModel::runUpdate(QString newTag)
 {
-    const WantedContainer wanted{newTag, webPort(), composeAvailable(), true};
+    const WantedContainer wanted{.tag = newTag, .webPort = webPort(), .compose = composeAvailable(), .pull = true};
     const auto steps = co_await containerSteps(wanted);
     if (!steps) {
         setUpdateMessage(steps.error());
@@ -135,8 +135,14 @@ Flow<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
 Flow<QString> AppModel::pin(QString tag)
 {
     setPinnedTag(tag);
-    const auto written = co_await writePiholeFiles(tag, webPort(), adminPassword());
+    const auto written = co_await writeFiles();
     co_return written ? QString() : written.error();
+}
+
+/// Writes the two files that describe the container of the pinned version, the port and the password now in force.
+QCoro::Task<std::expected<void, QString>> AppModel::writeFiles() const
+{
+    return writePiholeFiles(pinnedTag(), webPort(), adminPassword());
 }
 
 void AppModel::tellOfRollback(const QString &unwritten)

@@ -1,6 +1,5 @@
 #include "app/app_model.h"
 #include "app/container_steps.h"
-#include "app/file_work.h"
 #include "app/operation.h"
 #include "exec/command_runner.h"
 #include "runtime/pihole_controller.h"
@@ -88,7 +87,7 @@ Flow<> AppModel::putRight()
 Flow<> AppModel::putFilesRight()
 {
     if (PiholeController::filesSay(pinnedTag(), webPort(), adminPassword())) co_return;
-    const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), adminPassword());
+    const auto written = co_await writeFiles();
     // Whoever tried before has told why not.
     if (!written && notice().isEmpty())
         setNotice(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
@@ -144,7 +143,7 @@ Flow<> AppModel::bringBack()
 /// Pins the version and makes its container anew; whether it did.
 Flow<bool> AppModel::remake(QString tag)
 {
-    const WantedContainer wanted{tag, webPort(), composeAvailable(), false};
+    const WantedContainer wanted{.tag = tag, .webPort = webPort(), .compose = composeAvailable()};
     const auto steps = co_await containerSteps(wanted);
     if (!steps || steps->isEmpty()) {
         setUpdateMessage(steps ? QStringLiteral("docker was not found.") : steps.error());

@@ -2,7 +2,6 @@
 #include "app/app_model.h"
 #include "app/colima_start.h"
 #include "app/container_steps.h"
-#include "app/file_work.h"
 #include "app/operation.h"
 #include "app/operation_title.h"
 #include "app/password_work.h"
@@ -188,7 +187,7 @@ Flow<bool> AppModel::piholeCanStart()
 /// Makes the container anew with this password; whether it did.
 Flow<bool> AppModel::startContainer(QString password)
 {
-    const WantedContainer wanted{pinnedTag(), webPort(), composeAvailable(), true};
+    const WantedContainer wanted{.tag = pinnedTag(), .webPort = webPort(), .compose = composeAvailable(), .pull = true};
     const auto steps = co_await containerSteps(wanted);
     if (!steps) {
         setStartMessage(steps.error());
@@ -200,7 +199,7 @@ Flow<bool> AppModel::startContainer(QString password)
     }
     const bool kept = co_await keepPassword(password);
     if (!kept) co_return false;
-    const auto written = co_await writePiholeFiles(pinnedTag(), webPort(), password);
+    const auto written = co_await writeFiles();
     if (!written) {
         setStartMessage(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
         co_return false;

@@ -1,6 +1,5 @@
 #include "app/app_model.h"
 #include "app/container_steps.h"
-#include "app/file_work.h"
 #include "app/operation.h"
 #include "app/operation_title.h"
 #include "checks/port_checker.h"
@@ -55,7 +54,7 @@ Flow<> AppModel::changeWebPort(int port)
         setNotice(kNoPassword);
         co_return;
     }
-    const WantedContainer wanted{pinnedTag(), port, composeAvailable(), false};
+    const WantedContainer wanted{.tag = pinnedTag(), .webPort = port, .compose = composeAvailable()};
     const auto steps = co_await containerSteps(wanted);
     if (!steps || steps->isEmpty()) {
         setNotice(steps ? QStringLiteral("docker was not found.") : steps.error());
@@ -75,7 +74,7 @@ Flow<> AppModel::movePihole(int port, CommandSteps steps)
     const int oldPort = webPort();
     setWebPort(port);
     configureAPI();
-    const auto written = co_await writePiholeFiles(pinnedTag(), port, adminPassword());
+    const auto written = co_await writeFiles();
     QString problem = written ? QString() : QStringLiteral("Could not write the new compose file: ") + written.error();
     if (written && exchange.stands()) {
         const QString title = QString(OperationTitle::kMovingPort).arg(port);
@@ -87,7 +86,7 @@ Flow<> AppModel::movePihole(int port, CommandSteps steps)
     setWebPort(oldPort);
     configureAPI();
     setNotice(problem);
-    [[maybe_unused]] const auto restored = co_await writePiholeFiles(pinnedTag(), oldPort, adminPassword());
+    [[maybe_unused]] const auto restored = co_await writeFiles();
 }
 
 } // namespace corvane
