@@ -257,7 +257,7 @@ private:
     [[nodiscard]] Flow<bool> keepPassword(QString password);
 
     // `run` belongs to the flow that waits.
-    void showPiholeCheck(int row, bool passed, const QString &detail);
+    void showPiholeCheck(int row, CheckState state, const QString &detail);
     [[nodiscard]] Flow<bool> testContainer(const ActivityMark *run, Clock::Duration limit);
     [[nodiscard]] Flow<bool> testAdminPage(const ActivityMark *run, int attempts);
     [[nodiscard]] Flow<bool> testDns(const ActivityMark *run, int attempts, bool containerPassed);

@@ -31,6 +31,8 @@ bool mayStillBecomeHealthy(const ContainerState &container)
            container.text() != QLatin1String("none");
 }
 
+CheckState stateOf(bool passed) { return passed ? CheckState::Ok : CheckState::Failed; }
+
 struct Finding {
     bool passed = false;
     QString detail;
@@ -78,11 +80,11 @@ Flow<> AppModel::runPiholeTests(bool wait)
     co_await refreshStatus(true);
 }
 
-void AppModel::showPiholeCheck(int row, bool passed, const QString &detail)
+void AppModel::showPiholeCheck(int row, CheckState state, const QString &detail)
 {
     CheckRows rows = piholeChecks();
     rows[row].title = initialRows(webPort())[row].title; // the port may be another one by now
-    rows[row].state = passed ? CheckState::Ok : CheckState::Failed;
+    rows[row].state = state;
     rows[row].detail = detail;
     setPiholeChecks(rows);
 }
@@ -97,7 +99,7 @@ Flow<bool> AppModel::testContainer(const ActivityMark *run, Clock::Duration limi
         container = co_await PiholeController::containerState();
     }
     const Finding finding = containerFinding(container);
-    showPiholeCheck(0, finding.passed, finding.detail);
+    showPiholeCheck(kContainerRow, stateOf(finding.passed), finding.detail);
     co_return finding.passed;
 }
 
@@ -109,7 +111,7 @@ Flow<bool> AppModel::testAdminPage(const ActivityMark *run, int attempts)
         co_await m_clock.pause(kBetweenAttempts);
         answers = co_await m_api.webAnswers();
     }
-    showPiholeCheck(1, answers,
+    showPiholeCheck(kPageRow, stateOf(answers),
                     answers ? dashboardURL().toString() + QStringLiteral(" answered.")
                             : QStringLiteral("No answer on port %1.").arg(webPort()));
     co_return answers;
@@ -130,9 +132,9 @@ Flow<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool contain
     }
     if (reply.ok) m_day.countOwn();
     if (reply.answered())
-        showPiholeCheck(2, true, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
+        showPiholeCheck(kDnsRow, CheckState::Ok, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
     else if (!containerPassed)
-        showPiholeCheck(2, false, QStringLiteral("No answer on 127.0.0.1 port 53."));
+        showPiholeCheck(kDnsRow, CheckState::Failed, QStringLiteral("No answer on 127.0.0.1 port 53."));
     co_await explainReply(run, reply);
     if (containerPassed && !reply.answered()) co_await explainSilentDns(run);
     co_return reply.answered();
@@ -157,7 +159,7 @@ Flow<> AppModel::explainSilentDns(const ActivityMark *run)
     setGrpcFlagSupported(flagSupported);
     setTcpWorks(overTcp.answered());
     setUdpProblem(true);
-    showPiholeCheck(2, false,
+    showPiholeCheck(kDnsRow, CheckState::Failed,
                     tcpWorks()
                         ? QStringLiteral("No answer over UDP, but TCP works. UDP port 53 is probably not reaching "
                                          "the Mac.")
