@@ -66,7 +66,7 @@ Flow<> AppModel::finishStart()
     }
     const QStringList start{QStringLiteral("start"), kContainerName};
     const CommandResult result = co_await DockerCLI::run(start, kStartTimeout);
-    co_await afterControl(result, true);
+    co_await afterControl(result, Activity::StartContainer);
 }
 
 /// Lets Colima's own name service give way to the container; who else is in its way, as a sentence.
@@ -96,7 +96,7 @@ Flow<> AppModel::control(Activity activity, QString verb, Place::Name from)
     tellStart({}, {});
     const QStringList command{verb, kContainerName};
     const CommandResult result = co_await DockerCLI::run(command, kStopTimeout);
-    co_await afterControl(result, activity == Activity::RestartContainer);
+    co_await afterControl(result, activity);
 }
 
 /// Why the container was not started or stopped, and beside it what docker itself said.
@@ -107,10 +107,10 @@ void AppModel::tellStart(const QString &message, const QString &note)
 }
 
 /// Says how docker's command ended, and looks what came of it.
-Flow<> AppModel::afterControl(CommandResult result, bool starts)
+Flow<> AppModel::afterControl(CommandResult result, Activity done)
 {
     if (!result.succeeded()) tellStart(whyDockerFailed(result), dockerSays(result));
-    if (starts && result.succeeded())
+    if (done != Activity::StopContainer && result.succeeded())
         co_await refreshAfterStart();
     else
         co_await refreshStatus(true);

@@ -233,7 +233,7 @@ private:
     [[nodiscard]] bool mayCount() const;
     void publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report);
     [[nodiscard]] Flow<> control(Activity activity, QString verb, Place::Name from);
-    [[nodiscard]] Flow<> afterControl(CommandResult result, bool starts);
+    [[nodiscard]] Flow<> afterControl(CommandResult result, Activity done);
     [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;
     [[nodiscard]] Flow<> pause(std::chrono::seconds length, PauseEnd endedBy, QString sentence);
     [[nodiscard]] Flow<> keepPauseShort();
