@@ -7,6 +7,7 @@
 #include "app/current_activities.h"
 #include "app/day_keeper.h"
 #include "app/flow.h"
+#include "app/flow_choices.h"
 #include "app/left_list_run.h"
 #include "app/left_version.h"
 #include "app/list_run.h"
@@ -132,8 +133,8 @@ public:
 
     // Proving that Pi-hole works: pihole_tests.cpp
 
-    /// `wait`: give a container that is still starting 90 seconds.
-    [[nodiscard]] Flow<> runPiholeTests(bool wait);
+    /// `Wait::ForStart`: a container that is still starting has 90 seconds.
+    [[nodiscard]] Flow<> runPiholeTests(Wait wait);
     [[nodiscard]] Flow<> fixUDPForwarding();
     /// The Pi-hole tests, the blocking test and the system DNS test, one after another.
     [[nodiscard]] Flow<> runAllTests();

@@ -75,7 +75,7 @@ Flow<> AppModel::performUpdate()
     const bool updated = co_await runUpdate(newTag);
     mark.reset(); // nothing that follows stands in the way of anything
     if (updated)
-        co_await runPiholeTests(true);
+        co_await runPiholeTests(Wait::ForStart);
     else
         co_await refreshStatus(true);
     co_await putRight();

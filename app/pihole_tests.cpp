@@ -61,14 +61,15 @@ Finding containerFinding(const ContainerState &container)
 
 } // namespace
 
-Flow<> AppModel::runPiholeTests(bool wait)
+Flow<> AppModel::runPiholeTests(Wait wait)
 {
     const ActivityMark run(m_activities, Activity::PiholeTests);
     co_await boundTo(run);
     setPiholeChecks(initialRows(webPort()));
     configureAPI();
 
-    const bool containerPassed = co_await testContainer(&run, wait ? kHealthLimit : std::chrono::seconds::zero());
+    const bool containerPassed =
+        co_await testContainer(&run, wait == Wait::ForStart ? kHealthLimit : std::chrono::seconds::zero());
     const int attempts = containerPassed ? kAttempts : 1;
     const bool pagePassed = co_await testAdminPage(&run, attempts);
     const bool dnsPassed = co_await testDns(&run, attempts, containerPassed);
@@ -190,12 +191,12 @@ Flow<> AppModel::fixUDPForwarding()
     const bool restarted = co_await perform(&m_startOp, QStringLiteral("Restarting Colima"), steps);
     co_await refreshTools();
     mark.reset(); // nothing that follows stands in the way of anything
-    if (restarted) co_await runPiholeTests(true);
+    if (restarted) co_await runPiholeTests(Wait::ForStart);
 }
 
 Flow<> AppModel::runAllTests()
 {
-    co_await runPiholeTests(false);
+    co_await runPiholeTests(Wait::No);
     // A removal forgets what was found; there is nothing left to test.
     if (!outcomes().contains(kPihole)) co_return;
     co_await runBlockingTest();

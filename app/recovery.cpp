@@ -134,7 +134,7 @@ Flow<> AppModel::bringBack()
     const bool back = co_await remake(tag);
     mark.reset(); // nothing that follows stands in the way of anything
     if (back)
-        co_await runPiholeTests(true);
+        co_await runPiholeTests(Wait::ForStart);
     else
         co_await refreshStatus(true);
     co_await putRight();

@@ -163,7 +163,7 @@ Flow<> AppModel::startPihole()
     if (!ready) co_return;
     const bool started = co_await startContainer(password);
     mark.reset(); // nothing that follows stands in the way of anything
-    if (started) co_await runPiholeTests(true);
+    if (started) co_await runPiholeTests(Wait::ForStart);
 }
 
 /// Whether Docker works and no port is held by another program; says so when not.

@@ -128,7 +128,7 @@ void Commands::generatePassword() { m_app.setPasswordInput(AppModel::generatePas
 void Commands::copyPasswordInput() { copySecret(m_app.passwordInput()); }
 void Commands::copyAdminPassword() { copySecret(m_app.adminPassword()); }
 void Commands::startPihole() { launch(m_app.startPihole()); }
-void Commands::runPiholeTests() { launch(m_app.runPiholeTests(false)); }
+void Commands::runPiholeTests() { launch(m_app.runPiholeTests(Wait::No)); }
 void Commands::fixUDPForwarding() { launch(m_app.fixUDPForwarding()); }
 void Commands::runBlockingTest() { launch(m_app.runBlockingTest()); }
 

@@ -189,7 +189,7 @@ TEST_F(RealEngine, Another_web_port_moves_the_admin_page)
     waitForOperation(model().maintOp());
     EXPECT_TRUE(model().maintOp()->succeeded()) << model().maintOp()->lines().join(u'\n').toStdString();
     expectHealthy();
-    run(model().runPiholeTests(true));
+    run(model().runPiholeTests(Wait::ForStart));
     EXPECT_TRUE(passed(model().outcomes(), QStringLiteral("pihole")));
     EXPECT_TRUE(model().dashboardURL().toString().contains(QStringLiteral(":8083/")));
 }

@@ -79,7 +79,7 @@ QString missingAfterStart(AppModel &model)
 
 void mendUdp(AppModel &model)
 {
-    toEnd(model.runPiholeTests(false));
+    toEnd(model.runPiholeTests(Wait::No));
     toEnd(model.fixUDPForwarding());
     Story::settle(model);
 }

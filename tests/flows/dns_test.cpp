@@ -146,7 +146,7 @@ TEST_F(DnsStep, Pihole_alone_is_warned_about)
 
 TEST_F(DnsStep, A_change_is_proved_by_three_lookups_in_piholes_log)
 {
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     const auto before = clock.waited();
     run(model().applyDNS());
     EXPECT_TEXT(model().dnsMessage(), "DNS changed.");

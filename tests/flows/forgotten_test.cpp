@@ -71,7 +71,7 @@ TEST_F(Forgotten, Is_why_it_did_not_start)
 TEST_F(Forgotten, Is_what_its_tests_found_out_about_udp)
 {
     Mac::ctl(QStringLiteral("forwarder ssh"));
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_TRUE(model().udpProblem());
     EXPECT_TRUE(model().tcpWorks());
     EXPECT_TRUE(model().grpcFlagSupported());

@@ -29,7 +29,7 @@ TEST_F(OtherServer, Is_told_beside_a_blocking_test_that_it_answered)
 
 TEST_F(OtherServer, Is_told_beside_the_tests_of_pihole)
 {
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_TEXT(note("pihole"), kSentence);
 }
 

@@ -15,7 +15,7 @@ struct Begun {
 
 void PrintTo(const Begun &begun, std::ostream *out) { *out << begun.name << " after " << begun.milliseconds << " ms"; }
 
-Flow<> testPihole(AppModel &model) { return model.runPiholeTests(true); }
+Flow<> testPihole(AppModel &model) { return model.runPiholeTests(Wait::ForStart); }
 Flow<> testBlocking(AppModel &model) { return model.runBlockingTest(); }
 Flow<> testSystem(AppModel &model) { return model.runSystemTest(); }
 Flow<> testBrowser(AppModel &model) { return model.runBrowserTest(); }

@@ -28,7 +28,7 @@ qsizetype digs() { return questions().size(); }
 
 TEST_F(Running, A_healthy_pihole_passes_all_three)
 {
-    auto test = model().runPiholeTests(false);
+    auto test = model().runPiholeTests(Wait::No);
     ASSERT_EQ(model().piholeChecks().size(), 3);
     EXPECT_EQ(model().piholeChecks()[0],
               (CheckRow{QStringLiteral("container"), QStringLiteral("Container running and healthy"),
@@ -57,7 +57,7 @@ TEST_F(Running, Without_waiting_a_starting_container_fails_at_once_with_one_atte
     Mac::ctl(QStringLiteral("container health starting"));
     Mac::ctl(QStringLiteral("pihole web drop"));
     Mac::ctl(QStringLiteral("fault dig fail 9"));
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_EQ(clock.waited(), seconds(0));
     EXPECT_EQ(rowText(model(), 0), "failed: Running, but its health is 'starting'. It may still be starting; wait a "
                                    "minute and press Test.");
@@ -71,7 +71,7 @@ TEST_F(Running, Without_waiting_a_starting_container_fails_at_once_with_one_atte
 TEST_F(Running, With_waiting_a_container_that_becomes_healthy_passes)
 {
     Mac::ctl(QStringLiteral("container health starting"));
-    launch(model().runPiholeTests(true));
+    launch(model().runPiholeTests(Wait::ForStart));
     waitFor([this] { return clock.waited() >= seconds(4); }, "two pauses");
     EXPECT_EQ(model().piholeChecks()[0].state, CheckState::Running);
     Mac::ctl(QStringLiteral("container health healthy"));
@@ -83,7 +83,7 @@ TEST_F(Running, With_waiting_a_container_that_becomes_healthy_passes)
 TEST_F(Running, A_container_that_never_becomes_healthy_is_waited_for_90_seconds)
 {
     Mac::ctl(QStringLiteral("container health unhealthy"));
-    run(model().runPiholeTests(true));
+    run(model().runPiholeTests(Wait::ForStart));
     EXPECT_EQ(clock.waited(), seconds(90));
     EXPECT_EQ(rowText(model(), 0), "failed: Running, but its health is 'unhealthy'. It may still be starting; wait a "
                                    "minute and press Test.");
@@ -94,7 +94,7 @@ TEST_F(Running, A_container_that_never_becomes_healthy_is_waited_for_90_seconds)
 TEST_F(Running, An_image_without_health_checks_counts_as_passed)
 {
     Mac::ctl(QStringLiteral("container health none"));
-    run(model().runPiholeTests(true));
+    run(model().runPiholeTests(Wait::ForStart));
     EXPECT_EQ(rowText(model(), 0), "ok: Running (this image reports no health status).");
     EXPECT_EQ(clock.waited(), seconds(0));
     EXPECT_TRUE(passed(model().outcomes(), QStringLiteral("pihole")));
@@ -103,7 +103,7 @@ TEST_F(Running, An_image_without_health_checks_counts_as_passed)
 TEST_F(Running, A_stopped_container_is_waited_for_and_then_named)
 {
     Mac::ctl(QStringLiteral("container stop"));
-    run(model().runPiholeTests(true));
+    run(model().runPiholeTests(Wait::ForStart));
     EXPECT_EQ(clock.waited(), seconds(90));
     EXPECT_EQ(rowText(model(), 0), "failed: The container exists but is 'exited'.");
     EXPECT_EQ(rowText(model(), 2), "failed: No answer on 127.0.0.1 port 53.");
@@ -111,14 +111,14 @@ TEST_F(Running, A_stopped_container_is_waited_for_and_then_named)
 
 TEST_F(Engine, Without_a_container_nothing_is_waited_for)
 {
-    run(model().runPiholeTests(true));
+    run(model().runPiholeTests(Wait::ForStart));
     EXPECT_EQ(rowText(model(), 0), "failed: No container named 'pihole' yet. Press Start Pi-hole.");
     EXPECT_EQ(clock.waited(), seconds(0));
 }
 
 TEST_F(Stopped, With_docker_down_nothing_is_waited_for)
 {
-    run(model().runPiholeTests(true));
+    run(model().runPiholeTests(Wait::ForStart));
     EXPECT_EQ(rowText(model(), 0), "failed: Docker is not running.");
     EXPECT_EQ(rowText(model(), 1), "failed: No answer on port 8080.");
     EXPECT_EQ(clock.waited(), seconds(0));
@@ -128,7 +128,7 @@ TEST_F(Running, A_page_and_a_dns_that_stay_away_are_asked_three_times)
 {
     Mac::ctl(QStringLiteral("pihole web drop"));
     Mac::ctl(QStringLiteral("fault dig fail 9"));
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_EQ(clock.waited(), seconds(2 * 2 + 2 * 2));
     EXPECT_EQ(rowText(model(), 1), "failed: No answer on port 8080.");
     EXPECT_EQ(rowText(model(), 2), "failed: No answer over UDP (or TCP). UDP port 53 is probably not reaching the Mac, "
@@ -141,7 +141,7 @@ TEST_F(Running, A_page_and_a_dns_that_stay_away_are_asked_three_times)
 TEST_F(Running, Udp_that_does_not_arrive_is_found_explained_and_mended)
 {
     Mac::ctl(QStringLiteral("forwarder ssh"));
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_EQ(rowText(model(), 0), "ok: Running and healthy.");
     EXPECT_EQ(rowText(model(), 2),
               "failed: No answer over UDP, but TCP works. UDP port 53 is probably not reaching the Mac.");
@@ -173,7 +173,7 @@ TEST_F(Running, A_colima_without_the_option_is_told_apart)
 {
     Mac::ctl(QStringLiteral("forwarder ssh"));
     Mac::ctl(QStringLiteral("port-forwarder-option off"));
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_TRUE(model().udpProblem());
     EXPECT_FALSE(model().grpcFlagSupported());
 }
@@ -231,9 +231,9 @@ TEST_F(Running, Nothing_that_needs_colima_begins_while_the_question_is_open)
 TEST_F(Running, The_newest_of_two_runs_owns_the_rows)
 {
     Mac::ctl(QStringLiteral("container health starting"));
-    launch(model().runPiholeTests(true));
+    launch(model().runPiholeTests(Wait::ForStart));
     waitFor([this] { return clock.waited() >= seconds(2); }, "the first run waits");
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     const CheckRows shown = model().piholeChecks();
     Mac::ctl(QStringLiteral("container health healthy"));
     waitFor([this] { return quiet(); }, "the first ends too");
@@ -244,7 +244,7 @@ TEST_F(Running, The_newest_of_two_runs_owns_the_rows)
 TEST_F(Running, A_model_that_goes_away_while_the_tests_wait_ends_them_quietly)
 {
     Mac::ctl(QStringLiteral("container health starting"));
-    launch(model().runPiholeTests(true));
+    launch(model().runPiholeTests(Wait::ForStart));
     waitFor([this] { return clock.waited() >= seconds(2); }, "the run waits");
     relaunch();
     EXPECT_TRUE(model().piholeChecks().isEmpty());

@@ -92,7 +92,7 @@ TEST_F(Removal, A_question_comes_first_and_cancel_removes_nothing)
 TEST_F(Removal, The_old_dns_is_back_before_the_container_goes)
 {
     protect({QStringLiteral("9.9.9.9")});
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     remove();
     EXPECT_TEXT(model().notice(), "Pi-hole was removed.");
     EXPECT_EQ(wifiServers(), QStringList(QStringLiteral("9.9.9.9")));

@@ -47,12 +47,12 @@ TEST_F(Offline, The_status_tells_a_dead_network_from_a_dead_pihole)
 
 TEST_F(Offline, The_tests_tell_it_beside_their_row_and_no_udp_help_is_needed)
 {
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_TRUE(model().udpProblem());
     EXPECT_TRUE(model().udpReplied()) << "so that no help for UDP is offered";
     EXPECT_EQ(note(model(), "pihole"), kNothingBehind);
     Mac::ctl(QStringLiteral("internet on"));
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_EQ(note(model(), "pihole"), "");
 }
 
@@ -60,7 +60,7 @@ TEST_F(Overrun, Too_many_questions_are_told_by_status_and_tests)
 {
     run(model().refreshStatus(true));
     EXPECT_TEXT(model().statusNote(), kRefuses);
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_EQ(note(model(), "pihole"), kRefuses);
     EXPECT_TRUE(model().udpReplied());
     run(model().runBlockingTest());
@@ -70,7 +70,7 @@ TEST_F(Overrun, Too_many_questions_are_told_by_status_and_tests)
 TEST_F(Running, Udp_that_does_not_arrive_is_no_reply)
 {
     Mac::ctl(QStringLiteral("forwarder ssh"));
-    run(model().runPiholeTests(false));
+    run(model().runPiholeTests(Wait::No));
     EXPECT_TRUE(model().udpProblem());
     EXPECT_FALSE(model().udpReplied());
     EXPECT_EQ(note(model(), "pihole"), "");

@@ -209,7 +209,7 @@ TEST_F(WebPort, A_container_without_files_moves_too)
 TEST_F(WebPort, A_test_under_way_names_the_port_that_it_asked)
 {
     Mac::ctl(QStringLiteral("container health starting"));
-    launch(model().runPiholeTests(true));
+    launch(model().runPiholeTests(Wait::ForStart));
     change(8083);
     waitFor([this] { return model().piholeChecks().value(1).state == CheckState::Ok; }, "the admin page was tested");
     EXPECT_TEXT(model().piholeChecks().value(1).title, "Admin page answers on 127.0.0.1:8083");

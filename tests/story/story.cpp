@@ -135,7 +135,7 @@ void Story::addPihole()
         [this] { return operationProblem(m_model.startOp()); });
     add(
         QStringLiteral("Its container is healthy, its page and its DNS answer"),
-        [this] { toEnd(m_model.runPiholeTests(false)); },
+        [this] { toEnd(m_model.runPiholeTests(Wait::No)); },
         [this] {
             const QString failed = failedRows(m_model.piholeChecks());
             return failed.isEmpty() ? outcomeProblem(m_model, QStringLiteral("pihole")) : failed;
