@@ -61,7 +61,7 @@ Flow<> AppModel::finishStart()
     const QString problem = co_await makeRoom();
     tellStart(problem, {});
     if (!problem.isEmpty()) {
-        co_await refreshStatus(true);
+        co_await refreshStatus(Stats::Include);
         co_return;
     }
     const QStringList start{QStringLiteral("start"), kContainerName};
@@ -113,7 +113,7 @@ Flow<> AppModel::afterControl(CommandResult result, Activity done)
     if (done != Activity::StopContainer && result.succeeded())
         co_await refreshAfterStart();
     else
-        co_await refreshStatus(true);
+        co_await refreshStatus(Stats::Include);
 }
 
 Flow<> AppModel::toggleStartStop()

@@ -78,13 +78,14 @@ Flow<> AppModel::bootstrap()
 
 Flow<> AppModel::poll()
 {
-    for (bool includeStats = true;; includeStats = !includeStats) {
+    for (int pass = 0;; ++pass) {
+        const Stats stats = pass % 2 == 0 ? Stats::Include : Stats::Leave;
         const bool answered = answering() || !statusChecked();
         // Whoever looks already will tell.
-        if (!m_refreshing && !starting()) co_await refreshStatus(includeStats);
+        if (!m_refreshing && !starting()) co_await refreshStatus(stats);
         if (answering() && mayCount()) co_await m_repair.endPermissions();
         // Counters that went with the answers come back with them.
-        if (!answered && answering() && !includeStats && mayCount()) co_await refreshStats();
+        if (!answered && answering() && stats == Stats::Leave && mayCount()) co_await refreshStats();
         co_await putRight();
         co_await m_clock.pause(kPollInterval);
     }

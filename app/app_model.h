@@ -64,7 +64,7 @@ public:
     // The live status: status.cpp
 
     /// Asked for while a refresh is under way, it is done right after that one.
-    [[nodiscard]] Flow<> refreshStatus(bool includeStats);
+    [[nodiscard]] Flow<> refreshStatus(Stats stats);
     [[nodiscard]] Flow<> refreshStats();
     /// What follows whatever has just started Pi-hole anew: looks every second until it answers or 10 seconds are over,
     /// says meanwhile that it is starting, and ends in a refresh with counters.
@@ -222,12 +222,12 @@ private:
     void setNote(const QString &key, const QString &text);
     [[nodiscard]] Flow<> poll();
     void followListsRun();
-    [[nodiscard]] Flow<> look(bool includeStats);
+    [[nodiscard]] Flow<> look(Stats stats);
     void followOutage(bool undisturbed);
     [[nodiscard]] Flow<> comeBack();
     [[nodiscard]] Flow<> tryToComeBack();
     void noteProtection();
-    [[nodiscard]] Flow<> readHistory(bool withCounters);
+    [[nodiscard]] Flow<> readHistory(Stats stats);
     [[nodiscard]] Flow<> readTopBlocked(bool counted, bool newest);
     void tellApi(const QString &about, const std::optional<PiholeAPIError> &error);
     void tellStart(const QString &message, const QString &note);

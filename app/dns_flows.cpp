@@ -155,7 +155,7 @@ Flow<> AppModel::proveLookups()
     co_await explainMissingNames(&mark, kSystem, unread.isEmpty() && found.size() < kTestLookups);
     const bool listedFirst = report.firstIsPihole && unread.isEmpty() && found.isEmpty();
     if (listedFirst && notes().value(kSystem).toString().isEmpty()) setNote(kSystem, hiddenDnsDetour());
-    co_await refreshStatus(false);
+    co_await refreshStatus(Stats::Leave);
 }
 
 /// Looks for the names in Pi-hole's query log until all are there, a read fails, or three reads were made. Answers why
@@ -209,7 +209,7 @@ Flow<> AppModel::restoreOldSettings(Place::Name from)
     }
     co_await loadServices();
     if (!restored.failure) co_await dropBrowserRule();
-    co_await refreshStatus(false); // the dot follows at once
+    co_await refreshStatus(Stats::Leave); // the dot follows at once
 }
 
 } // namespace corvane

@@ -26,14 +26,15 @@ void AppModel::showHistory(bool shown)
     if (m_historyShown == shown) return;
     m_historyShown = shown;
     m_historyUnread = shown;
-    if (shown && answering()) launch(readHistory(true));
+    if (shown && answering()) launch(readHistory(Stats::Include));
 }
 
 /// One request beside a refresh: what was asked comes with the counters, the names in turn with what tells which of
 /// them nobody asked for. All three at first.
-Flow<> AppModel::readHistory(bool withCounters)
+Flow<> AppModel::readHistory(Stats stats)
 {
     if (!m_historyShown || !answering() || !mayCount()) co_return;
+    const bool withCounters = stats == Stats::Include;
     const bool everything = std::exchange(m_historyUnread, false);
     configureAPI();
     if (everything || withCounters) {

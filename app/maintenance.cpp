@@ -77,7 +77,7 @@ Flow<> AppModel::performUpdate()
     if (updated)
         co_await runPiholeTests(Wait::ForStart);
     else
-        co_await refreshStatus(true);
+        co_await refreshStatus(Stats::Include);
     co_await putRight();
 }
 

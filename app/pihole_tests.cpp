@@ -78,7 +78,7 @@ Flow<> AppModel::runPiholeTests(Wait wait)
     recordOutcome(QStringLiteral("pihole"), allPassed,
                   allPassed ? QStringLiteral("Container, admin page and DNS answer all passed")
                             : QStringLiteral("At least one Pi-hole check failed"));
-    co_await refreshStatus(true);
+    co_await refreshStatus(Stats::Include);
 }
 
 void AppModel::showPiholeCheck(int row, CheckState state, const QString &detail)

@@ -136,7 +136,7 @@ Flow<> AppModel::bringBack()
     if (back)
         co_await runPiholeTests(Wait::ForStart);
     else
-        co_await refreshStatus(true);
+        co_await refreshStatus(Stats::Include);
     co_await putRight();
 }
 

@@ -74,7 +74,7 @@ Flow<> AppModel::removePihole()
     co_await removeContainer();
     setDnsMessage(restored.remark);
     co_await loadServices();
-    co_await refreshStatus(false);
+    co_await refreshStatus(Stats::Leave);
 }
 
 Flow<> AppModel::removeContainer()

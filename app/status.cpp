@@ -30,23 +30,24 @@ constexpr std::chrono::seconds kBetweenLooks{1};
 
 } // namespace
 
-Flow<> AppModel::refreshStatus(bool includeStats)
+Flow<> AppModel::refreshStatus(Stats stats)
 {
     m_refreshAgain = m_refreshing;
-    m_refreshAgainWithStats = m_refreshing && (m_refreshAgainWithStats || includeStats);
+    m_refreshAgainWithStats = m_refreshing && (m_refreshAgainWithStats || stats == Stats::Include);
     if (m_refreshing) co_return;
     m_refreshing = true;
     const auto done = qScopeGuard([model = QPointer<AppModel>(this)] {
         if (model) model->m_refreshing = false;
     });
-    co_await look(includeStats);
+    co_await look(stats);
     // Who asked meanwhile did so because something had changed.
     while (std::exchange(m_refreshAgain, false)) {
-        co_await look(std::exchange(m_refreshAgainWithStats, false));
+        const bool withStats = std::exchange(m_refreshAgainWithStats, false);
+        co_await look(withStats ? Stats::Include : Stats::Leave);
     }
 }
 
-Flow<> AppModel::look(bool includeStats)
+Flow<> AppModel::look(Stats stats)
 {
     const int changes = m_activities.changesBegun();
     const bool free = m_activities.mayBegin(Activity::StartContainer);
@@ -77,10 +78,10 @@ Flow<> AppModel::look(bool includeStats)
         setBlocking(std::nullopt);
         if (apiMessage().startsWith(kPaused)) setApiMessage({});
         m_repair.forgetRules();
-    } else if (includeStats && mayCount()) {
+    } else if (stats == Stats::Include && mayCount()) {
         co_await refreshStats();
     }
-    co_await readHistory(includeStats);
+    co_await readHistory(stats);
 }
 
 /// Whether there is a password to read the counters with, or may be one.
@@ -118,7 +119,7 @@ Flow<> AppModel::refreshAfterStart()
         const bool answers = co_await PiholeController::knowsItsName();
         if (watch != m_newestWatch) co_return;
         // It may have been the last answer before the restart; then this look finds nothing, and says nothing.
-        if (answers) co_await refreshStatus(true);
+        if (answers) co_await refreshStatus(Stats::Include);
         if (watch != m_newestWatch) co_return;
         told = answers && statusChecked();
         if (told || m_clock.now() >= deadline) break;
@@ -126,7 +127,7 @@ Flow<> AppModel::refreshAfterStart()
         if (watch != m_newestWatch) co_return;
     }
     setStarting(false);
-    if (!told) co_await refreshStatus(true);
+    if (!told) co_await refreshStatus(Stats::Include);
     // The web server comes a moment after the resolver.
     while (answering() && apiMessage() == silence && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenLooks);

@@ -147,7 +147,7 @@ void Commands::applyDNS() { launch(m_app.applyDNS()); }
 void Commands::loadServices()
 {
     launch(m_app.loadServices());
-    launch(m_app.refreshStatus(false)); // the servers in use
+    launch(m_app.refreshStatus(Stats::Leave)); // the servers in use
 }
 
 void Commands::runSystemTest() { launch(m_app.runSystemTest()); }

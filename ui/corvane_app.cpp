@@ -57,7 +57,7 @@ void CorvaneApp::start()
         systemApplicationMenu({[this] { m_windows.comeForward(); }, [this] { openSettings(); }, [this] { quit(); },
                                [this] { endWithSession(); }, [this] { m_workspace->open(kHomepage); }});
     m_wakeSignals = systemWakeSignals();
-    connect(m_wakeSignals.get(), &WakeSignals::woke, this, [this] { launch(m_model.refreshStatus(true)); });
+    connect(m_wakeSignals.get(), &WakeSignals::woke, this, [this] { launch(m_model.refreshStatus(Stats::Include)); });
     m_watching = platform::keepWatching();
     m_windows.openMain();
     // Without it Corvane works on; whoever asks then is told that it does not answer.

@@ -55,7 +55,7 @@ double runPass(AppModel &model)
 {
     QElapsedTimer timer;
     timer.start();
-    QCoro::waitFor(model.refreshStatus(false));
+    QCoro::waitFor(model.refreshStatus(Stats::Leave));
     return milliseconds(timer);
 }
 

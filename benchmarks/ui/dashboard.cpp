@@ -31,8 +31,8 @@ const QStringList kSections{QStringLiteral("DayBox"), QStringLiteral("RepairBox"
 
 void look(AppModel &model)
 {
-    QCoro::waitFor(model.refreshStatus(true));
-    QCoro::waitFor(model.refreshStatus(false));
+    QCoro::waitFor(model.refreshStatus(Stats::Include));
+    QCoro::waitFor(model.refreshStatus(Stats::Leave));
 }
 
 /// The dashboard's text without these sections.

@@ -140,7 +140,7 @@ TEST_F(RealEngine, A_machine_that_stops_takes_docker_away_and_brings_pihole_back
 {
     setUpPihole();
     Mac::ctl(QStringLiteral("engine stop"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().containerState(), ContainerState::dockerDown());
     EXPECT_FALSE(model().answering());
     run(model().stopPihole());

@@ -93,7 +93,7 @@ QString missingAfterMending(AppModel &model)
 
 void pointAtPihole(AppModel &model)
 {
-    toEnd(model.refreshStatus(false));
+    toEnd(model.refreshStatus(Stats::Leave));
     toEnd(model.loadServices());
     toEnd(model.applyDNS());
 }
@@ -106,7 +106,7 @@ QString missingAfterPointing(AppModel &model)
 
 void restore(AppModel &model)
 {
-    toEnd(model.refreshStatus(true));
+    toEnd(model.refreshStatus(Stats::Include));
     toEnd(model.restoreOldSettings());
     toEnd(model.runAllTests());
 }
@@ -122,7 +122,7 @@ QString missingAfterRestore(AppModel &model)
 void proveABrowser(AppModel &model)
 {
     model.setBrowserReadAllowed(true);
-    toEnd(model.refreshStatus(true));
+    toEnd(model.refreshStatus(Stats::Include));
     toEnd(model.scanBrowsers());
     toEnd(model.proveBrowser(QStringLiteral("safari")));
 }
@@ -136,11 +136,11 @@ QString missingAfterProof(AppModel &model)
 void liveADay(AppModel &model)
 {
     model.showHistory(true);
-    toEnd(model.refreshStatus(true));
+    toEnd(model.refreshStatus(Stats::Include));
     toEnd(model.repair()->allow(QStringLiteral("doubleclick.net"), false));
     toEnd(model.pauseBlocking(PauseLength::OneHour));
     toEnd(model.loadBlockLists());
-    toEnd(model.refreshStatus(true));
+    toEnd(model.refreshStatus(Stats::Include));
     toEnd(model.resumeBlocking());
 }
 
@@ -168,11 +168,11 @@ QString missingAfterADay(AppModel &model)
 void comeBack(AppModel &model)
 {
     model.comeback()->setStartsAgain(true);
-    toEnd(model.refreshStatus(false));
+    toEnd(model.refreshStatus(Stats::Leave));
     Mac::ctl(QStringLiteral("engine stop"));
-    toEnd(model.refreshStatus(false));
+    toEnd(model.refreshStatus(Stats::Leave));
     Story::settle(model, [&model] { return !model.comeback()->watched(); });
-    toEnd(model.refreshStatus(false));
+    toEnd(model.refreshStatus(Stats::Leave));
 }
 
 /// Whoever is without an answer of Pi-hole's reads what was done about it.
@@ -185,7 +185,7 @@ QString missingAfterComingBack(AppModel &model)
 
 void report(AppModel &model)
 {
-    toEnd(model.refreshStatus(true));
+    toEnd(model.refreshStatus(Stats::Include));
     toEnd(model.makeReport());
 }
 

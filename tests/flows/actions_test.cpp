@@ -18,7 +18,7 @@ protected:
 
 TEST_F(Running, A_pause_lasts_300_seconds_and_says_5_minutes)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     run(model().togglePause());
     ASSERT_TRUE(model().blocking());
     EXPECT_FALSE(model().blocking()->enabled);
@@ -60,7 +60,7 @@ TEST_F(Running, A_pause_that_pihole_does_not_hear_is_told)
 
 TEST_F(Running, Stop_start_and_restart_do_what_they_say)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     run(model().toggleStartStop());
     EXPECT_EQ(model().containerState().kind(), ContainerState::Kind::Stopped);
     EXPECT_FALSE(model().answering());
@@ -78,7 +78,7 @@ TEST_F(Running, Stop_start_and_restart_do_what_they_say)
 
 TEST_F(Running, A_second_press_while_the_container_stops_does_nothing)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     Flow<> first = model().stopPihole();
     EXPECT_TRUE(model().busy().contains(QStringLiteral("container")));
     run(model().restartPihole());
@@ -107,7 +107,7 @@ TEST_F(Running, Starting_without_a_container_names_the_step_that_makes_one)
 
 TEST_F(DeadEngine, Start_brings_up_colima_first_and_pihole_after_it)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().showDeadDNSBanner());
     run(model().startPiholeNow());
     EXPECT_TEXT(model().maintOp()->title(), "Starting Colima");

@@ -37,7 +37,7 @@ protected:
         Mac::ctl(QStringLiteral("pihole times real"));
         Mac::ctl(QStringLiteral("pihole login-limit 100"));
         relaunchInRealTime();
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
 
     void expectProtectedWithCounters()
@@ -104,7 +104,7 @@ TEST_F(TrueTimes, A_new_web_port_ends_in_green_with_counters_and_never_shows_red
 
 TEST_F(Protected, A_pihole_that_does_not_come_is_told_after_ten_seconds)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     const auto before = clock.waited();
     Mac::ctl(QStringLiteral("fault dig fail 9"));
     auto restart = model().restartPihole();
@@ -121,7 +121,7 @@ TEST_F(Protected, A_pihole_that_does_not_come_is_told_after_ten_seconds)
 
 TEST_F(Protected, A_container_that_does_not_run_is_not_waited_for)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     const auto before = clock.waited();
     Mac::ctl(QStringLiteral("container stop"));
     run(model().refreshAfterStart());
@@ -131,11 +131,11 @@ TEST_F(Protected, A_container_that_does_not_run_is_not_waited_for)
 
 TEST_F(Protected, A_refresh_that_finds_nothing_while_pihole_starts_says_nothing)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     Mac::ctl(QStringLiteral("fault dig fail 9"));
     auto watch = model().refreshAfterStart();
     waitFor([this] { return model().starting(); }, "Pi-hole starts");
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().icon(), MenuIcon::Unknown);
     Mac::ctl(QStringLiteral("fault clear"));
     run(std::move(watch));
@@ -145,8 +145,8 @@ TEST_F(Protected, A_refresh_that_finds_nothing_while_pihole_starts_says_nothing)
 TEST_F(Running, A_refresh_asked_for_during_a_refresh_is_done_right_after_it)
 {
     Mac::ctl(QStringLiteral("fault docker late 0.3 --at 1"));
-    auto first = model().refreshStatus(false);
-    run(model().refreshStatus(true));
+    auto first = model().refreshStatus(Stats::Leave);
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(model().statusChecked()) << "the second does not wait for the first";
     run(std::move(first));
     EXPECT_EQ(Mac::calls(QStringLiteral("scutil")).size(), 2);

@@ -18,7 +18,7 @@ protected:
         write(QDir::home().filePath(
                   QStringLiteral("Library/Application Support/BraveSoftware/Brave-Browser/Local State")),
               "{}");
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
         model().setBrowserReadAllowed(true);
         run(model().scanBrowsers());
     }
@@ -111,7 +111,7 @@ TEST_F(BrowserProofFlow, Firefox_is_known_to_be_told_to_leave_its_secure_dns_off
 {
     EXPECT_EQ(model().firefoxToldOff(), true);
     Mac::ctl(QStringLiteral("pihole silent on"));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     run(model().scanBrowsers());
     EXPECT_EQ(model().firefoxToldOff(), std::nullopt);
 }

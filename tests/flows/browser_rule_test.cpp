@@ -17,7 +17,7 @@ protected:
     {
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
         Mac::ctl(QStringLiteral("pihole login-limit 1000")); // these tests log in faster than people
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         run(model().loadServices());
     }
 
@@ -104,7 +104,7 @@ TEST_F(BrowserRuleFlow, Is_put_back_by_the_poll_when_it_has_gone)
     run(model().applyDNS());
     ASSERT_TRUE(QCoro::waitFor(model().api().removeRule(kKind, kExpression)));
     QCoro::waitFor(clock.pause(std::chrono::minutes(1)));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(rule());
     EXPECT_EQ(model().browserRule(), BrowserRule::InPlace);
 }
@@ -115,7 +115,7 @@ TEST_F(BrowserRuleFlow, Survives_a_restart_of_pihole_and_of_corvane)
     run(model().restartPihole());
     ASSERT_TRUE(rule());
     relaunch();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().browserRule(), BrowserRule::InPlace);
 }
 
@@ -142,7 +142,7 @@ TEST_F(BrowserRuleFlow, Leaves_nothing_behind_when_the_prompt_is_cancelled)
 {
     Mac::ctl(QStringLiteral("prompt cancel"));
     run(model().applyDNS());
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(rule());
 }
 
@@ -153,7 +153,7 @@ TEST_F(BrowserRuleFlow, Is_taken_away_later_when_pihole_was_down_at_the_restore)
     run(model().restoreOldSettings());
     Mac::ctl(QStringLiteral("container start"));
     relaunch();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(rule());
 }
 
@@ -161,7 +161,7 @@ TEST_F(BrowserRuleFlow, Stays_while_a_vpn_is_in_front)
 {
     run(model().applyDNS());
     Mac::ctl(QStringLiteral("vpn on 10.8.0.1"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(rule()) << "the Mac goes back to its own servers when the VPN ends";
 }
 
@@ -187,11 +187,11 @@ TEST_F(BrowserRuleFlow, Was_without_effect_when_pihole_was_silent)
 {
     run(model().applyDNS());
     Mac::ctl(QStringLiteral("pihole silent on"));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_EQ(model().browserRule(), BrowserRule::Interrupted);
     Mac::ctl(QStringLiteral("pihole silent off"));
     QCoro::waitFor(clock.pause(std::chrono::minutes(1)));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().browserRule(), BrowserRule::Interrupted) << "the browser does not come back by itself";
 }
 
@@ -234,10 +234,10 @@ TEST_F(BrowserRuleFlow, That_came_with_an_old_backup_is_taken_away)
     user.picks(QDir::home().filePath(QStringLiteral("with-rule.zip")));
     run(model().exportBackup());
     run(model().restoreOldSettings());
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_FALSE(rule());
     run(model().importBackup());
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(rule());
 }
 

@@ -30,7 +30,7 @@ protected:
     {
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
         Mac::ctl(QStringLiteral("pihole login-limit 1000")); // these tests log in faster than people
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         run(model().loadServices());
     }
 
@@ -92,7 +92,7 @@ TEST_F(DnsStep, While_pihole_does_not_answer_nothing_is_asked_or_changed)
 {
     model().setDnsMessage(QStringLiteral("old"));
     Mac::ctl(QStringLiteral("container stop"));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     run(model().applyDNS());
     EXPECT_TEXT(model().dnsMessage(),
                 "Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step 4 first.");
@@ -265,7 +265,7 @@ TEST_F(DnsStep, A_model_that_goes_away_at_any_moment_of_a_change_ends_it_quietly
     for (int milliseconds : {0, 5, 20, 60, 150}) {
         Mac::reset(QStringLiteral("running"));
         relaunch();
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         run(model().loadServices());
         launch(model().applyDNS());
         bool passedBy = false;

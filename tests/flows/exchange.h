@@ -38,7 +38,7 @@ protected:
     /// What a start of Corvane does: it looks at the container, and then compares.
     void compare()
     {
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         run(model().putRight());
     }
 

@@ -11,7 +11,7 @@ protected:
     Forgotten()
     {
         Mac::ctl(QStringLiteral("pihole login-limit 100"));
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
         run(model().loadServices());
     }
 

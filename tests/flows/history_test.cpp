@@ -27,7 +27,7 @@ qint64 ownIn(AppModel &model)
 
 TEST_F(Protected, Nothing_is_read_of_the_day_while_nobody_looks)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(model().history());
     EXPECT_FALSE(model().topBlocked());
 }
@@ -35,46 +35,46 @@ TEST_F(Protected, Nothing_is_read_of_the_day_while_nobody_looks)
 TEST_F(Protected, The_day_is_read_while_it_is_shown_and_no_longer)
 {
     model().showHistory(true);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_TRUE(model().history());
     EXPECT_EQ(model().history()->size(), 145);
     EXPECT_TRUE(model().topBlocked());
     const qint64 before = askedIn(model());
     model().showHistory(false);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(askedIn(model()), before);
 }
 
 TEST_F(Protected, Every_question_of_corvanes_own_is_counted)
 {
     model().showHistory(true);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     const qint64 others = askedIn(model()) - ownIn(model());
     for (int look = 0; look < 3; ++look)
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     run(model().runBlockingTest());
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(askedIn(model()) - ownIn(model()), others) << "nobody else has asked";
 }
 
 TEST_F(Protected, What_the_dot_said_is_recorded)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().day().record().spans().last().state, Protection::Protected);
     run(model().pauseBlocking());
     EXPECT_EQ(model().day().record().spans().last().state, Protection::NotBlocking);
     run(model().resumeBlocking());
     Mac::ctl(QStringLiteral("container stop"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().day().record().spans().last().state, Protection::Backup);
 }
 
 TEST_F(Protected, A_pihole_that_is_gone_leaves_the_day_that_was_read)
 {
     model().showHistory(true);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     Mac::ctl(QStringLiteral("container stop"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().history());
     EXPECT_FALSE(model().summary());
 }
@@ -82,9 +82,9 @@ TEST_F(Protected, A_pihole_that_is_gone_leaves_the_day_that_was_read)
 TEST_F(Protected, A_pihole_that_refuses_is_told_beside_the_picture)
 {
     model().showHistory(true);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     model().setAdminPassword(QStringLiteral("not-the-password"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().historyProblem(), "Pi-hole refused the admin password.");
     EXPECT_TRUE(model().history());
 }
@@ -93,7 +93,7 @@ TEST_F(Protected, Hidden_names_are_told_from_no_names)
 {
     Mac::ctl(QStringLiteral("pihole privacy 1"));
     model().showHistory(true);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_TRUE(model().topBlocked());
     EXPECT_TRUE(model().topBlocked()->hidden);
 }

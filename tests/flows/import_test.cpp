@@ -43,8 +43,8 @@ TEST_F(Imports, The_counters_afterwards_are_those_of_the_pihole_that_started_ane
     user.picks(QDir::home().filePath(QStringLiteral("mine.zip")));
     run(model().exportBackup());
     for (int i = 0; i < 30; ++i)
-        run(model().refreshStatus(false));
-    run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Leave));
+    run(model().refreshStatus(Stats::Include));
     const qint64 before = model().summary()->total;
     ASSERT_GE(before, 30);
     import("mine.zip");

@@ -31,7 +31,7 @@ const QString kNotYet =
 
 TEST_F(SilentKeychain, The_dot_is_green_before_the_keychain_answers)
 {
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_EQ(model().icon(), MenuIcon::Active);
     EXPECT_FALSE(model().passwordKnown());
     answer();
@@ -40,7 +40,7 @@ TEST_F(SilentKeychain, The_dot_is_green_before_the_keychain_answers)
 
 TEST_F(SilentKeychain, A_late_answer_brings_the_counters_at_once)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(model().summary());
     EXPECT_EQ(model().apiMessage(), kNotYet);
     answer();

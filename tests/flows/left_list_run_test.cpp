@@ -10,7 +10,7 @@ protected:
     LeftListRun()
     {
         Mac::ctl(QStringLiteral("pihole login-limit 100"));
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
 
     /// Begins a run that takes Pi-hole so many times longer than a real one, and ends Corvane in the middle of it.
@@ -33,7 +33,7 @@ TEST_F(LeftListRun, Is_waited_for_while_it_may_still_be_under_way)
 {
     leaveInTheMiddle(4);
     EXPECT_TEXT(verdict(), "");
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_TRUE(loading());
     EXPECT_TEXT(model().listRun()->progress(),
                 "Pi-hole may still be loading its block lists: Corvane was closed in the middle of it.");
@@ -42,7 +42,7 @@ TEST_F(LeftListRun, Is_waited_for_while_it_may_still_be_under_way)
     waitFor([this] { return !loading(); }, "the end of the run");
     EXPECT_TEXT(verdict(), "The block lists are loaded.");
     relaunch();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(verdict(), "") << "it is told once";
 }
 
@@ -58,7 +58,7 @@ TEST_F(LeftListRun, That_came_to_its_end_meanwhile_is_told_with_the_lists_that_f
             return now && now->listsRun != before;
         },
         "Pi-hole to be done");
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     waitFor([this] { return quiet(); }, "rest");
     EXPECT_TEXT(verdict(),
                 "The block lists were loaded while Corvane was closed.\n"
@@ -72,7 +72,7 @@ TEST_F(LeftListRun, That_was_cut_off_is_told_to_be_so)
     Mac::ctl(QStringLiteral("container kill"));
     Mac::ctl(QStringLiteral("container start"));
     clock.sleep(std::chrono::minutes(11));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(loading());
     EXPECT_TEXT(verdict(), "Corvane was closed while Pi-hole loaded its block lists, and that run did not come to its "
                            "end. The older lists are in use. Refresh them again.");
@@ -83,7 +83,7 @@ TEST_F(LeftListRun, That_ended_before_corvane_did_leaves_nothing_to_tell)
     run(model().loadBlockLists());
     EXPECT_TEXT(verdict(), "The block lists are loaded.");
     relaunch();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(verdict(), "");
     EXPECT_FALSE(loading());
 }

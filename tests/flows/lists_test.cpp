@@ -10,7 +10,7 @@ protected:
     Lists()
     {
         Mac::ctl(QStringLiteral("pihole login-limit 100"));
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
 
     std::string verdict() { return model().notes().value(QStringLiteral("lists")).toString().toStdString(); }
@@ -66,7 +66,7 @@ TEST_F(Lists, A_damaged_database_is_told_and_repaired_by_a_run)
     run(model().loadBlockLists()); // which keeps a backup
     Mac::ctl(QStringLiteral("pihole gravity damaged"));
     relaunch();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(model().listsEmpty()) << "Pi-hole still counts names";
     run(model().repair()->endPermissions());
     EXPECT_TRUE(model().listsEmpty());

@@ -44,7 +44,7 @@ protected:
 
     void usePihole()
     {
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
         run(model().loadServices());
         run(model().applyDNS());
         step("this Mac uses Pi-hole", model().dnsMessage(), "DNS changed.");
@@ -179,7 +179,7 @@ TEST_F(Story, From_the_first_browser_to_the_removal)
     EXPECT_TRUE(model().showWizard());
     // A look that began before the removal may still be under way, and then there is no other.
     const auto looksStopped = [this] {
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         return model().icon() == MenuIcon::Stopped;
     };
     waitFor(looksStopped, "the status tells of the removal");

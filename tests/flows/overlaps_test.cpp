@@ -14,7 +14,7 @@ protected:
     {
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
         Mac::ctl(QStringLiteral("pihole login-limit 1000"));
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         run(model().loadServices());
     }
 
@@ -51,7 +51,7 @@ protected:
 TEST_F(Overlaps, A_change_is_proved_by_its_own_test_whichever_runs_already)
 {
     relaunchInRealTime(); // the earlier test lasts longer than the change
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     run(model().loadServices());
     user.beforeAnswering([this] { launch(model().runSystemTest()); });
     run(model().applyDNS());

@@ -11,7 +11,7 @@ protected:
     PauseLengths()
     {
         Mac::ctl(QStringLiteral("pihole login-limit 100"));
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
 
     /// The Mac has slept, and Pi-hole's timer with it, until so long before the pause should end.
@@ -55,11 +55,11 @@ TEST_F(PauseLengths, Tomorrow_morning_comes_also_while_the_mac_sleeps)
 {
     run(model().pauseBlocking(PauseLength::UntilMorning));
     wakeUp(600);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_LE(left(), 600);
     EXPECT_GT(left(), 500);
     wakeUp(-60);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().blocking()->enabled) << "the morning has come";
 }
 
@@ -67,7 +67,7 @@ TEST_F(PauseLengths, An_hour_is_counted_by_pihole_which_sleeps_with_the_mac)
 {
     run(model().pauseBlocking(PauseLength::OneHour));
     wakeUp(60);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_GT(left(), 3500);
 }
 

@@ -13,7 +13,7 @@ protected:
     Pauses()
     {
         Mac::ctl(QStringLiteral("pihole login-limit 100"));
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
 
     /// Docker, or the Mac, starts Pi-hole anew behind Corvane's back; its timer is gone.
@@ -59,7 +59,7 @@ TEST_F(Pauses, A_pause_still_ends_when_docker_restarts_pihole)
 {
     run(model().pauseBlocking());
     restartBehindOurBack();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     expectPausedForAWhile();
 }
 
@@ -68,7 +68,7 @@ TEST_F(Pauses, A_pause_still_ends_when_corvane_was_started_anew)
     run(model().pauseBlocking());
     relaunch();
     restartBehindOurBack();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     expectPausedForAWhile();
 }
 
@@ -79,7 +79,7 @@ TEST_F(Pauses, A_pause_that_was_over_before_pihole_came_back_is_ended)
     pauseEnded(3600);
     relaunch();
     Mac::ctl(QStringLiteral("container start"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     expectBlocking();
 }
 
@@ -88,7 +88,7 @@ TEST_F(Pauses, A_clock_that_is_set_back_makes_no_pause_longer)
     run(model().pauseBlocking());
     pauseEnded(-86'400);
     restartBehindOurBack();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     expectPausedForAWhile();
 }
 
@@ -97,7 +97,7 @@ TEST_F(Pauses, A_pause_that_was_ended_does_not_come_back)
     run(model().pauseBlocking());
     run(model().resumeBlocking());
     restartBehindOurBack();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     expectBlocking();
 }
 
@@ -105,10 +105,10 @@ TEST_F(Pauses, A_pause_that_ran_out_concerns_no_later_one)
 {
     run(model().pauseBlocking());
     Mac::ctl(QStringLiteral("pihole advance 301"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     expectBlocking();
     EXPECT_TRUE(QCoro::waitFor(model().api().setBlocking(false, std::nullopt)));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_TRUE(model().blocking());
     EXPECT_FALSE(model().blocking()->enabled) << "somebody else switched it off, on Pi-hole's own page";
     EXPECT_TEXT(model().statusNote(), "Blocking is off until you resume it.");
@@ -119,7 +119,7 @@ TEST_F(Pauses, A_backup_that_is_made_during_a_pause_does_not_carry_it)
     run(model().pauseBlocking());
     user.picks(QDir::home().filePath(QStringLiteral("paused.zip")));
     run(model().exportBackup());
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     expectPausedForAWhile();
 
     run(model().resumeBlocking());
@@ -147,7 +147,7 @@ TEST_F(Pauses, A_pause_that_pihole_refused_is_none)
     model().setAdminPassword(password);
     model().configureAPI();
     EXPECT_TRUE(QCoro::waitFor(model().api().setBlocking(false, std::nullopt)));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_TRUE(model().blocking());
     EXPECT_FALSE(model().blocking()->enabled);
     EXPECT_FALSE(model().blocking()->timerSeconds);

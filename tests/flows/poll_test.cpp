@@ -35,7 +35,7 @@ TEST_F(Running, The_poll_reads_the_counters_at_its_first_pass_and_every_second_o
 TEST_F(Protected, The_dot_stays_gray_until_the_resolvers_were_read)
 {
     Mac::ctl(QStringLiteral("fault scutil late 0.5"));
-    auto first = model().refreshStatus(false);
+    auto first = model().refreshStatus(Stats::Leave);
     waitFor([this] { return model().containerState().isRunning(); }, "the container was read");
     EXPECT_FALSE(model().statusChecked());
     EXPECT_EQ(model().icon(), MenuIcon::Unknown);
@@ -45,12 +45,12 @@ TEST_F(Protected, The_dot_stays_gray_until_the_resolvers_were_read)
 
 TEST_F(Protected, No_colour_shows_that_never_was)
 {
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     QList<MenuIcon> icons;
     QObject::connect(&model(), &AppModel::iconChanged, &model(), [this, &icons] { icons.append(model().icon()); });
     Mac::ctl(QStringLiteral("container stop"));
     Mac::ctl(QStringLiteral("vpn on 10.8.0.1"));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_EQ(icons, QList<MenuIcon>{MenuIcon::Stopped}) << "never red: the Mac did not use Pi-hole any more";
 }
 
@@ -59,7 +59,7 @@ TEST_F(Running, A_container_that_takes_its_time_to_stop_is_waited_for)
     // Docker itself gives a container ten seconds before it kills it.
     Mac::ctl(QStringList{QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("late"),
                          QStringLiteral("12"), QStringLiteral("--when"), QStringLiteral("stop *")});
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     run(model().stopPihole());
     EXPECT_TEXT(model().startMessage(), "");
     EXPECT_EQ(model().containerState().kind(), ContainerState::Kind::Stopped);

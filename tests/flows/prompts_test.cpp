@@ -11,7 +11,7 @@ protected:
     Prompt()
     {
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         run(model().loadServices());
     }
 
@@ -78,7 +78,7 @@ TEST_F(Prompt, Cancelling_it_for_a_restore_keeps_pihole_in_use)
     EXPECT_TEXT(model().dnsMessage(), kCancelled);
     EXPECT_TRUE(passed(model().outcomes(), QStringLiteral("system")));
     EXPECT_TEXT(model().notice(), "");
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TRUE(model().usedByMac());
     EXPECT_TRUE(quiet());
 }
@@ -88,7 +88,7 @@ TEST_F(Prompt, An_open_one_holds_nothing_else_up)
     Mac::ctl(QStringLiteral("prompt hang"));
     launch(model().applyDNS());
     waitFor([] { return Mac::prompts() == 1; }, "the prompt is shown");
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().answering()) << "the status goes on";
     EXPECT_TRUE(model().busy().contains(QStringLiteral("applydns")));
     EXPECT_TEXT(model().dnsMessage(), "");

@@ -176,7 +176,7 @@ TEST_F(CutOff, Nothing_is_concluded_while_something_else_changes_the_container)
 {
     leave(kNewTag, kOldTag);
     relaunch();
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     Mac::ctl(QStringLiteral("fault docker late 1 --when inspect*Config*"));
     launch(model().putRight());
     run(model().stopPihole());

@@ -54,7 +54,7 @@ protected:
         m_receiver.reset();
         relaunch();
         listen();
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
     void listen()
     {

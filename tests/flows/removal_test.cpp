@@ -256,7 +256,7 @@ TEST_F(Removal, Nothing_else_begins_while_it_runs)
 {
     protect();
     run(model().loadServices());
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     Mac::ctl(QStringLiteral("fault docker late 0.5 --when rm*"));
     launch(model().removePihole());
     waitFor([] { return Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("rm -f pihole")); }, "it removes");

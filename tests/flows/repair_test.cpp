@@ -20,7 +20,7 @@ protected:
     {
         Mac::ctl(QStringLiteral("pihole login-limit 100"));
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
     ~SiteThatDoesNotLoad() override { repair().stopWatching(); }
 

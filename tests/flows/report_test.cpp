@@ -18,7 +18,7 @@ protected:
     {
         QCoreApplication::setApplicationVersion(QStringLiteral("7.6.5"));
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
     }
 
     void expect(const char *line)

@@ -57,7 +57,7 @@ protected:
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
         QFile::remove(DNSBackup::file());
         QFile::remove(RestoreScript::file());
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
     }
 
     void apply(const QSet<QString> &names)

@@ -44,7 +44,7 @@ protected:
     Restoring()
     {
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
         run(model().loadServices());
     }
 

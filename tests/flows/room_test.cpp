@@ -192,7 +192,7 @@ TEST_F(NewMachine, The_name_service_of_the_machine_does_not_pass_for_a_stopped_p
 {
     const DigResult reply = QCoro::waitFor(PiholeController::ask(QStringLiteral("example.com")));
     ASSERT_TRUE(reply.answered()) << "the machine's dnsmasq answers";
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_FALSE(model().answering());
     EXPECT_EQ(model().icon(), MenuIcon::NotAnswering);
     EXPECT_TRUE(model().showDeadDNSBanner());

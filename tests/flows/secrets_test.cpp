@@ -137,7 +137,7 @@ TEST_F(Secrets, No_trouble_on_the_way_brings_a_password_out)
         Mac::ctl(QStringLiteral("fault clear"));
     }
     model().setAdminPassword(third); // Pi-hole refuses it, and the log is loaded
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     run(model().runBlockingTest());
     run(model().runSystemTest());
     run(model().loadLogs());

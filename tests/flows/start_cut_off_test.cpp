@@ -25,7 +25,7 @@ protected:
 
     void expectCounters(const char *message, const char *note)
     {
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
         EXPECT_TEXT(model().apiMessage(), message);
         EXPECT_TEXT(model().notes().value(QStringLiteral("api")).toString(), note);
     }

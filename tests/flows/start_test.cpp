@@ -219,7 +219,7 @@ TEST_F(Running, A_pull_that_fails_leaves_the_old_container_running)
     waitForOperation(model().startOp());
     EXPECT_FALSE(model().startOp()->succeeded());
     EXPECT_TEXT(dockerVerbs().join(u' '), "pull");
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TRUE(model().answering());
 }
 

@@ -4,7 +4,7 @@ namespace corvane::test {
 
 TEST_F(Bare, Without_tools_nothing_is_found_and_nothing_answers)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(model().hasBrew());
     EXPECT_FALSE(model().hasDocker());
     EXPECT_FALSE(model().dockerWorks());
@@ -31,7 +31,7 @@ TEST_F(Running, The_tools_and_the_engine_are_found)
 
 TEST_F(Running, A_pihole_that_this_mac_does_not_use_is_orange)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().icon(), MenuIcon::NotUsed);
     EXPECT_TEXT(model().statusLine(), "Pi-hole is answering, but this Mac does not use it");
     EXPECT_EQ(model().containerState(), ContainerState::running(QStringLiteral("healthy")));
@@ -42,24 +42,24 @@ TEST_F(Running, A_pihole_that_this_mac_does_not_use_is_orange)
 
 TEST_F(Protected, A_pihole_that_this_mac_uses_is_green_with_its_counters)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().icon(), MenuIcon::Active);
     EXPECT_TEXT(model().statusLine(), "Pi-hole is answering and this Mac uses it");
     ASSERT_TRUE(model().resolverReport());
     EXPECT_TRUE(model().resolverReport()->firstIsPihole);
     ASSERT_TRUE(model().summary());
     const qint64 before = model().summary()->total;
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_GT(model().summary()->total, before) << "the check's own question is counted";
     EXPECT_FALSE(model().showDeadDNSBanner());
 }
 
 TEST_F(Protected, A_dead_pihole_that_this_mac_uses_is_red_and_shows_no_old_counters)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_TRUE(model().summary());
     Mac::ctl(QStringLiteral("container stop"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().icon(), MenuIcon::NotAnswering);
     EXPECT_TEXT(model().statusLine(), "This Mac uses Pi-hole, but Pi-hole is not answering");
     EXPECT_EQ(model().containerState(), ContainerState::stopped(QStringLiteral("exited")));
@@ -71,7 +71,7 @@ TEST_F(Protected, A_dead_pihole_that_this_mac_uses_is_red_and_shows_no_old_count
 TEST_F(Protected, A_stopped_engine_is_told_apart_from_a_stopped_container)
 {
     Mac::ctl(QStringLiteral("engine stop"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().containerState(), ContainerState::dockerDown());
     EXPECT_EQ(model().icon(), MenuIcon::NotAnswering);
 }
@@ -79,7 +79,7 @@ TEST_F(Protected, A_stopped_engine_is_told_apart_from_a_stopped_container)
 TEST_F(Protected, A_vpn_in_front_means_that_this_mac_does_not_use_pihole)
 {
     Mac::ctl(QStringLiteral("vpn on 10.8.0.1"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().icon(), MenuIcon::NotUsed);
     EXPECT_TEXT(
         model().resolverReport()->warnings.join(u' '),
@@ -90,7 +90,7 @@ TEST_F(Protected, A_vpn_in_front_means_that_this_mac_does_not_use_pihole)
 TEST_F(Running, Without_a_password_the_status_is_kept_but_nothing_is_counted)
 {
     model().setAdminPassword({});
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().answering());
     EXPECT_FALSE(model().summary());
     EXPECT_TEXT(model().apiMessage(), "");
@@ -98,17 +98,17 @@ TEST_F(Running, Without_a_password_the_status_is_kept_but_nothing_is_counted)
 
 TEST_F(Running, A_refresh_without_counters_asks_the_api_nothing)
 {
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TRUE(model().answering());
     EXPECT_FALSE(model().summary());
 }
 
 TEST_F(Running, A_wrong_password_is_told_and_the_old_counters_stay)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     ASSERT_TRUE(model().summary());
     model().setAdminPassword(QStringLiteral("not-the-password"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().apiMessage(), "Pi-hole refused the admin password.");
     EXPECT_TRUE(model().summary());
 }
@@ -117,7 +117,7 @@ TEST_F(Running, Rubbish_from_every_tool_gives_a_status_and_no_crash)
 {
     for (const char *tool : {"docker", "scutil"})
         Mac::ctl(QStringLiteral("fault %1 rubbish").arg(QLatin1String(tool)));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().statusChecked());
     EXPECT_FALSE(model().usedByMac());
 }
@@ -134,10 +134,10 @@ TEST_F(Running, The_poll_refreshes_every_15_seconds)
 TEST_F(Running, A_model_that_goes_away_during_a_refresh_ends_it_quietly)
 {
     Mac::ctl(QStringLiteral("fault docker late 0.2"));
-    launch(model().refreshStatus(true));
+    launch(model().refreshStatus(Stats::Include));
     launch(model().bootstrap());
     relaunch();
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().statusChecked());
 }
 

@@ -17,7 +17,7 @@ protected:
     {
         Mac::ctl(QStringLiteral("pihole log-delay 0"));
         Mac::ctl(QStringLiteral("pihole login-limit 1000")); // these tests log in faster than people
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
     }
 };
 
@@ -101,12 +101,12 @@ TEST_F(SystemTest, Lookups_that_go_elsewhere_although_pihole_is_listed_first_are
 TEST_F(SystemTest, A_vpn_in_front_is_told_beside_the_status)
 {
     Mac::ctl(QStringLiteral("vpn on 10.8.0.1 split"));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TEXT(model().statusNote(),
                 "A VPN (utun4) has put its own DNS server first, so nothing is asked of Pi-hole "
                 "while it is connected. Disconnect it, or switch off its own DNS in its settings.");
     Mac::ctl(QStringLiteral("vpn off"));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TEXT(model().statusNote(), "");
 }
 

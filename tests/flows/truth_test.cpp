@@ -37,11 +37,11 @@ protected:
 
 TEST_F(Offline, The_status_tells_a_dead_network_from_a_dead_pihole)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_EQ(model().icon(), MenuIcon::Stopped);
     EXPECT_TEXT(model().statusNote(), kNothingBehind);
     Mac::ctl(QStringLiteral("internet on"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().statusNote(), "");
 }
 
@@ -58,7 +58,7 @@ TEST_F(Offline, The_tests_tell_it_beside_their_row_and_no_udp_help_is_needed)
 
 TEST_F(Overrun, Too_many_questions_are_told_by_status_and_tests)
 {
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().statusNote(), kRefuses);
     run(model().runPiholeTests(Wait::No));
     EXPECT_EQ(note(model(), "pihole"), kRefuses);
@@ -79,11 +79,11 @@ TEST_F(Running, Udp_that_does_not_arrive_is_no_reply)
 TEST_F(Running, A_container_that_runs_without_answering_is_told)
 {
     Mac::ctl(QStringLiteral("fault dig fail 9"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().statusLine(), "Pi-hole is stopped");
     EXPECT_TEXT(model().statusNote(), "Its container runs, but Pi-hole does not answer.");
     Mac::ctl(QStringLiteral("container health starting"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().statusNote(), "Its container runs and is still starting. Pi-hole does not answer yet.");
 }
 
@@ -119,7 +119,7 @@ TEST_F(Running, Another_blocking_mode_is_told_as_blocking)
 TEST_F(Running, A_pihole_without_lists_is_told_and_can_be_given_them)
 {
     Mac::ctl(QStringLiteral("pihole gravity empty"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().listsEmpty());
     EXPECT_TEXT(model().statusNote(), "Pi-hole has no block lists, so it blocks nothing.");
     run(model().runBlockingTest());
@@ -138,7 +138,7 @@ TEST_F(Running, A_pihole_without_lists_is_told_and_can_be_given_them)
 TEST_F(Running, A_pihole_that_never_had_lists_gets_them_by_one_press)
 {
     Mac::ctl(QStringLiteral("pihole gravity missing"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(model().listsEmpty());
     run(model().loadBlockLists());
     EXPECT_EQ(note(model(), "lists"), "The block lists are loaded.");
@@ -185,18 +185,18 @@ TEST_F(Protected, Names_that_pihole_hides_are_told_beside_the_tests_that_look_fo
 
 TEST_F(Protected, Answers_from_memory_alone_are_told_at_the_second_look)
 {
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     Mac::ctl(QStringLiteral("internet off"));
     Mac::ctl(QStringLiteral("pihole advance 400"));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TEXT(model().statusNote(), "") << "one old answer is usual";
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_EQ(model().icon(), MenuIcon::Active);
     EXPECT_TEXT(model().statusNote(), "Pi-hole answers from its memory only: the DNS server that it asks (1.1.1.1) "
                                       "does not answer. Check this Mac's connection (and any VPN).");
     Mac::ctl(QStringLiteral("internet on"));
-    run(model().refreshStatus(false));
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TEXT(model().statusNote(), "");
 }
 
@@ -204,18 +204,18 @@ TEST_F(Running, Full_seats_and_a_second_factor_are_told_as_what_they_are)
 {
     Mac::ctl(QStringLiteral("pihole login-limit 100"));
     Mac::ctl(QStringLiteral("pihole totp 123456"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().apiMessage(), "Pi-hole answered with HTTP 400");
     EXPECT_EQ(note(model(), "api"), "Pi-hole asks for a second factor at log-in, which Corvane cannot give. Switch "
                                     "two-factor log-in off on Pi-hole's web page.");
     Mac::ctl(QStringLiteral("pihole totp 0"));
     Mac::ctl(QStringLiteral("pihole seats 0"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().apiMessage(), "Pi-hole answered with HTTP 429");
     EXPECT_EQ(note(model(), "api"), "All of Pi-hole's places for sessions are taken. One becomes free by itself within "
                                     "30 minutes, or when somebody logs out of Pi-hole's web page.");
     Mac::ctl(QStringLiteral("pihole seats 16"));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TEXT(model().apiMessage(), "");
     EXPECT_EQ(note(model(), "api"), "");
 }
@@ -226,7 +226,7 @@ TEST_F(Stopped, An_engine_that_prints_no_version_is_none)
                          QStringLiteral("Cannot connect to the Docker daemon")});
     run(model().refreshTools());
     EXPECT_FALSE(model().dockerWorks());
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_EQ(model().containerState(), ContainerState::dockerDown());
 }
 

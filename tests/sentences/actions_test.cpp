@@ -81,7 +81,7 @@ TEST_F(Actions, Statistics_that_cannot_be_read_are_told)
     begin("running");
     openDashboard();
     mac("pihole web drop");
-    run(model().refreshStatus(true)); // as the poll does every few seconds
+    run(model().refreshStatus(Stats::Include)); // as the poll does every few seconds
     EXPECT_TRUE(appears("Pi-hole did not answer on 127.0.0.1."));
 }
 

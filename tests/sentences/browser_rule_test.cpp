@@ -36,7 +36,7 @@ protected:
         write(library.filePath(QStringLiteral("Google/Chrome/Local State")), "{}");
         write(library.filePath(QStringLiteral("Firefox/Profiles/a.default/prefs.js")), "");
         if (order) mac(order);
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
         openStep(7);
         model().setBrowserReadAllowed(true);
         pressButton("Check again");
@@ -101,13 +101,13 @@ TEST_F(BrowserRules, An_outage_and_a_pause_are_told_with_what_they_leave_behind)
     begin("protected");
     openStep(2);
     mac("pihole silent on");
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     EXPECT_TRUE(
         appears("While Pi-hole is silent, 1.1.1.1 answers, ads included, and Chrome, Edge and Brave may go over "
                 "to the secure DNS of 1.1.1.1, past Pi-hole. They stay there when Pi-hole is back. Quit a "
                 "browser that was open, and open it again."));
     mac("pihole silent off");
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     openStep(6);
     EXPECT_TRUE(appears(after));
 }
@@ -184,7 +184,7 @@ TEST_F(BrowserRules, Whoever_takes_the_lookups_is_told_in_step_6_and_on_the_dash
         "'Device Management' (General) and 'Private Relay' (iCloud), switch it off, and test again.";
     begin("protected");
     mac("vpn on 10.8.0.1");
-    run(model().refreshStatus(false));
+    run(model().refreshStatus(Stats::Leave));
     openStep(6);
     EXPECT_TRUE(appears(vpn));
     openDashboard();

@@ -80,7 +80,7 @@ TEST_F(DailyLife, Lists_that_fail_are_named)
                                                        "not be fetched. Its old copy stays in use."}));
     settle();
     mac("pihole advance 800000");
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
 }
 
 } // namespace corvane::test

@@ -80,14 +80,14 @@ TEST_F(DashboardTexts, Todays_numbers_and_the_state_of_blocking)
     pressButton("Pause blocking 5 minutes");
     EXPECT_TRUE(appears("Resume blocking"));
     mac("pihole advance 1");
-    run(model().refreshStatus(true)); // as the poll does every few seconds
+    run(model().refreshStatus(Stats::Include)); // as the poll does every few seconds
     EXPECT_TRUE(appears("Paused (5 min left)"));
     EXPECT_TRUE(menuItems().contains(QStringLiteral("Resume blocking")));
     pressButton("Resume blocking");
     EXPECT_TRUE(appears("Pause blocking 5 minutes"));
     // On Pi-hole's own page, blocking can be switched off for good.
     ASSERT_TRUE(QCoro::waitFor(model().api().setBlocking(false, std::nullopt)));
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(appears("Off"));
 }
 

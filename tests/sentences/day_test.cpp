@@ -21,7 +21,7 @@ protected:
         openDashboard();
     }
 
-    void look() { run(model().refreshStatus(true)); }
+    void look() { run(model().refreshStatus(Stats::Include)); }
 
     /// Whether the sentence in that place comes to look so.
     [[nodiscard]] testing::AssertionResult says(const char *place, const char *pattern)
@@ -92,7 +92,7 @@ TEST_F(TheDay, Is_young_when_pihole_was_just_set_up)
     EXPECT_TRUE(sums("1 question since \\d\\d:\\d\\d, 1 blocked \\(100\\.0 %\\)\\."));
     mac("pihole privacy 1");
     for (int pass = 0; pass < 2; ++pass) // the names and what explains them are read in turn
-        run(model().refreshStatus(false));
+        run(model().refreshStatus(Stats::Leave));
     EXPECT_TRUE(appears("Pi-hole shows no names (its privacy level)."));
 }
 

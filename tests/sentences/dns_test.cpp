@@ -84,7 +84,7 @@ TEST_F(Dns, A_change_that_cannot_begin_says_why)
     EXPECT_TRUE(appears("Pick at least one network service."));
     click(QStringLiteral("service1"));
     mac("container stop");
-    run(model().refreshStatus(false)); // as the poll does every few seconds
+    run(model().refreshStatus(Stats::Leave)); // as the poll does every few seconds
     pressButton("Change DNS...");
     EXPECT_TRUE(appears("Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step 4 first."));
 }

@@ -89,7 +89,7 @@ void OnScreen::startAgain(const std::function<void()> &meanwhile)
 void OnScreen::begin(const char *state)
 {
     start(state);
-    run(model().refreshStatus(true));
+    run(model().refreshStatus(Stats::Include));
     if (!model().containerState().isRunning()) return;
     mac("pihole log-delay 0");
     mac("pihole login-limit 1000"); // these tests log in faster than people

@@ -138,7 +138,7 @@ TEST_F(WizardTexts, Of_step_6_without_services_and_without_resolvers)
     EXPECT_TRUE(appears("Reading network services..."));
     settle();
     mac("fault scutil fail");
-    run(model().refreshStatus(false)); // as the poll does every few seconds
+    run(model().refreshStatus(Stats::Leave)); // as the poll does every few seconds
     EXPECT_TRUE(appears("DNS servers macOS uses now: unknown"));
 }
 

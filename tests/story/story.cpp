@@ -166,7 +166,7 @@ void Story::addDns()
         });
     add(
         QStringLiteral("The icon is green, and the set-up counts as finished"),
-        [this] { toEnd(m_model.refreshStatus(true)); },
+        [this] { toEnd(m_model.refreshStatus(Stats::Include)); },
         [this] {
             return unless(m_model.icon() == MenuIcon::Active && m_model.setupSucceeded() && m_model.wizardFinished(),
                           m_model.statusLine());
@@ -183,7 +183,7 @@ void Story::addReturn()
         });
     add(
         QStringLiteral("This Mac no longer asks Pi-hole, which still answers"),
-        [this] { toEnd(m_model.refreshStatus(false)); },
+        [this] { toEnd(m_model.refreshStatus(Stats::Leave)); },
         [this] { return unless(m_model.icon() == MenuIcon::NotUsed, m_model.statusLine()); });
 }
 

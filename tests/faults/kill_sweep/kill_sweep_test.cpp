@@ -173,7 +173,7 @@ void expectAgreement(const AppModel &model)
 void expectSetUp(NextStart &next, const char *flow)
 {
     AppModel &model = next.model;
-    next.run(model.refreshStatus(false));
+    next.run(model.refreshStatus(Stats::Leave));
     next.run(model.putRight());
     expectAgreement(model);
     EXPECT_EQ(PiholeFiles::volumes(), PiholeFiles::bothVolumes());
