@@ -58,7 +58,7 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, QList<PortReport>, portReports, setPortReports, QList<PortReport>())
 
     // Starting and testing Pi-hole.
-    CORVANE_PUBLISHED(AppState, QString, passwordInput, setPasswordInput, QString())
+    CORVANE_ENTERED(AppState, QString, passwordInput, setPasswordInput, QString())
     CORVANE_PUBLISHED(AppState, QString, adminPassword, setAdminPassword, QString())
     CORVANE_PUBLISHED(AppState, bool, passwordKnown, publishPasswordKnown, false)
     CORVANE_PUBLISHED(AppState, QString, startMessage, setStartMessage, QString())
@@ -73,7 +73,7 @@ class AppState : public QObject {
     // This Mac's DNS.
     CORVANE_PUBLISHED(AppState, QList<NetworkService>, services, setServices, QList<NetworkService>())
     CORVANE_PUBLISHED(AppState, QSet<QString>, selectedServices, setSelectedServices, QSet<QString>())
-    CORVANE_PUBLISHED(AppState, bool, piholeOnly, setPiholeOnly, false)
+    CORVANE_ENTERED(AppState, bool, piholeOnly, setPiholeOnly, false)
     CORVANE_PUBLISHED(AppState, QString, dnsMessage, setDnsMessage, QString())
     /// Where the DNS servers were last changed or restored from.
     CORVANE_PUBLISHED(AppState, corvane::Place::Name, dnsPlace, setDnsPlace, Place::SetUp)

@@ -6,7 +6,16 @@
 /// A published field: a bindable property that anyone reads, that flows set through `setter`, and that tells its
 /// observers about every change, and about nothing else.
 #define CORVANE_PUBLISHED(Owner, Type, name, setter, initial)                                                          \
+    Q_PROPERTY(Type name READ name NOTIFY name##Changed BINDABLE name##Bindable)                                       \
+    CORVANE_FIELD(Owner, Type, name, setter, initial)
+
+/// The same, for what the user enters in a view: that view writes it.
+#define CORVANE_ENTERED(Owner, Type, name, setter, initial)                                                            \
     Q_PROPERTY(Type name READ name WRITE setter NOTIFY name##Changed BINDABLE name##Bindable)                          \
+    CORVANE_FIELD(Owner, Type, name, setter, initial)
+
+/// What both are made of.
+#define CORVANE_FIELD(Owner, Type, name, setter, initial)                                                              \
 public:                                                                                                                \
     [[nodiscard]] Type name() const { return m_##name.value(); }                                                       \
     void setter(const Type &value) { m_##name = value; }                                                               \
@@ -33,7 +42,7 @@ public:
 
 /// A published field that is also written to `m_settings`, under its own name, whenever it is set.
 #define CORVANE_PERSISTED(Owner, Type, name, setter)                                                                   \
-    Q_PROPERTY(Type name READ name WRITE setter NOTIFY name##Changed BINDABLE name##Bindable)                          \
+    Q_PROPERTY(Type name READ name NOTIFY name##Changed BINDABLE name##Bindable)                                       \
 public:                                                                                                                \
     [[nodiscard]] Type name() const { return m_##name.value(); }                                                       \
     void setter(const Type &value)                                                                                     \
