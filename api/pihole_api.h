@@ -19,9 +19,9 @@ namespace corvane {
 
 class PiholeSession;
 
-/// Talks to the web API of the Pi-hole on 127.0.0.1: logs in with the admin password, keeps its one session, and makes
-/// one call at a time. Deleting it ends the calls under way as unreachable; their callers hear of it from the event
-/// loop.
+/// Talks to the web API of this Mac's Pi-hole: logs in with the admin password, keeps its one session, and makes one
+/// call at a time, within ExchangeLimits. Deleting it ends the calls under way as unreachable; their callers hear of it
+/// from the event loop.
 class PiholeAPI : public QObject {
     Q_OBJECT
 

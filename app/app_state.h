@@ -27,6 +27,7 @@
 namespace corvane {
 
 /// Everything that is known: every view reads it, every flow of the model writes it. Lives on the main thread.
+/// Messages are sentences for the user, empty when there is nothing to say.
 class AppState : public QObject {
     Q_OBJECT
 
@@ -78,7 +79,7 @@ class AppState : public QObject {
     /// Where the DNS servers were last changed or restored from.
     CORVANE_PUBLISHED(AppState, corvane::Place::Name, dnsPlace, setDnsPlace, Place::SetUp)
     CORVANE_PUBLISHED(AppState, std::optional<ResolverReport>, resolverReport, setResolverReport, std::nullopt)
-    /// Where the script stands that restores the old servers without Corvane; empty when there is none.
+    /// Where the script is that restores the old servers without Corvane; empty when there is none.
     CORVANE_PUBLISHED(AppState, QString, restoreScript, setRestoreScript, QString())
     CORVANE_PUBLISHED(AppState, QString, systemTestDetail, setSystemTestDetail, QString())
 
@@ -86,7 +87,7 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, QList<BrowserInfo>, browsers, setBrowsers, QList<BrowserInfo>())
     CORVANE_PUBLISHED(AppState, QString, browserTestDetail, setBrowserTestDetail, QString())
     CORVANE_PUBLISHED(AppState, BrowserRule, browserRule, setBrowserRule, BrowserRule::NotNeeded)
-    /// Whether Pi-hole tells Firefox to leave its default secure DNS off; absent while that is not known.
+    /// Whether Pi-hole has Firefox leave its default secure DNS off; absent while that is not known.
     CORVANE_PUBLISHED(AppState, std::optional<bool>, firefoxToldOff, setFirefoxToldOff, std::nullopt)
     CORVANE_PUBLISHED(AppState, BrowserProofs, browserProofs, setBrowserProofs, BrowserProofs())
 
@@ -98,7 +99,7 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, std::optional<PiholeSummary>, summary, setSummary, std::nullopt)
     CORVANE_PUBLISHED(AppState, std::optional<PiholeBlocking>, blocking, setBlocking, std::nullopt)
     CORVANE_PUBLISHED(AppState, QString, apiMessage, setApiMessage, QString())
-    /// What was asked in the last 24 hours, and what was blocked most; absent until Pi-hole has told it.
+    /// What was asked in the last 24 hours, and what was blocked most; absent until Pi-hole has said so.
     CORVANE_PUBLISHED(AppState, std::optional<PiholeHistory>, history, setHistory, std::nullopt)
     CORVANE_PUBLISHED(AppState, std::optional<PiholeTopBlocked>, topBlocked, setTopBlocked, std::nullopt)
     /// Why these two could not be read; else empty.
@@ -117,7 +118,8 @@ class AppState : public QObject {
     CORVANE_PUBLISHED(AppState, bool, udpReplied, setUdpReplied, false)
     /// Pi-hole counts its lists, but cannot read them.
     CORVANE_PUBLISHED(AppState, bool, listsDamaged, setListsDamaged, false)
-    /// By what they stand beside: "api", "start", "pihole", "blocking", "lists", "system", "browser", "version".
+    /// Further sentences by what they are shown beside: "api", "start", "pihole", "blocking", "lists", "system",
+    /// "browser", "version".
     CORVANE_PUBLISHED(AppState, QVariantMap, notes, setNotes, QVariantMap())
 
     // Maintenance.
