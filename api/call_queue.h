@@ -17,7 +17,7 @@ public:
     /// True when it is the caller's turn (it then calls leave() exactly once); false when the queue is closed.
     [[nodiscard]] QFuture<bool> enter();
     void leave();
-    /// Sends everybody who waits away, and whoever comes later.
+    /// Refuses every caller that waits, and every later one.
     void close();
 
 private:

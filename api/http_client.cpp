@@ -89,7 +89,7 @@ void HttpClient::onEnd()
         drop();
         return;
     }
-    // A kept connection that the server has closed meanwhile: the request never reached anybody.
+    // A kept connection that the server has closed by now: the request never reached anybody.
     if (std::exchange(m_reused, false) && !m_reader.started())
         connectAnew();
     else

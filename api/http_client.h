@@ -14,7 +14,7 @@ namespace corvane {
 
 /// Makes one HTTP exchange at a time with 127.0.0.1, bounded in time and memory, and keeps the connection for the next.
 /// It knows no redirects, cookies, proxies, caches or logins. Qt's network manager is not used because an endless head
-/// or body keeps its thread busy past every limit, takes memory without bound, and holds up whoever deletes it.
+/// or body keeps its thread busy past every limit, takes memory without bound, and delays whatever deletes it.
 class HttpClient : public QObject {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ private:
     QPromise<HttpOutcome> m_promise;
     QTimer m_inactivity;
     QTimer m_deadline;
-    /// How much of the body has been told.
+    /// How much of the body has been handed over.
     qsizetype m_told = 0;
     bool m_busy = false;
     bool m_reused = false;

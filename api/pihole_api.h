@@ -59,7 +59,7 @@ public:
     [[nodiscard]] Answer<PiholeArchive> teleporterDownload();
     /// Replaces Pi-hole's settings by those of the archive; answers whether it held any.
     [[nodiscard]] Answer<bool> teleporterUpload(QByteArray archive, QString filename);
-    /// Lets Pi-hole load its block lists anew, which takes a second or some minutes; other calls go on beside it.
+    /// Lets Pi-hole load its block lists again, which takes a second or some minutes; other calls go on beside it.
     /// Whether it came to its end. Not to be called again before: two runs at once destroy the lists. `heard` is given
     /// what the run prints, as it comes.
     [[nodiscard]] Answer<bool> updateLists(std::function<void(const QByteArray &)> heard = nullptr);

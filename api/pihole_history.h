@@ -36,7 +36,7 @@ struct NameCount {
 /// The names that were blocked most.
 struct PiholeTopBlocked {
     QList<NameCount> names;
-    /// Pi-hole is set to tell no names.
+    /// Pi-hole is set to give no names.
     bool hidden = false;
 
     bool operator==(const PiholeTopBlocked &) const = default;

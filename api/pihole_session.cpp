@@ -77,7 +77,7 @@ QCoro::Task<HttpOutcome> PiholeSession::visit(Shared self, QByteArray target)
     co_return outcome;
 }
 
-/// The call itself, with the access of its beginning: a change meanwhile concerns the next call.
+/// The call itself, with the access of its beginning: a change during it concerns the next call.
 QCoro::Task<PiholeSession::Reply> PiholeSession::sendAs(Shared self, PiholeAccess access, PiholeRequest request)
 {
     Sid sid = self->m_sid;
@@ -172,7 +172,7 @@ QFuture<HttpOutcome> PiholeSession::start(const HttpRequest &request)
     return m_http->send(request);
 }
 
-/// Remembers the session id, unless it belongs to an access that has been replaced meanwhile.
+/// Remembers the session id, unless it belongs to an access that has been replaced since.
 void PiholeSession::keep(const PiholeAccess &access, const QString &sid)
 {
     if (access == m_access) m_sid = sid;

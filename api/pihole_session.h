@@ -38,7 +38,7 @@ struct PiholeAccess {
     bool operator==(const PiholeAccess &) const = default;
 };
 
-/// One login to Pi-hole and the calls made with it. The calls keep it alive, so that they outlast whoever made them.
+/// One login to Pi-hole and the calls made with it. The calls keep it alive, so that they outlast their caller.
 class PiholeSession {
 public:
     using Shared = std::shared_ptr<PiholeSession>;

@@ -104,7 +104,7 @@ public:
     /// One sentence for the user.
     [[nodiscard]] QString description() const;
 
-    /// What the user can do about it where the sentence itself does not tell; else empty.
+    /// What the user can do about it where the sentence itself does not say; else empty.
     [[nodiscard]] QString advice() const { return m_advice; }
 
     bool operator==(const PiholeAPIError &other) const { return m_kind == other.m_kind && m_code == other.m_code; }

@@ -46,7 +46,7 @@ AppModel::AppModel(const Surroundings &surroundings)
     , m_maintOp(DockerCLI::friendlyError, ToolFailures::read)
     , m_followOp(DockerCLI::friendlyError)
 {
-    // From the event loop: by then the dot stands, whatever the keychain asks.
+    // From the event loop: by then the dot is there, whatever the keychain asks.
     QTimer::singleShot(0, this, [this] { launch(readPassword(*this)); });
     connect(&m_activities, &CurrentActivities::changed, this, [this] {
         setUnderWay(m_activities.underWay());
@@ -81,7 +81,7 @@ Flow<> AppModel::poll()
     for (int pass = 0;; ++pass) {
         const Stats stats = pass % 2 == 0 ? Stats::Include : Stats::Leave;
         const bool answered = answering() || !statusChecked();
-        // Whoever looks already will tell.
+        // A look that is under way will do.
         if (!m_refreshing && !starting()) co_await refreshStatus(stats);
         if (answering() && mayCount()) co_await m_repair.endPermissions();
         // Counters that went with the answers come back with them.
@@ -113,7 +113,7 @@ Flow<> AppModel::refreshTools()
     if (search == m_newestToolsFound) setComposeAvailable(composeAnswers);
 }
 
-/// A list run, whoever began it, has replaced Pi-hole's rules by those of its beginning.
+/// A list run, of Corvane's or not, has replaced Pi-hole's rules by those of its beginning.
 void AppModel::followListsRun()
 {
     if (!summary() || summary()->listsRun == m_listsRun) return;

@@ -79,7 +79,7 @@ public:
     [[nodiscard]] Flow<> refreshStatus(Stats stats);
     /// Reads `summary` and `blocking`. Why it could not is in `apiMessage`, which it empties when all is well.
     [[nodiscard]] Flow<> refreshStats();
-    /// For whoever has just started Pi-hole: looks every second until it answers or 10 seconds are over, with
+    /// For a flow that has just started Pi-hole: looks every second until it answers or 10 seconds are over, with
     /// `starting` true until then, and ends in a refresh with counters. A later call ends an earlier one.
     [[nodiscard]] Flow<> refreshAfterStart();
 
@@ -232,7 +232,7 @@ public:
     /// question, and ends in refreshAfterStart().
     [[nodiscard]] Flow<> importBackup();
 
-    // A report for whoever helps: report.cpp
+    // A report for a helper: report.cpp
 
     /// MakeReport, quietly: publishes in `report` what this Mac, its tools and Corvane look like, without what names a
     /// person, a network or a site.
@@ -296,7 +296,7 @@ private:
     /// Whether the activity may begin. Says with `say` what is in its way, unless that is itself.
     [[nodiscard]] bool mayBegin(Activity activity, void (AppModel::*say)(const QString &));
     void recordOutcome(const QString &test, bool passed, const QString &summary);
-    /// Puts a line beside what the key stands for, or takes it away.
+    /// Shows a line beside what the key names, or takes it away.
     void setNote(const QString &key, const QString &text);
     [[nodiscard]] Flow<> poll();
     void followListsRun();
@@ -319,7 +319,7 @@ private:
     [[nodiscard]] Flow<bool> runLists();
     [[nodiscard]] Flow<bool> awaitNewerLists(std::optional<qint64> before, Clock::Duration limit);
     [[nodiscard]] Flow<> followLeftListRun();
-    /// Pi-hole's settings as an archive. A pause is lifted for it: whoever restored it would have blocking off for
+    /// Pi-hole's settings as an archive. A pause is lifted for it: a restore would leave blocking off for
     /// good.
     [[nodiscard]] Flow<std::expected<PiholeArchive, PiholeAPIError>> downloadSettings();
     void follow();

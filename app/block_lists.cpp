@@ -66,7 +66,7 @@ Flow<bool> AppModel::runLists()
     co_return newer;
 }
 
-/// Waits until Pi-hole tells of another run than that one; false when it has gone, or when the time is over.
+/// Waits until Pi-hole reports another run than that one; false when it has gone, or when the time is over.
 Flow<bool> AppModel::awaitNewerLists(std::optional<qint64> before, Clock::Duration limit)
 {
     const Clock::Instant deadline = m_clock.now() + limit;
@@ -80,7 +80,7 @@ Flow<bool> AppModel::awaitNewerLists(std::optional<qint64> before, Clock::Durati
     co_return false;
 }
 
-/// Tells what became of a run in the middle of which Corvane was closed. While it may still be under way it counts as
+/// Reports what became of a run in the middle of which Corvane was closed. While it may still be under way it counts as
 /// such: nothing else may change or stop Pi-hole.
 Flow<> AppModel::followLeftListRun()
 {

@@ -12,7 +12,7 @@ namespace {
 /// Pi-hole's timer counts in steps of 0.1 s: only from then on is less than the whole pause left.
 constexpr std::chrono::milliseconds kTimerStep{150};
 constexpr std::chrono::duration<double> kLongestTimer{100'000}; // until tomorrow morning is less
-/// Pi-hole's timer may lag behind the clock by this before it is set anew.
+/// Pi-hole's timer may lag behind the clock by this before it is set again.
 constexpr std::chrono::seconds kTimerLag{5};
 
 } // namespace
@@ -60,7 +60,7 @@ Flow<> AppModel::resumeBlocking()
 
 Flow<> AppModel::togglePause()
 {
-    // The button's label takes blocking for on while it is not known; what it does must follow what is so.
+    // Until the state is known the button says Pause. Read it first: a press must never do the opposite of that.
     if (!blocking()) {
         co_await refreshStats();
         if (!blocking()) co_return;
@@ -79,7 +79,7 @@ Flow<> AppModel::keepPauseShort()
     if (!rest || !blocking()) co_return;
     if (blocking()->enabled) m_pause.end();
     if (blocking()->enabled) co_return;
-    // Pi-hole's timer stands still while the Mac sleeps, a time of the day does not.
+    // Pi-hole's timer stops while the Mac sleeps, a time of the day does not.
     const bool late = m_pause.endedBy() == PauseEnd::TheClock && blocking()->timerSeconds &&
                       *blocking()->timerSeconds > static_cast<double>((*rest + kTimerLag).count());
     if (blocking()->timerSeconds && !late) co_return;
@@ -101,7 +101,7 @@ Flow<> AppModel::refreshBlocking()
     co_await keepPauseShort();
 }
 
-/// What is left of a pause, whoever asked for it; absent when blocking is on, or off without an end.
+/// What is left of a pause, whether Corvane asked for it or not; absent when blocking is on, or off without an end.
 std::optional<std::chrono::seconds> AppModel::restOfPause(const PiholeBlocking &state) const
 {
     if (state.enabled) return std::nullopt;

@@ -4,7 +4,7 @@ namespace corvane {
 
 namespace {
 
-/// What changes the Mac's servers, and with them what is needed, or makes Pi-hole forget what is changed meanwhile.
+/// What changes the Mac's servers, and with them what is needed, or makes Pi-hole forget what is changed during it.
 constexpr Activities kNotBeside =
     Activity::ApplyDns | Activity::RestoreDns | Activity::Removal | Activity::LoadLists | Activity::ImportBackup;
 

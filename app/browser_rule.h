@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-/// How Pi-hole's rule stands that keeps browsers with it while 1.1.1.1 is this Mac's backup server.
+/// The state of Pi-hole's rule that keeps browsers with it while 1.1.1.1 is this Mac's backup server.
 enum class BrowserRule {
     NotNeeded,   ///< This Mac does not use 1.1.1.1 behind Pi-hole, or it is not known yet.
     InPlace,     ///< Pi-hole answers that the secure DNS of 1.1.1.1 does not exist.

@@ -13,7 +13,7 @@ namespace corvane {
 /// Puts the rule into Pi-hole that keeps browsers with it, looks after it, and takes it away again.
 ///
 /// A browser that finds 1.1.1.1 among the Mac's servers goes over to that provider's secure DNS, unless Pi-hole answers
-/// that its name does not exist. A rule of the user's stays as it is. The API client is set up by whoever calls.
+/// that its name does not exist. A rule of the user's stays as it is. The caller sets up the API client.
 class BrowserRuleKeeper : public QObject {
     Q_OBJECT
 

@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-/// Why Pi-hole did not run. The numbers stand in the settings.
+/// Why Pi-hole did not run. The numbers are kept in the settings.
 enum class Outage {
     Opened = 0,    ///< It did not when Corvane was opened.
     Woke = 1,      ///< It did not when the Mac woke.
@@ -14,7 +14,7 @@ enum class Outage {
     Container = 3, ///< The container had ended.
 };
 
-/// What came of starting it again. The numbers stand in the settings.
+/// What came of starting it again. The numbers are kept in the settings.
 enum class ComebackEnd { Back = 0, Failed = 1, Cancelled = 2 };
 
 /// One time that Pi-hole was, or should have been, started again.

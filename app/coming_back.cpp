@@ -36,7 +36,7 @@ Flow<> AppModel::tryToComeBack()
     if (answers) co_return;
     const ContainerState container = co_await PiholeController::containerState();
     if (!ComebackPlan::canStart(container)) co_return;
-    // Meanwhile the user may have stopped it, or be asked something.
+    // By now the user may have stopped it, or be asked something.
     if (!m_comeback.pause() || !m_activities.mayBegin(Activity::StartContainer)) co_return;
     m_comeback.beginTry();
     co_await startPiholeNow(Place::Banner);

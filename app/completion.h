@@ -8,7 +8,7 @@ namespace corvane {
 
 /// A value that one coroutine waits for and that somebody else gives, once, on the same thread.
 ///
-/// Whoever owns it must complete it before it dies, or the waiter is lost.
+/// Its owner must complete it before it dies, or the waiter is lost.
 template <class T>
 class Completion {
 public:

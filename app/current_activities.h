@@ -74,7 +74,7 @@ private:
     int m_run = 0;
 };
 
-/// Binds a flow to the mark that it has set: it ends when the mark does not stand any more.
+/// Binds a flow to the mark that it has set: it ends when the mark does not hold any more.
 [[nodiscard]] BoundTo boundTo(const ActivityMark &mark);
 
 } // namespace corvane

@@ -18,7 +18,7 @@ using Written = std::expected<void, QString>;
 
 constexpr qint64 kLargestFile = 512 << 10; // bytes; a full record takes some 150 KB
 
-/// What cannot be read as a record is no loss worth a question: the record starts anew.
+/// What cannot be read as a record is no loss worth a question: a new record begins.
 DayRecord readNow(const QString &path)
 {
     QFile file(path);

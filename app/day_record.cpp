@@ -84,7 +84,7 @@ DayRecord DayRecord::continuedBy(const DayRecord &later) const
     return whole;
 }
 
-/// Whoever set the clock back has taken back what was noted of the time that is to come.
+/// A clock that was set back takes back what was noted of the time that is to come.
 void DayRecord::cutAt(qint64 now)
 {
     while (!m_spans.isEmpty() && m_spans.last().start > now)

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// What stands between the Mac and an answer from Pi-hole's resolver, as far as it can be told from the outside.
+/// What is between the Mac and an answer from Pi-hole's resolver, as far as it can be told from the outside.
 enum class DnsTrouble {
     None,
     Silent,           ///< Nothing answers on 127.0.0.1.

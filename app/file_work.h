@@ -29,7 +29,7 @@ struct FileContent {
 /// Saves the servers of these services to the backup file, on a worker thread; those that are not known are read again.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> saveDnsBackup(QList<NetworkService> services);
 
-/// Brings the script in step that restores the saved servers, on a worker thread; where it stands, or nothing.
+/// Brings the script in step that restores the saved servers, on a worker thread; where it is, or nothing.
 [[nodiscard]] QCoro::Task<QString> keepRestoreScript();
 
 } // namespace corvane

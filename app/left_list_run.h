@@ -16,7 +16,7 @@ public:
 
     struct Run {
         qint64 begun = 0;  ///< Seconds since 1970.
-        qint64 before = 0; ///< When the lists had been run last, as Pi-hole told.
+        qint64 before = 0; ///< When the lists had been run last, as Pi-hole said.
     };
 
     void begin(const Run &run);

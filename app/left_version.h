@@ -4,8 +4,8 @@
 
 namespace corvane {
 
-/// The version that an update left, kept in the settings until the new one has proved itself: whoever is cut off
-/// meanwhile finds the way back.
+/// The version that an update left, kept in the settings until the new one has proved itself: a user who is cut
+/// off before that finds the way back.
 class LeftVersion {
 public:
     explicit LeftVersion(SettingsStore &settings)

@@ -10,7 +10,7 @@ namespace corvane {
 
 namespace {
 
-/// A run that goes on is not worse than one that names what it lacks: no more than these are told one by one.
+/// A run that goes on is not worse than one that names what it lacks: no more than these are named one by one.
 constexpr qsizetype kMostTold = 5;
 
 QString troubleWith(const PiholeList &list, qint64 namesBefore)

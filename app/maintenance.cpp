@@ -73,7 +73,7 @@ Flow<> AppModel::performUpdate()
         co_return;
     }
     const bool updated = co_await runUpdate(newTag);
-    mark.reset(); // nothing that follows stands in the way of anything
+    mark.reset(); // nothing that follows is in the way of anything
     if (updated)
         co_await runPiholeTests(Wait::ForStart);
     else
@@ -112,7 +112,7 @@ Flow<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
     const ActivityMark exchange(m_activities, Activity::Exchange);
     m_compared.reset();
     const QString oldTag = pinnedTag();
-    m_left.keep(oldTag); // first: whoever is cut off from here on finds the way back
+    m_left.keep(oldTag); // first: a user who is cut off from here on finds the way back
     const QString unwritten = co_await pin(newTag);
     bool updated = false;
     if (unwritten.isEmpty() && exchange.stands())

@@ -5,7 +5,7 @@
 namespace corvane {
 
 /// Whether the admin password that is kept may be one that Pi-hole does not have yet, kept in the settings: it gets one
-/// only with a new container, and whoever is cut off before that finds out why Pi-hole refuses it.
+/// only with a new container, and a user who is cut off before that finds out why Pi-hole refuses it.
 class NewPassword {
 public:
     explicit NewPassword(SettingsStore &settings)

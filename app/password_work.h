@@ -9,7 +9,7 @@ namespace corvane {
 
 class AppModel;
 
-// The keychain, on a worker thread: it may ask its user first, in a window that stands behind others for as long as it
+// The keychain, on a worker thread: it may ask its user first, in a window that is behind others for as long as it
 // likes.
 
 /// Gives the model the saved password as soon as the keychain does, unless it has one by then; an empty one when there

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// A name that the user let Pi-hole allow. It stands nowhere but among Pi-hole's own rules; the rule's comment says
+/// A name that the user let Pi-hole allow. It is nowhere but among Pi-hole's own rules; the rule's comment says
 /// whose it is and when it ends.
 struct Permission {
     static constexpr qint64 kHour = 3600; // seconds

@@ -190,7 +190,7 @@ Flow<> AppModel::fixUDPForwarding()
     mark->agreed();
     const bool restarted = co_await perform(&m_startOp, QStringLiteral("Restarting Colima"), steps);
     co_await refreshTools();
-    mark.reset(); // nothing that follows stands in the way of anything
+    mark.reset(); // nothing that follows is in the way of anything
     if (restarted) co_await runPiholeTests(Wait::ForStart);
 }
 

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-/// What this Mac's names were protected by. The numbers stand in the day's file.
+/// What this Mac's names were protected by. The numbers are kept in the day's file.
 enum class Protection {
     Unknown = 0,     ///< Corvane did not run, or had not looked yet.
     Protected = 1,   ///< Pi-hole answered this Mac and blocked.

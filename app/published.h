@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QProperty>
 
-/// A published field: a bindable property that anyone reads, that flows set through `setter`, and that tells its
-/// observers about every change, and about nothing else. Views cannot write it.
+/// A published field: a bindable property that anyone reads, that flows set through `setter`, and that notifies
+/// its observers of every change, and of nothing else. Views cannot write it.
 #define CORVANE_PUBLISHED(Owner, Type, name, setter, initial)                                                          \
     Q_PROPERTY(Type name READ name NOTIFY name##Changed BINDABLE name##Bindable)                                       \
     CORVANE_FIELD(Owner, Type, name, setter, initial)

@@ -64,7 +64,7 @@ Flow<> AppModel::putRight()
     const int changes = m_activities.changesBegun();
     const std::optional<DeployedContainer> deployed = co_await PiholeController::deployed();
     if (!deployed || deployed->exists == seen.isMissing()) co_return;
-    // What somebody has changed meanwhile, or is changing, says nothing.
+    // What has been changed since, or is being changed, says nothing.
     const bool stands = changes == m_activities.changesBegun() && containerState() == seen;
     if (!stands || !m_activities.mayBegin(Activity::PutRight)) co_return;
 
@@ -88,7 +88,7 @@ Flow<> AppModel::putFilesRight()
 {
     if (PiholeController::filesSay(pinnedTag(), webPort(), adminPassword())) co_return;
     const auto written = co_await writeFiles();
-    // Whoever tried before has told why not.
+    // An earlier try has said why not.
     if (!written && notice().isEmpty())
         setNotice(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
 }
@@ -132,7 +132,7 @@ Flow<> AppModel::bringBack()
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::BringBack);
     co_await boundTo(*mark);
     const bool back = co_await remake(tag);
-    mark.reset(); // nothing that follows stands in the way of anything
+    mark.reset(); // nothing that follows is in the way of anything
     if (back)
         co_await runPiholeTests(Wait::ForStart);
     else
@@ -140,7 +140,7 @@ Flow<> AppModel::bringBack()
     co_await putRight();
 }
 
-/// Pins the version and makes its container anew; whether it did.
+/// Pins the version and makes its container again; whether it did.
 Flow<bool> AppModel::remake(QString tag)
 {
     const WantedContainer wanted{.tag = tag, .webPort = webPort(), .compose = composeAvailable()};

@@ -16,7 +16,7 @@ using Match = QRegularExpressionMatch;
 
 constexpr auto kAnyCase = QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption;
 
-/// What looks like a name of the net and tells nothing of the user: files and registries that everyone has.
+/// What looks like a name of the net and says nothing of the user: files and registries that everyone has.
 const QStringList &harmlessNames()
 {
     static const QStringList names{QStringLiteral("docker-compose.yml"),

@@ -11,7 +11,7 @@ namespace corvane {
 /// known to be such.
 class Redaction {
 public:
-    /// What stands for the words that are taken out.
+    /// The words that are taken out, by what they are.
     struct Known {
         QStringList passwords = {};
         QStringList networks = {};

@@ -94,7 +94,7 @@ Flow<> AppModel::removeContainer()
                              : QStringLiteral("Docker could not remove everything: ") + left);
 }
 
-/// What was known about the Pi-hole that is gone; the wizard begins anew.
+/// What was known about the Pi-hole that is gone; the wizard begins again.
 void AppModel::forgetPihole()
 {
     m_activities.outdate(Activity::Checks | Activity::DockerTest | Activity::PiholeTests | Activity::BlockingTest |

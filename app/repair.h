@@ -18,7 +18,7 @@ namespace corvane {
 class Repair : public QObject {
     Q_OBJECT
 
-    /// The user looks: the names are read anew every few seconds.
+    /// The user looks: the names are read again every few seconds.
     CORVANE_PUBLISHED(Repair, bool, watching, setWatching, false)
     CORVANE_PUBLISHED(Repair, QList<BlockedName>, names, setNames, QList<BlockedName>())
     CORVANE_PUBLISHED(Repair, QList<Permission>, permissions, setPermissions, QList<Permission>())
@@ -43,11 +43,11 @@ public:
     [[nodiscard]] Flow<> allow(QString name, bool forGood);
     [[nodiscard]] Flow<> takeBack(QString name);
 
-    /// Reads the rules anew; whether they could be read.
+    /// Reads the rules again; whether they could be read.
     Flow<bool> readRules();
     /// Takes away what is over. Asks Pi-hole only when something is, or when nobody knows.
     [[nodiscard]] Flow<> endPermissions();
-    /// Whoever changed Pi-hole's rules may have done so: they are read anew, and what got lost is done again.
+    /// Something else may have changed Pi-hole's rules: they are read again, and what got lost is done again.
     void onRulesReplaced();
     void forgetRules() { m_rulesKnown = false; }
 

@@ -24,10 +24,10 @@ namespace corvane {
 namespace {
 
 constexpr std::chrono::seconds kToolLimit{10};
-/// Of each log; what went wrong stands at its end.
+/// Of each log; what went wrong is at its end.
 constexpr qsizetype kNewestLines = 200;
 
-/// A tool that tells its version.
+/// A tool that prints its version.
 struct Question {
     QString name;
     std::optional<QString> exe;

@@ -162,7 +162,7 @@ Flow<> AppModel::startPihole()
     const bool ready = co_await piholeCanStart();
     if (!ready) co_return;
     const bool started = co_await startContainer(password);
-    mark.reset(); // nothing that follows stands in the way of anything
+    mark.reset(); // nothing that follows is in the way of anything
     if (started) co_await runPiholeTests(Wait::ForStart);
 }
 
@@ -184,7 +184,7 @@ Flow<bool> AppModel::piholeCanStart()
     co_return false;
 }
 
-/// Makes the container anew with this password; whether it did.
+/// Makes a new container with this password; whether it did.
 Flow<bool> AppModel::startContainer(QString password)
 {
     const WantedContainer wanted{.tag = pinnedTag(), .webPort = webPort(), .compose = composeAvailable(), .pull = true};
@@ -215,7 +215,7 @@ Flow<bool> AppModel::startContainer(QString password)
 Flow<bool> AppModel::keepPassword(QString password)
 {
     const bool wasOnItsWay = m_newPassword.isOnItsWay();
-    m_newPassword.begin(); // first: whoever is cut off from here on is told
+    m_newPassword.begin(); // first: a user who is cut off from here on learns of it
     const bool saved = co_await savePassword(password);
     if (saved) {
         takePassword(*this, password);

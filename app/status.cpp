@@ -40,7 +40,7 @@ Flow<> AppModel::refreshStatus(Stats stats)
         if (model) model->m_refreshing = false;
     });
     co_await look(stats);
-    // Who asked meanwhile did so because something had changed.
+    // It was asked for in between because something had changed.
     while (std::exchange(m_refreshAgain, false)) {
         const bool withStats = std::exchange(m_refreshAgainWithStats, false);
         co_await look(withStats ? Stats::Include : Stats::Leave);
@@ -66,7 +66,7 @@ Flow<> AppModel::look(Stats stats)
     const ResolverReport report = co_await asksResolver;
     // While Pi-hole starts, a question that gets lost says nothing.
     if (starting() && !fromPihole) co_return;
-    // One old answer is usual: Pi-hole gives it while it asks anew.
+    // One old answer is usual: Pi-hole gives it while it asks again.
     m_oldAnswers = reply.stale() ? m_oldAnswers + 1 : 0;
     const bool onlyOld = trouble == DnsTrouble::None && m_oldAnswers > 1;
     if (fromPihole) m_day.countOwn();
@@ -158,7 +158,7 @@ Flow<> AppModel::refreshStats()
     co_await keepBrowserRule();
 }
 
-/// What the API had to say, and beside it what that means where the words themselves do not tell.
+/// What the API had to say, and beside it what that means where the words themselves do not say.
 void AppModel::tellApi(const QString &about, const std::optional<PiholeAPIError> &error)
 {
     setApiMessage(error ? about + error->description() : about);

@@ -87,7 +87,7 @@ Flow<> AppModel::importBackup()
                         : QStringLiteral("Restore failed: %1 holds no Pi-hole settings.").arg(name));
     m_browserRuleKeeper.lookAgain();
     // Pi-hole's answer is out before it restarts itself.
-    mark.reset(); // looking on stands in the way of nothing
+    mark.reset(); // looking on is in the way of nothing
     co_await m_clock.pause(kBeforeRestart);
     co_await refreshAfterStart();
 }

@@ -61,12 +61,12 @@ Flow<> AppModel::changeWebPort(int port)
         co_return;
     }
     co_await movePihole(port, *steps);
-    mark.reset(); // looking on stands in the way of nothing
+    mark.reset(); // looking on is in the way of nothing
     co_await refreshAfterStart();
     co_await putRight();
 }
 
-/// Makes the container anew at the port; goes back to the old one when it cannot, and says why.
+/// Makes a new container at the port; goes back to the old one when it cannot, and says why.
 Flow<> AppModel::movePihole(int port, CommandSteps steps)
 {
     const ActivityMark exchange(m_activities, Activity::Exchange);

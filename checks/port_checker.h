@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-/// Tells which of the ports that Pi-hole needs on 127.0.0.1 are free, and who holds the others.
+/// Finds out which of the ports that Pi-hole needs on 127.0.0.1 are free, and who holds the others.
 class PortChecker {
 public:
     /// For lsof.

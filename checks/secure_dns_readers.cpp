@@ -29,7 +29,7 @@ QByteArrayView lineAround(QByteArrayView text, qsizetype position)
     return text.sliced(begin, (end < 0 ? text.size() : end) - begin);
 }
 
-/// What stands between the first comma and the second, without the punctuation around it.
+/// What is between the first comma and the second, without the punctuation around it.
 QByteArrayView secondPart(QByteArrayView line)
 {
     constexpr std::string_view kPunctuation = " );\t\r";

@@ -25,7 +25,7 @@ QString notKept(const QString &service, const QStringList &shown)
 }
 
 /// Whether a line ends in AppleScript's code for a cancelled prompt. The words before it are in the user's language,
-/// and the same digits may stand in the name of a service.
+/// and the same digits may be in the name of a service.
 bool endsInCancelCode(const QString &said)
 {
     static const QRegularExpression pattern(QStringLiteral("\\(-128\\)\\s*($|[\r\n])"));

@@ -24,11 +24,11 @@ public:
     // Reading. Nothing here fails: a tool that does gives an empty answer.
 
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> listServices();
-    /// The names of all services, those that are switched off too; empty when macOS does not tell them.
+    /// The names of all services, those that are switched off too; empty when macOS does not list them.
     [[nodiscard]] static QCoro::Task<QStringList> presentServices();
     /// The servers set by hand on the service; empty means automatic.
     [[nodiscard]] static QCoro::Task<QStringList> currentServers(QString service);
-    /// The same; absent when macOS did not tell them.
+    /// The same; absent when macOS did not list them.
     [[nodiscard]] static QCoro::Task<std::optional<QStringList>> readServers(QString service);
     /// The services, those whose servers are not known read once more.
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> readAgain(QList<NetworkService> services);

@@ -41,7 +41,7 @@ QString Plan::remark() const
     return sentences.join(u'\n');
 }
 
-/// `present` is empty when macOS does not tell its services; then all are taken to exist.
+/// `present` is empty when macOS does not list its services; then all are taken to exist.
 Plan fromBackup(const QStringList &present)
 {
     Plan plan;
@@ -106,7 +106,7 @@ QCoro::Task<DNSRestore> DNSConfigurator::restoreForRemoval()
     setToAutomatic(plan, services);
     if (!plan.changes.isEmpty()) co_return co_await carryOut(plan);
 
-    // Without a list of services only a backup could have told what points at Pi-hole.
+    // Without a list of services only a backup could have said what points at Pi-hole.
     const bool blind = services.isEmpty() && QFile::exists(backupFile());
     if (blind && plan.gone.isEmpty()) co_return DNSRestore{QString(kNothingToRestore), {}};
     co_return DNSRestore{std::nullopt, plan.remark()};

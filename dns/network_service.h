@@ -12,7 +12,7 @@ struct NetworkService {
     QStringList servers;
     /// Whether it carries the internet connection.
     bool isDefaultRoute = false;
-    /// False when macOS did not tell the servers; the list is empty then.
+    /// False when macOS did not list the servers; the list is empty then.
     bool serversKnown = true;
 
     [[nodiscard]] bool asksPiholeFirst() const;

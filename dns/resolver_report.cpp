@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-/// What stands after the first colon, without the blanks around it.
+/// What comes after the first colon, without the blanks around it.
 QString valueOf(QStringView line) { return trimmedBlanks(line.sliced(line.indexOf(u':') + 1)).toString(); }
 
 /// The name in "24 (utun4)".

@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace {
 
-// In the order in which they stand in the file.
+// In the order in which they are in the file.
 
 constexpr QLatin1StringView kHead{R"(#!/bin/sh
 # Puts the DNS servers back that this Mac had before Corvane pointed it at Pi-hole.
@@ -53,7 +53,7 @@ bool canBeNamed(const DNSBackupEntry &entry)
     return plain(entry.service) && std::ranges::all_of(entry.servers, plain);
 }
 
-/// A line that tells, without what a terminal would act on.
+/// A line that prints, without what a terminal would act on.
 QString say(const QString &text) { return QStringLiteral("say ") + AdminScript::quoted(plainLine(text)) + u'\n'; }
 
 QString plan(const DNSBackupEntry &entry)

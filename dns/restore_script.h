@@ -19,10 +19,10 @@ public:
     [[nodiscard]] static QByteArray text(const DNSBackup::Entries &entries);
 
     /// Brings it in step with the backup file where it is not: it is written where it is missing, and goes with the
-    /// backup. Answers where it stands, empty when it does not.
+    /// backup. Returns where it is, empty when it is nowhere.
     [[nodiscard]] static QString keep();
 
-    /// Held by whoever replaces one of the two files, so that they stay in step.
+    /// Held while one of the two files is replaced, so that they stay in step.
     [[nodiscard]] static std::mutex &lock();
 };
 

@@ -19,7 +19,7 @@ QCoro::Task<QList<Reading>> serversOf(ServerChanges changes)
     co_return readings;
 }
 
-/// Whoever had the wanted servers before was not changed.
+/// A service that had the wanted servers before was not changed.
 QStringList changedServices(const ServerChanges &changes, const QList<Reading> &before, const QList<Reading> &after)
 {
     QStringList names;

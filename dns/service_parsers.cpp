@@ -12,7 +12,7 @@ std::optional<QString> deviceIn(QStringView line)
     static const QRegularExpression pattern(QStringLiteral("Device: ([^,)]+)"));
     std::optional<QString> device;
     QRegularExpressionMatchIterator matches = pattern.globalMatch(line.toString());
-    // The name of a hardware port may hold the same words; the device stands last.
+    // The name of a hardware port may hold the same words; the device comes last.
     while (matches.hasNext())
         device = matches.next().captured(1);
     return device;

@@ -47,7 +47,7 @@ public:
         m_survivors.push_back(survivor);
     }
 
-    /// Collects the survivors that have ended meanwhile, so that none stays a zombie for good.
+    /// Collects the survivors that have ended since, so that none stays a zombie for good.
     void sweep()
     {
         const std::lock_guard guard(m_mutex);

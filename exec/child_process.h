@@ -23,12 +23,12 @@ public:
     /// Reads some bytes as read(2) does: answers their number, 0 at the end, or -1 with errno.
     using ReadSome = std::function<ssize_t(int descriptor)>;
 
-    /// How often all children were told to end.
+    /// How often all children were asked to end.
     using Era = quint64;
     [[nodiscard]] static Era era();
 
     /// The started program, or why it could not be started, in the system's words. One that was asked for in an earlier
-    /// era is told to end at once.
+    /// era is asked to end at once.
     [[nodiscard]] static std::expected<std::shared_ptr<ChildProcess>, QString> start(const Command &command, Era asked);
 
     /// A child that still runs is left to itself.

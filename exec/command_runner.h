@@ -11,7 +11,7 @@ namespace corvane {
 /// part of the result. At the limit the child gets SIGTERM and its grace; what it printed so far is kept.
 class CommandRunner {
 public:
-    /// The time that a child has to end after it was told to. It is never killed.
+    /// The time that a child has to end after SIGTERM. It is never killed.
     static constexpr std::chrono::seconds kGrace{2};
 
     /// Blocks the calling thread; refused on the main thread (the result says so). A limit of zero or less ends the

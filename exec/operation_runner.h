@@ -48,7 +48,7 @@ public:
     [[nodiscard]] QString failureText() const { return m_failureSummary.value_or(QString()); }
     /// What is known of the cause of the last failure; nothing before one, or when it is not sure.
     [[nodiscard]] const FailureReading &failure() const { return m_failure; }
-    /// What the user is told: the cause where it is known, else the summary.
+    /// What the user reads: the cause where it is known, else the summary.
     [[nodiscard]] QString failureSentence() const
     {
         return m_failure.sentence.isEmpty() ? failureText() : m_failure.sentence;

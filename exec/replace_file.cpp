@@ -10,7 +10,7 @@ namespace corvane {
 
 namespace {
 
-/// Goes on after a short write, because only the next one tells why it was short.
+/// Goes on after a short write, because only the next one says why it was short.
 bool writeAll(QIODevice &device, QByteArrayView rest)
 {
     while (!rest.isEmpty()) {

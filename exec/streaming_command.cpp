@@ -20,11 +20,11 @@ namespace {
 
 using Chunks = std::deque<QStringList>;
 
-/// The lines of which the main thread has not been told yet; only the newest are kept, so a child that prints faster
+/// The lines that the main thread has not been given yet; only the newest are kept, so a child that prints faster
 /// than the main thread shows costs no memory.
 class PendingLines {
 public:
-    /// Answers what is not needed any more: freeing lines takes too long for whoever holds a lock.
+    /// Returns what is not needed any more: freeing lines takes too long while a lock is held.
     [[nodiscard]] Chunks add(QStringList lines)
     {
         m_size += lines.size();

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-/// One failure that a tool's words leave no doubt about. The words are in small letters and stand in one line.
+/// One failure that a tool's words leave no doubt about. The words are in small letters and in one line.
 struct KnownFailure {
     QLatin1StringView words;
     /// Further words of the same line; none when empty.
@@ -19,7 +19,7 @@ struct KnownFailure {
     FailureReading::Remedy remedy = FailureReading::Remedy::None;
 };
 
-/// The first failure of the table that a line tells of, with the last such line; nothing when none does.
+/// The first failure of the table that a line reports, with the last such line; nothing when none does.
 [[nodiscard]] FailureReading firstKnown(std::span<const KnownFailure> table, const QStringList &lines);
 
 } // namespace corvane

@@ -21,7 +21,7 @@ public:
     static constexpr std::chrono::seconds kLogTimeout{20};
 
     [[nodiscard]] static QCoro::Task<ContainerState> containerState();
-    /// What it was made from; nothing when Docker does not tell.
+    /// What it was made from; nothing when Docker does not say.
     [[nodiscard]] static QCoro::Task<std::optional<DeployedContainer>> deployed();
 
     /// Asks `server` on port 53 for records such as "A" of `name`, once, for at most three seconds.
@@ -32,7 +32,7 @@ public:
     /// answer comes from nowhere else; given up after a second.
     [[nodiscard]] static QCoro::Task<bool> knowsItsName();
 
-    /// The Mac's time zone if every character of it may stand in YAML and on a command line, else "UTC".
+    /// The Mac's time zone if every character of it may be used in YAML and on a command line, else "UTC".
     [[nodiscard]] static QString safeTimeZone();
     [[nodiscard]] static QString safeTimeZone(const QString &identifier);
 

@@ -21,7 +21,7 @@ protected:
 
     /// Puts the Mac into the state and starts the application on it.
     void begin(const QString &state);
-    /// Starts the application anew: the model reads settings and keychain again.
+    /// Starts the application again: the model reads settings and keychain again.
     void relaunch();
     /// The same without waiting for the keychain.
     void launchModel();
@@ -37,7 +37,7 @@ protected:
 
     [[nodiscard]] AppModel &model() { return *m_model; }
 
-    /// Starts the application anew on a clock that does not hurry.
+    /// Starts the application again on a clock that does not hurry.
     void relaunchInRealTime();
 
     MemorySettings settings;

@@ -16,7 +16,7 @@ protected:
         run(model().refreshStatus(Stats::Include));
     }
 
-    /// Docker, or the Mac, starts Pi-hole anew behind Corvane's back; its timer is gone.
+    /// Docker, or the Mac, starts Pi-hole again behind Corvane's back; its timer is gone.
     void restartBehindOurBack()
     {
         Mac::ctl(QStringLiteral("container stop"));

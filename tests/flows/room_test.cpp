@@ -11,7 +11,7 @@ namespace {
 const QString kPassword = QStringLiteral("Fresh-Word_7.@+");
 const char *const kMakingRoom = "> Making room for Pi-hole in Colima's virtual machine";
 
-/// A Mac whose Pi-hole was set up and stopped before Colima's machine was made anew.
+/// A Mac whose Pi-hole was set up and stopped before Colima's machine was made again.
 class NewMachine : public FlowTest {
 protected:
     NewMachine()

@@ -210,7 +210,7 @@ TEST_F(Remote, Rubbish_is_sent_away_and_Corvane_goes_on)
         for (std::size_t n = random() % 300; n > 0; --n)
             bytes += static_cast<char>(random());
         const FileDescriptor socket = connection();
-        // Whoever is one too many is sent away before a word.
+        // The one that is too many is sent away before a word.
         const ssize_t sent =
             ::send(socket.number(), bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL);
         EXPECT_TRUE(sent == bytes.size() || errno == EPIPE || errno == ECONNRESET) << errno;
