@@ -21,8 +21,9 @@ public:
     /// For the administrator prompt: the user has to find and type a password.
     static constexpr std::chrono::seconds kPromptTimeout{180};
 
-    // Reading. Nothing here fails: a tool that does gives an empty answer.
+    // Reading, each tool within kReadTimeout. Nothing here fails: a tool that does gives an empty answer.
 
+    /// The services that are switched on, in macOS's order, each with its servers.
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> listServices();
     /// The names of all services, those that are switched off too; empty when macOS does not list them.
     [[nodiscard]] static QCoro::Task<QStringList> presentServices();
@@ -34,7 +35,9 @@ public:
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> readAgain(QList<NetworkService> services);
     /// Device name by service name.
     [[nodiscard]] static QCoro::Task<QHash<QString, QString>> serviceDevices();
+    /// The device of the default route; absent without one.
     [[nodiscard]] static QCoro::Task<std::optional<QString>> defaultRouteDevice();
+    /// Which servers macOS really uses, as scutil lists them.
     [[nodiscard]] static QCoro::Task<ResolverReport> resolverReport();
 
     /// Looks the name up the way every program on this Mac does; whether the lookup gave an address.
@@ -44,7 +47,7 @@ public:
 
     /// Keeps the servers of services that are about to be changed; read those again first that are not known.
     [[nodiscard]] static std::expected<void, QString> saveBackup(const QList<NetworkService> &services);
-    /// Whether saved servers of at least one service can be read.
+    /// Whether saved servers of at least one service can be read; reads the file now.
     [[nodiscard]] static bool hasBackup();
     [[nodiscard]] static QString backupFile();
     /// Points the services at Pi-hole with one administrator prompt and checks that macOS kept it.
@@ -56,19 +59,26 @@ public:
     /// every other service that lists Pi-hole becomes automatic. Without either it succeeds and asks nothing.
     [[nodiscard]] static QCoro::Task<DNSRestore> restoreForRemoval();
 
+    /// The shell command that gives the service these servers, quoted whatever its name is; none means automatic.
     [[nodiscard]] static QString setCommand(const QString &service, const QStringList &servers);
-    /// Runs the shell script as root after the user has agreed.
+    /// Runs the shell script as root after the user has agreed, within kPromptTimeout.
     [[nodiscard]] static QCoro::Task<CommandResult> administratorRun(QString script);
     /// Why an administrator's script did not succeed.
     [[nodiscard]] static QString friendly(const CommandResult &result);
 
-    // From the tools' text to values.
+    // From the tools' text to values. What a line does not hold is left out; no text is an error.
 
+    /// "networksetup -listallnetworkservices" without its heading and what is switched off ("*" in front).
     [[nodiscard]] static QStringList parseServiceNames(QStringView text);
+    /// The same with what is switched off.
     [[nodiscard]] static QStringList parsePresentServices(QStringView text);
+    /// "networksetup -listnetworkserviceorder": device name by service name.
     [[nodiscard]] static QHash<QString, QString> parseServiceDevices(QStringView text);
+    /// "route -n get default": the device after "interface:".
     [[nodiscard]] static std::optional<QString> parseDefaultRoute(QStringView text);
+    /// "networksetup -getdnsservers": an address a line; a sentence of the tool's is none.
     [[nodiscard]] static QStringList parseServers(QStringView text);
+    /// "scutil --dns" up to its scoped queries: a block for each "resolver #".
     [[nodiscard]] static QList<ResolverBlock> parseResolvers(QStringView text);
 };
 
