@@ -20,8 +20,9 @@ public:
     /// For the container's log.
     static constexpr std::chrono::seconds kLogTimeout{20};
 
+    /// Asks the engine, then for the container: two calls, each within kQuickTimeout.
     [[nodiscard]] static QCoro::Task<ContainerState> containerState();
-    /// What it was made from; nothing when Docker does not say.
+    /// What it was made from, within kQuickTimeout; nothing when Docker does not say.
     [[nodiscard]] static QCoro::Task<std::optional<DeployedContainer>> deployed();
 
     /// Asks `server` on port 53 for records such as "A" of `name`, once, for at most three seconds.
@@ -36,6 +37,7 @@ public:
     [[nodiscard]] static QString safeTimeZone();
     [[nodiscard]] static QString safeTimeZone(const QString &identifier);
 
+    /// What "docker-compose.yml" holds.
     [[nodiscard]] static QString composeText(const QString &tag, int webPort, const QString &timeZone);
 
     /// Writes "docker-compose.yml" and "pihole.env" (0600) into the support folder; the reason when one cannot be
@@ -46,14 +48,18 @@ public:
     [[nodiscard]] static std::expected<void, QString> writeComposeFile(const QString &tag, int webPort);
     /// Whether both are there, for this version and port and, unless it is empty, with this password.
     [[nodiscard]] static bool filesSay(const QString &tag, int webPort, const QString &password);
+    /// Where the two files are; the support folder is made when it is missing.
     [[nodiscard]] static QString composeFile();
     [[nodiscard]] static QString environmentFile();
 
-    /// Empty when docker is missing.
+    // Steps; none when docker is missing. `compose`: docker has its compose plug-in, and takes all from composeFile().
+
+    /// Downloads the image of that version.
     [[nodiscard]] static CommandSteps pullSteps(const QString &tag, bool compose);
+    /// Removes the container, if there is one, and makes and starts another. Write the files first.
     [[nodiscard]] static CommandSteps upSteps(const QString &tag, int webPort, bool compose);
 
-    /// The newest `tail` lines of the container's log, or a sentence that says why there are none.
+    /// The newest `tail` lines of the container's log, within kLogTimeout, or a sentence that says why there are none.
     [[nodiscard]] static QCoro::Task<QString> logs(int tail);
 };
 
