@@ -36,19 +36,15 @@ QString untilWhen(const Permission &permission)
 Flow<> Repair::allow(QString name, bool forGood)
 {
     const QString wanted = nameForRule(name);
-    if (wanted.isEmpty() || !m_activities.mayBegin(Activity::ChangeRules)) {
-        if (listsRun() && !wanted.isEmpty()) {
-            const QDateTime end = QDateTime::currentDateTime().addSecs(Permission::kHour);
-            remember({wanted, forGood ? std::nullopt : std::optional(end)}, Wish::Allow);
-            setMessage(kWaits.arg(QStringLiteral("The permission for ") + wanted));
-            setUndoName({});
-        }
+    if (wanted.isEmpty()) co_return;
+    const QDateTime end = QDateTime::currentDateTime().addSecs(Permission::kHour);
+    const Permission permission{wanted, forGood ? std::nullopt : std::optional(end)};
+    if (!m_activities.mayBegin(Activity::ChangeRules)) {
+        postpone(permission, Wish::Allow, QStringLiteral("The permission for "));
         co_return;
     }
     const ActivityMark mark(m_activities, Activity::ChangeRules);
     setUndoName({});
-    const QDateTime end = QDateTime::currentDateTime().addSecs(Permission::kHour);
-    const Permission permission{wanted, forGood ? std::nullopt : std::optional(end)};
     const auto added = co_await put(permission);
     if (!added) {
         setMessage(QStringLiteral("Could not allow %1: ").arg(wanted) + added.error().description());
@@ -110,14 +106,20 @@ Flow<QString> Repair::verdictOnLookup(QString name)
     co_return blocked ? stillBlocked : noAddress;
 }
 
+/// What a list run keeps from being done now is done after it; whatever else is in the way is named.
+void Repair::postpone(const Permission &permission, Wish wish, const QString &what)
+{
+    const QString obstacle = m_activities.obstacle(Activity::ChangeRules);
+    if (!listsRun() && obstacle.isEmpty()) return; // another one is being changed
+    if (listsRun()) remember(permission, wish);
+    setMessage(listsRun() ? kWaits.arg(what + permission.name) : obstacle);
+    setUndoName({});
+}
+
 Flow<> Repair::takeBack(QString name)
 {
     if (!m_activities.mayBegin(Activity::ChangeRules)) {
-        if (listsRun()) {
-            remember({name, std::nullopt}, Wish::TakeBack);
-            setMessage(kWaits.arg(QStringLiteral("The end of the permission for ") + name));
-            setUndoName({});
-        }
+        postpone({name, std::nullopt}, Wish::TakeBack, QStringLiteral("The end of the permission for "));
         co_return;
     }
     const ActivityMark mark(m_activities, Activity::ChangeRules);

@@ -66,6 +66,7 @@ private:
     [[nodiscard]] Flow<std::expected<bool, PiholeAPIError>> put(Permission permission);
     [[nodiscard]] Flow<> prove(Permission permission);
     [[nodiscard]] Flow<QString> verdictOnLookup(QString name);
+    void postpone(const Permission &permission, Wish wish, const QString &what);
     void remember(const Permission &permission, Wish wish);
     [[nodiscard]] bool listsRun() const { return m_activities.underWay().testFlag(Activity::LoadLists); }
     void onActivities();
