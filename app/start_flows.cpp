@@ -33,6 +33,14 @@ Alert autostartQuestion(bool on)
     return alert;
 }
 
+/// Homebrew leaves a login service alone that it has started once: nobody starts Colima again then.
+bool serviceWasThere(const QStringList &log)
+{
+    return std::ranges::any_of(log, [](const QString &line) {
+        return line.startsWith(QLatin1StringView("Service `colima` already started"));
+    });
+}
+
 } // namespace
 
 void AppModel::installColimaAndDocker() { launch(install()); }
@@ -73,8 +81,11 @@ Flow<> AppModel::switchAutostart(bool enable)
 {
     const CommandSteps steps = ColimaManager::autostartSteps(enable, dockerWorks());
     if (steps.isEmpty()) co_return;
+    const bool stopsColima = enable && dockerWorks();
     const QString title = enable ? OperationTitle::kTurningColimaOn : OperationTitle::kTurningColimaOff;
     co_await perform(&m_installOp, title, steps);
+    if (stopsColima && m_installOp.succeeded() && serviceWasThere(m_installOp.lines()))
+        co_await perform(&m_installOp, kStartingColima, colimaStartSteps(*this));
     if (m_installOp.failure().remedy == FailureReading::Remedy::StartColimaByHand) co_await startColimaWithoutService();
     co_await waitForDocker();
 }
