@@ -13,6 +13,8 @@ namespace {
 
 void toEnd(Flow<> flow) { QCoro::waitFor(std::move(flow)); }
 
+QString sign(bool good) { return good ? QStringLiteral("Yes.") : QStringLiteral("No."); }
+
 QString silentOperation(const OperationRunner *operation)
 {
     if (!operation->ended() || operation->succeeded() || !operation->failureText().isEmpty()) return {};
@@ -196,19 +198,36 @@ QString missingAfterReport(AppModel &model)
 
 } // namespace
 
+namespace {
+
+QList<Scene> story()
+{
+    return {
+        {"installing", "homebrew", install, missingAfterInstall,
+         [](AppModel &model) { return sign(model.dockerWorks()); }},
+        {"starting", "engine", start, missingAfterStart,
+         [](AppModel &model) { return sign(passed(model.outcomes(), QStringLiteral("pihole"))); }},
+        {"mending UDP", "running", mendUdp, missingAfterMending,
+         [](AppModel &model) { return sign(passed(model.outcomes(), QStringLiteral("pihole"))); }},
+        {"pointing at Pi-hole", "running", pointAtPihole, missingAfterPointing,
+         [](AppModel &model) { return sign(model.usedByMac()); }},
+        {"restoring", "protected", restore, missingAfterRestore,
+         [](AppModel &model) { return sign(model.usedByMac()); }},
+        {"proving a browser", "protected", proveABrowser, missingAfterProof,
+         [](AppModel &model) { return sign(!model.browsers().isEmpty()); }},
+        {"living a day", "protected", liveADay, missingAfterADay,
+         [](AppModel &model) { return sign(model.history().has_value()); }},
+        {"coming back", "protected", comeBack, missingAfterComingBack}, // three tries for each outage
+        {"making a report", "protected", report, missingAfterReport,
+         [](AppModel &model) { return sign(!model.report().isEmpty()); }},
+    };
+}
+
+} // namespace
+
 const QList<Scene> &scenes()
 {
-    static const QList<Scene> all{
-        {"installing", "homebrew", install, missingAfterInstall},
-        {"starting", "engine", start, missingAfterStart},
-        {"mending UDP", "running", mendUdp, missingAfterMending},
-        {"pointing at Pi-hole", "running", pointAtPihole, missingAfterPointing},
-        {"restoring", "protected", restore, missingAfterRestore},
-        {"proving a browser", "protected", proveABrowser, missingAfterProof},
-        {"living a day", "protected", liveADay, missingAfterADay},
-        {"coming back", "protected", comeBack, missingAfterComingBack},
-        {"making a report", "protected", report, missingAfterReport},
-    };
+    static const QList<Scene> all = story() + actionScenes();
     return all;
 }
 

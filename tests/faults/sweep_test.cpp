@@ -1,11 +1,14 @@
 #include "dns/dns_backup.h"
 #include "dns/restore_script.h"
 #include "tests/faults/scene.h"
+#include "tests/faults/user_actions.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
 #include <QTimer>
+
+#include <random>
 
 namespace corvane::test {
 
@@ -20,6 +23,13 @@ const QStringList &kinds()
     static const QStringList all{QStringLiteral("fail"), QStringLiteral("rubbish"), QStringLiteral("vanish"),
                                  QStringLiteral("die SEGV")};
     return all;
+}
+
+/// How many pairs to try, by the environment.
+int pairs()
+{
+    const int asked = qEnvironmentVariableIntValue("CORVANE_PAIRS");
+    return asked > 0 ? asked : 60;
 }
 
 QStringList serversNow()
@@ -59,7 +69,10 @@ protected:
         else
             EXPECT_TRUE(DNSBackup::store({{kWifi, {kOldServer}}}));
         model().setOutcomes({});
+        model().setPinnedTag(QStringLiteral("2026.09.0"));
+        model().setWebPort(8080);
         relaunch();
+        if (scene.isAnAction) prepareForActions(model(), user);
     }
 
     /// Every call of every tool in a run without mishaps.
@@ -69,6 +82,7 @@ protected:
         const auto before = Mac::journal().size();
         scene.play(model());
         EXPECT_TEXT(scene.missing(model()), "") << scene.name;
+        if (scene.result) m_good.insert(QLatin1String(scene.name), scene.result(model()));
         QHash<QString, int> counts;
         QList<Mishap> calls;
         for (const QJsonObject &call : Mac::journal().sliced(before)) {
@@ -78,18 +92,49 @@ protected:
         return calls;
     }
 
-    void endure(const Scene &scene, const Mishap &mishap)
+    void endure(const Scene &scene, const QList<Mishap> &mishaps)
     {
         m_wasShown = true;
-        SCOPED_TRACE(std::string(scene.name) + ": " + mishap.order().toStdString());
+        QStringList orders;
+        for (const Mishap &mishap : mishaps)
+            orders += mishap.order();
+        SCOPED_TRACE(std::string(scene.name) + ": " + orders.join(QStringLiteral("; ")).toStdString());
         begin(scene);
-        Mac::ctl(mishap.order());
+        for (const QString &order : orders)
+            Mac::ctl(order);
         scene.play(model());
         EXPECT_TEXT(scene.missing(model()), "");
         EXPECT_TRUE(quiet()) << "left busy: " << QStringList(model().busy().values()).join(u' ').toStdString();
         expectBackupBeforeChange();
+        if (m_comesAndGoes) expectAnotherTryToWork(scene);
         expectWayBack();
         ++m_endured;
+    }
+
+    /// What is on the screen, for whoever reads the failure of a test.
+    QString seen()
+    {
+        QStringList lines{model().statusLine(), model().notice(), model().startMessage(),
+                          model().startOp()->failureText(), model().installOp()->failureText()};
+        for (const CheckRow &row : model().piholeChecks())
+            lines += row.title + QStringLiteral(": ") + row.detail;
+        return lines.join(u'\n');
+    }
+
+    /// What went wrong is over: the same action comes to where it comes when nothing goes wrong.
+    void expectAnotherTryToWork(const Scene &scene)
+    {
+        Mac::ctl(QStringLiteral("fault clear"));
+        if (!scene.result || !m_good.contains(QLatin1String(scene.name))) return;
+        const QString good = m_good.value(QLatin1String(scene.name));
+        const QString before = scene.result(model());
+        if (before == good) return;
+        // The clock hurries: what is not given its time on a busy machine gets it at another try.
+        for (int tries = 0; tries < kTries && scene.result(model()) != good; ++tries)
+            scene.play(model());
+        EXPECT_EQ(scene.result(model()).toStdString(), good.toStdString()) << "after: " << before.toStdString() << '\n'
+                                                                           << seen().toStdString();
+        ++m_triedAgain;
     }
 
     /// DNS was never changed without the old servers on disk. Servers that could not be read count as none, and the
@@ -122,6 +167,10 @@ protected:
     }
 
     int m_endured = 0;
+    int m_triedAgain = 0;
+    bool m_comesAndGoes = false;
+    /// What each scene comes to when nothing goes wrong.
+    QHash<QString, QString> m_good;
 
 private:
     /// The user's patience with an operation that shows nothing new.
@@ -136,6 +185,7 @@ private:
         }
     }
 
+    static constexpr int kTries = 5;
     static constexpr int kPatience = 6; // looks, two in a second
     bool m_wasShown = true;
     QTimer m_watch;
@@ -151,15 +201,50 @@ TEST_F(Sweep, A_sample_of_mishaps_ends_in_a_sentence_and_leaves_a_way_back)
     int turn = 0;
     for (const Scene &scene : scenes()) {
         const QList<Mishap> calls = callsOf(scene);
-        ASSERT_GT(calls.size(), 4) << scene.name;
-        const qsizetype stride = std::max<qsizetype>(1, calls.size() / 5);
+        ASSERT_FALSE(calls.isEmpty() && !scene.isAnAction) << scene.name;
+        const qsizetype stride = std::max<qsizetype>(1, calls.size() / (scene.isAnAction ? 2 : 5));
         for (qsizetype i = 0; i < calls.size(); i += stride) {
             Mishap mishap = calls[i];
             mishap.kind = kinds()[turn++ % kinds().size()];
-            endure(scene, mishap);
+            endure(scene, {mishap});
         }
     }
     EXPECT_GE(m_endured, 25);
+}
+
+TEST_F(Sweep, Any_two_commands_go_wrong_and_it_works_when_that_is_over)
+{
+    m_comesAndGoes = true;
+    QList<QList<Mishap>> calls;
+    for (const Scene &scene : scenes())
+        calls += callsOf(scene);
+    std::mt19937 dice(20261122);
+    const auto anyOf = [&dice](qsizetype count) {
+        return static_cast<qsizetype>(dice() % static_cast<quint32>(count));
+    };
+    while (m_endured < pairs()) {
+        const qsizetype place = anyOf(scenes().size());
+        if (calls[place].size() < 2) continue;
+        Mishap one = calls[place][anyOf(calls[place].size())];
+        Mishap other = calls[place][anyOf(calls[place].size())];
+        one.kind = kinds()[anyOf(kinds().size())];
+        other.kind = kinds()[anyOf(kinds().size())];
+        endure(scenes()[place], {one, other});
+    }
+    std::printf("%d pairs, %d tried again\n", m_endured, m_triedAgain);
+}
+
+TEST_F(Sweep, Every_command_fails_once_and_it_works_when_that_is_over)
+{
+    m_comesAndGoes = true;
+    for (const Scene &scene : scenes()) {
+        const QList<Mishap> calls = callsOf(scene);
+        for (Mishap mishap : calls) {
+            mishap.kind = QStringLiteral("fail");
+            endure(scene, {mishap});
+        }
+    }
+    std::printf("%d failures, %d tried again\n", m_endured, m_triedAgain);
 }
 
 TEST_F(Sweep, Every_command_of_every_flow_goes_wrong_in_every_way)
@@ -169,7 +254,7 @@ TEST_F(Sweep, Every_command_of_every_flow_goes_wrong_in_every_way)
         for (Mishap mishap : calls) {
             for (const QString &kind : kinds()) {
                 mishap.kind = kind;
-                endure(scene, mishap);
+                endure(scene, {mishap});
             }
         }
     }
@@ -182,7 +267,7 @@ TEST_F(Sweep, Every_command_hangs_once)
         const QList<Mishap> calls = callsOf(scene);
         for (Mishap mishap : calls) {
             mishap.kind = QStringLiteral("hang");
-            endure(scene, mishap);
+            endure(scene, {mishap});
         }
     }
     std::printf("%d hangs\n", m_endured);
