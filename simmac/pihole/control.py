@@ -69,7 +69,7 @@ class Control:
         match request["do"]:
             case "state":
                 return {"knobs": pihole.knobs.as_dict(), "questions": len(pihole.log.all()), "requests": pihole.api.requests,
-                        "blocking": pihole.blocking.enabled}
+                        "blocking": pihole.blocking.enabled, "seats": pihole.sessions.taken()}
             case "set":
                 pihole.knobs.set(request["name"], request["value"])
                 await pihole.dns.follow_knobs()

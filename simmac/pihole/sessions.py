@@ -53,6 +53,10 @@ class Sessions:
             session.renew(self._clock.now(), self._knobs.session_seconds)
         return session
 
+    def taken(self) -> int:
+        """How many seats are taken."""
+        return len(self._seats)
+
     def close(self, session: Session) -> None:
         self._seats = {seat: held for seat, held in self._seats.items() if held is not session}
 
