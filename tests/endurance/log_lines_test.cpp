@@ -13,8 +13,8 @@ namespace {
 
 constexpr qint64 kSamples = 60;
 constexpr double kMebibyte = 1024 * 1024;
-constexpr double kAllowance = kMebibyte; // what the sanitizer keeps of its own
-constexpr double kPatience = 1800;       // seconds
+constexpr double kAllowance = 4 * kMebibyte; // what the sanitizer and the allocator may keep for themselves
+constexpr double kPatience = 1800;           // seconds
 
 } // namespace
 
