@@ -4,7 +4,9 @@ import collections
 import json
 import pathlib
 import subprocess
+import threading
 
+from mutants.mistakes import FOLDERS
 from mutants.tree import BUILD, ROOT
 
 
@@ -12,12 +14,13 @@ class Coverage:
     """Lines by file, and for each the programs that run it."""
 
     def __init__(self):
+        self._lock = threading.Lock()
         self._programs = collections.defaultdict(lambda: collections.defaultdict(set))
 
     def add(self, program, counts):
         """Takes in what a program has left in the folder of its counts."""
         left = pathlib.Path(f"{counts}{BUILD}")
-        found = [each for each in left.rglob("*.gcda") if "/tests/" not in str(each.relative_to(left))[:7]]
+        found = [each for name in FOLDERS for each in (left / name.split("/", maxsplit=1)[0]).rglob("*.gcda")]
         for each in found:
             notes = (BUILD / each.relative_to(left)).with_suffix(".gcno")
             link = each.with_suffix(".gcno")
@@ -25,9 +28,10 @@ class Coverage:
                 link.symlink_to(notes)
         told = subprocess.run(["gcov", "--json-format", "--stdout", *map(str, found)], cwd=BUILD, check=True,
                               capture_output=True, text=True).stdout
-        for line in told.splitlines():
-            for file in json.loads(line)["files"]:
-                self._take(program, BUILD / file["file"], file["lines"])
+        with self._lock:
+            for line in told.splitlines():
+                for file in json.loads(line)["files"]:
+                    self._take(program, BUILD / file["file"], file["lines"])
 
     def _take(self, program, path, lines):
         path = path.resolve()

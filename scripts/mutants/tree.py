@@ -79,7 +79,7 @@ class Tree:
     def link(self, program, made, target):
         """Links the program with the object in front of the libraries, which then leave theirs out; its path."""
         if program.name not in self._links:
-            told = subprocess.run(["ninja", "-t", "commands", "-s", program.name], cwd=BUILD, check=True, capture_output=True,
+            told = subprocess.run(["ninja", "-t", "commands", program.name], cwd=BUILD, check=True, capture_output=True,
                                   text=True).stdout
             self._links[program.name] = told.strip().splitlines()[-1]
         linked = target / program.name
