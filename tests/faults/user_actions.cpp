@@ -178,7 +178,10 @@ QList<UserAction> settingUp()
 {
     return {
         {"loadServices", Activity::LoadServices, [](AppModel &model) { return model.loadServices(); },
-         [](const AppModel &model) { return model.services().isEmpty() ? QString() : QStringLiteral("Read."); }, true},
+         [](const AppModel &model) {
+             return model.services().isEmpty() ? QStringLiteral("None.") : QStringLiteral("Read.");
+         },
+         true},
         {"applyDNS", Activity::ApplyDns, [](AppModel &model) { return model.applyDNS(); }, kDns},
         {"restoreOldSettings", Activity::RestoreDns, [](AppModel &model) { return model.restoreOldSettings(); }, kDns},
         {"installColimaAndDocker", Activity::Install, started([](AppModel &model) { model.installColimaAndDocker(); }),
