@@ -208,7 +208,7 @@ protected:
     /// Files, container and DNS agree, whatever happened side by side.
     void expectWhole()
     {
-        run(model().refreshStatus(true));
+        run(model().refreshStatus(Stats::Include));
         run(model().putRight());
         if (QFile::exists(PiholeFiles::compose())) {
             EXPECT_EQ(PiholeFiles::composeTag(), model().pinnedTag());

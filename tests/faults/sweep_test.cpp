@@ -131,7 +131,7 @@ protected:
         if (before == good) return;
         // The clock hurries: what is not given its time on a busy machine gets it at another try.
         for (int tries = 0; tries < kTries && scene.result(model()) != good; ++tries) {
-            run(model().refreshStatus(true));
+            run(model().refreshStatus(Stats::Include));
             if (model().containerState().kind() == ContainerState::Kind::Stopped) run(model().startPiholeNow());
             scene.play(model());
         }

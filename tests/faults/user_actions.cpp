@@ -120,7 +120,7 @@ QList<UserAction> tests()
          forgetOutcome("docker")},
         {"runPiholeTests",
          Activity::PiholeTests,
-         [](AppModel &model) { return model.runPiholeTests(false); },
+         [](AppModel &model) { return model.runPiholeTests(Wait::No); },
          outcomeOf("pihole"),
          true,
          {},
@@ -286,7 +286,7 @@ void prepareForActions(AppModel &model, User &user)
     Mac::ctl(QStringLiteral("app add com.brave.Browser"));
     EXPECT_TRUE(DNSBackup::store({{QStringLiteral("Wi-Fi"), {QStringLiteral("9.9.9.9")}}}));
     write(homeFile("Library/Application Support/BraveSoftware/Brave-Browser/Local State"), "{}");
-    QCoro::waitFor(model.refreshStatus(true));
+    QCoro::waitFor(model.refreshStatus(Stats::Include));
     QCoro::waitFor(model.loadServices());
     model.setBrowserReadAllowed(true);
     QCoro::waitFor(model.scanBrowsers());
