@@ -5,7 +5,7 @@
 #include "benchmarks/ui/printer.h"
 #include "benchmarks/ui/screens.h"
 #include "ui/fonts.h"
-#include "ui/log_text_view.h"
+#include "ui/log/log_text_view.h"
 
 #include <QApplication>
 #include <QEventLoop>

@@ -1,6 +1,6 @@
 #include "tests/ui/screen.h"
 #include "tests/ui/states.h"
-#include "ui/log_text_view.h"
+#include "ui/log/log_text_view.h"
 
 #include <QClipboard>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
-#include "ui/log_accessible.h"
+#include "ui/log/log_accessible.h"
 
-#include "ui/log_text_view.h"
+#include "ui/log/log_text_view.h"
 
 #include <QAccessibleObject>
 #include <QQuickWindow>

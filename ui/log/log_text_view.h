@@ -1,7 +1,7 @@
 #pragma once
 
 #include "exec/operation_runner.h"
-#include "ui/log_layout.h"
+#include "ui/log/log_layout.h"
 
 #include <QBasicTimer>
 #include <QColor>

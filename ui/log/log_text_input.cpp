@@ -1,4 +1,4 @@
-#include "ui/log_text_view.h"
+#include "ui/log/log_text_view.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

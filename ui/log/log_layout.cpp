@@ -1,4 +1,4 @@
-#include "ui/log_layout.h"
+#include "ui/log/log_layout.h"
 
 #include <algorithm>
 #include <utility>
