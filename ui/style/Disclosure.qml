@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // A heading that shows and hides what stands beneath it.
@@ -14,23 +13,13 @@ Column {
 
     spacing: 6
 
-    function turnByKey(event: KeyEvent) {
-        if (!event.isAutoRepeat)
-            root.asked(!root.open);
-    }
-
-    T.AbstractButton {
+    Pressable {
         id: header
         objectName: root.objectName + "Header"
         implicitWidth: implicitContentWidth + 8
         implicitHeight: implicitContentHeight + 6
-        focusPolicy: Qt.TabFocus
         onClicked: root.asked(!root.open)
-        Keys.onReturnPressed: event => root.turnByKey(event)
-        Keys.onEnterPressed: event => root.turnByKey(event)
-        Accessible.role: Accessible.Button
         Accessible.name: root.title
-        Accessible.onPressAction: root.asked(!root.open)
         Accessible.description: root.open ? qsTr("Shown") : qsTr("Hidden")
 
         contentItem: Row {

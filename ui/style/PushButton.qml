@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // A button, plain or prominent.
-T.Button {
+Pressable {
     id: root
 
     property bool prominent: false
@@ -18,25 +17,12 @@ T.Button {
     rightPadding: Theme.sized(11)
     topPadding: Theme.sized(4)
     bottomPadding: Theme.sized(4)
-    focusPolicy: Qt.TabFocus
-    font: Theme.body
     opacity: root.enabled ? 1 : 0.45
-    Accessible.name: root.text
     Accessible.description: root.enabled ? "" : qsTr("Not available now")
-    Accessible.role: Accessible.Button
-    Accessible.onPressAction: if (root.enabled) root.clicked()
-    Keys.onReturnPressed: event => root.pressByKey(event)
-    Keys.onEnterPressed: event => root.pressByKey(event)
 
     onVisibleChanged: {
         if (!root.visible && root.activeFocus && root.heir)
             root.heir.forceActiveFocus(Qt.TabFocusReason);
-    }
-
-    // A key that is held down presses once.
-    function pressByKey(event: KeyEvent) {
-        if (!event.isAutoRepeat)
-            root.clicked();
     }
 
     contentItem: Text {

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // A switch with its label in front, as a row of a form. It shows `on`, whatever was asked of it: whoever owns the value
 // hears `asked` and decides.
-T.AbstractButton {
+Pressable {
     id: root
 
     required property bool on
@@ -17,27 +16,14 @@ T.AbstractButton {
     implicitWidth: implicitContentWidth
     implicitHeight: Math.max(Theme.sized(24), implicitContentHeight)
     spacing: Theme.padding
-    focusPolicy: Qt.TabFocus
-    font: Theme.body
     opacity: root.enabled ? 1 : 0.5
-    onToggled: {
-        root.asked(root.checked);
-        root.checked = Qt.binding(() => root.on);
-    }
-    Accessible.name: root.text
+    onToggled: root.checked = Qt.binding(() => root.on)
+    onClicked: root.asked(!root.on)
     Accessible.description: root.enabled ? root.note : qsTr("Not available now")
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: root.on
-    Accessible.onPressAction: if (root.enabled) root.asked(!root.on)
     Accessible.onToggleAction: if (root.enabled) root.asked(!root.on)
-    Keys.onReturnPressed: event => root.turnByKey(event)
-    Keys.onEnterPressed: event => root.turnByKey(event)
-
-    function turnByKey(event: KeyEvent) {
-        if (!event.isAutoRepeat)
-            root.asked(!root.on);
-    }
 
     contentItem: ToggleLabel {
         text: root.text

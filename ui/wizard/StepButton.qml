@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // One step in the sidebar.
-T.AbstractButton {
+Pressable {
     id: root
 
     required property badge badge
@@ -14,19 +13,8 @@ T.AbstractButton {
     leftPadding: 8
     rightPadding: 8
     spacing: 8
-    focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
     Accessible.name: root.spoken
     Accessible.selected: root.current
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: event => root.pressByKey(event)
-    Keys.onEnterPressed: event => root.pressByKey(event)
-
-    // A key that is held down presses once.
-    function pressByKey(event: KeyEvent) {
-        if (!event.isAutoRepeat)
-            root.clicked();
-    }
 
     contentItem: Row {
         spacing: root.spacing
