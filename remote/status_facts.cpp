@@ -1,23 +1,26 @@
 #include "remote/status_facts.h"
 
+#include "app/light.h"
+
 #include <cmath>
 
 namespace corvane::remote {
 
 namespace {
 
-QString colour(MenuIcon icon)
+QString colour(Light light)
 {
-    switch (icon) {
-    case MenuIcon::Active:
+    switch (light) {
+    case Light::Green:
         return QStringLiteral("green");
-    case MenuIcon::NotUsed:
+    case Light::Orange:
         return QStringLiteral("orange");
-    case MenuIcon::NotAnswering:
+    case Light::Red:
         return QStringLiteral("red");
-    default:
-        return QStringLiteral("gray");
+    case Light::Gray:
+        break;
     }
+    return QStringLiteral("gray");
 }
 
 /// Null where Pi-hole has not told.
@@ -41,7 +44,7 @@ Answer statusOf(const AppModel &app)
     const auto counters = app.summary();
     QJsonObject facts{{QStringLiteral("running"), true},
                       {QStringLiteral("text"), app.statusLine()},
-                      {QStringLiteral("dot"), colour(app.icon())},
+                      {QStringLiteral("dot"), colour(lightOf(app.icon()))},
                       {QStringLiteral("checked"), app.statusChecked()},
                       {QStringLiteral("answering"), app.answering()},
                       {QStringLiteral("usedByMac"), app.usedByMac()},

@@ -1,5 +1,6 @@
 #include "ui/dot.h"
 
+#include "app/light.h"
 #include "platform/system_colors.h"
 
 #include <QPainter>
@@ -15,20 +16,19 @@ constexpr double kInset = 2;
 
 using platform::SystemColor;
 
-SystemColor colorOf(MenuIcon icon)
+SystemColor colorOf(Light light)
 {
-    switch (icon) {
-    case MenuIcon::Active:
+    switch (light) {
+    case Light::Green:
         return SystemColor::Green;
-    case MenuIcon::NotUsed:
+    case Light::Orange:
         return SystemColor::Orange;
-    case MenuIcon::NotAnswering:
+    case Light::Red:
         return SystemColor::Red;
-    case MenuIcon::Stopped:
-    case MenuIcon::Unknown:
-        return SystemColor::Gray;
+    case Light::Gray:
+        break;
     }
-    Q_UNREACHABLE();
+    return SystemColor::Gray;
 }
 
 } // namespace
@@ -42,7 +42,7 @@ QImage dot(MenuIcon icon, double scale)
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(platform::systemColor(colorOf(icon)));
+    painter.setBrush(platform::systemColor(colorOf(lightOf(icon))));
     painter.drawEllipse(QRectF(kInset, kInset, kSize - 2 * kInset, kSize - 2 * kInset));
     return image;
 }

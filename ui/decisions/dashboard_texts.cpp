@@ -1,5 +1,7 @@
 #include "ui/decisions/dashboard_texts.h"
 
+#include "app/light.h"
+
 #include <algorithm>
 #include <iomanip>
 #include <sstream>
@@ -66,15 +68,14 @@ QString startStopLabel(const ContainerState &container)
 
 Tint::Name dotTint(MenuIcon icon)
 {
-    switch (icon) {
-    case MenuIcon::Active:
+    switch (lightOf(icon)) {
+    case Light::Green:
         return Tint::Green;
-    case MenuIcon::NotUsed:
+    case Light::Orange:
         return Tint::Orange;
-    case MenuIcon::NotAnswering:
+    case Light::Red:
         return Tint::Red;
-    case MenuIcon::Stopped:
-    case MenuIcon::Unknown:
+    case Light::Gray:
         break;
     }
     return Tint::Gray;
