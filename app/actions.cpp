@@ -2,6 +2,7 @@
 #include "app/colima_start.h"
 #include "app/docker_words.h"
 #include "app/operation.h"
+#include "app/wizard_steps.h"
 #include "facts/container_name.h"
 #include "runtime/docker_cli.h"
 #include "runtime/machine_port.h"
@@ -32,7 +33,8 @@ Flow<> AppModel::startPiholeNow(Place::Name from)
         co_return;
     }
     if (!hasColima()) {
-        setNotice(QStringLiteral("Colima is not installed. Use step 3 of the wizard."));
+        setNotice(
+            QStringLiteral("Colima is not installed. Use step %1 of the wizard.").arg(stepNumber(WizardStep::Install)));
         co_return;
     }
     const CommandSteps steps = colimaStartSteps(*this);
@@ -55,7 +57,8 @@ Flow<> AppModel::finishStart()
     const ContainerState container = co_await PiholeController::containerState();
     setContainerState(container);
     if (container.isMissing()) {
-        setStartMessage(QStringLiteral("Pi-hole is not installed yet. Run step 4 of the wizard."));
+        setStartMessage(QStringLiteral("Pi-hole is not installed yet. Run step %1 of the wizard.")
+                            .arg(stepNumber(WizardStep::Pihole)));
         co_return;
     }
     const QString problem = co_await makeRoom();

@@ -1,6 +1,7 @@
 #include "app/app_model.h"
 
 #include "app/password_work.h"
+#include "app/wizard_steps.h"
 #include "exec/tools.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
@@ -19,18 +20,16 @@ constexpr std::chrono::seconds kPollInterval{15};
 
 } // namespace
 
+static_assert(AppModel::kStepCount == kWizardSteps.size());
+
 const QStringList &AppModel::stepTitles()
 {
-    static const QStringList titles{
-        QStringLiteral("Welcome"),
-        QStringLiteral("Check this Mac"),
-        QStringLiteral("Install Colima and Docker"),
-        QStringLiteral("Start Pi-hole"),
-        QStringLiteral("Test blocking"),
-        QStringLiteral("Point this Mac at Pi-hole"),
-        QStringLiteral("Check your browser"),
-        QStringLiteral("Done"),
-    };
+    static const QStringList titles = [] {
+        QStringList all;
+        for (const WizardStepRow &row : kWizardSteps)
+            all << QString::fromLatin1(row.title);
+        return all;
+    }();
     return titles;
 }
 
@@ -136,28 +135,8 @@ void AppModel::go(int step)
 
 bool AppModel::isStepDone(int step) const
 {
-    const auto hasPassed = [this](const char *test) { return passed(outcomes(), QString::fromLatin1(test)); };
-    switch (step) {
-    case 0:
-        return visited().contains(1);
-    case 1: {
-        const CheckRows rows = systemChecks();
-        return !rows.isEmpty() &&
-               std::ranges::none_of(rows, [](const CheckRow &row) { return row.state == CheckState::Failed; });
-    }
-    case 2:
-        return dockerWorks();
-    case 3:
-        return hasPassed("pihole");
-    case 4:
-        return hasPassed("blocking");
-    case 5:
-        return hasPassed("system");
-    case 6:
-        return hasPassed("browser");
-    default:
-        return setupSucceeded();
-    }
+    const bool known = step >= 0 && step < kStepCount;
+    return isProven(kWizardSteps.at(known ? static_cast<std::size_t>(step) : kWizardSteps.size() - 1), *this);
 }
 
 bool AppModel::mayBegin(Activity activity, void (AppModel::*say)(const QString &))

@@ -1,6 +1,7 @@
 #include "app/app_model.h"
 #include "app/file_work.h"
 #include "app/test_name.h"
+#include "app/wizard_steps.h"
 #include "dns/dns_configurator.h"
 #include "dns/dns_detour.h"
 
@@ -91,7 +92,8 @@ Flow<> AppModel::applyDNS()
     setDnsMessage({});
     if (!answering()) {
         setDnsMessage(
-            QStringLiteral("Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step 4 first."));
+            QStringLiteral("Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step %1 first.")
+                .arg(stepNumber(WizardStep::Pihole)));
         co_return;
     }
     QList<NetworkService> chosen = services();

@@ -5,6 +5,7 @@
 #include "app/operation.h"
 #include "app/operation_title.h"
 #include "app/password_work.h"
+#include "app/wizard_steps.h"
 #include "checks/port_checker.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
@@ -182,7 +183,8 @@ Flow<bool> AppModel::piholeCanStart()
 {
     co_await refreshTools();
     if (!dockerWorks()) {
-        setStartMessage(QStringLiteral("Docker is not running. Finish step 3 first."));
+        setStartMessage(
+            QStringLiteral("Docker is not running. Finish step %1 first.").arg(stepNumber(WizardStep::Install)));
         co_return false;
     }
     const ContainerState container = co_await PiholeController::containerState();

@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/wizard_steps.h"
 #include "dns/dns_configurator.h"
 #include "runtime/machine_port.h"
 #include "runtime/pihole_controller.h"
@@ -24,7 +25,8 @@ QCoro::Task<bool> mayAnswer(ContainerState container)
 }
 const QString kNotMadeAnew =
     QStringLiteral("Corvane has a newer admin password than Pi-hole: the start that was to bring it "
-                   "did not come to its end. Press 'Start Pi-hole' in step 4 of the wizard.");
+                   "did not come to its end. Press 'Start Pi-hole' in step %1 of the wizard.")
+        .arg(stepNumber(WizardStep::Pihole));
 constexpr std::chrono::seconds kStartPatience{10};
 constexpr std::chrono::seconds kBetweenLooks{1};
 

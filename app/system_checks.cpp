@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/wizard_steps.h"
 #include "checks/port_checker.h"
 #include "exec/tools.h"
 #include "platform/system_facts.h"
@@ -47,7 +48,9 @@ CheckRow brewRow(bool found, bool needed)
 
 CheckRow toolRow(const QString &tool, bool found, const std::optional<QString> &path)
 {
-    if (!found) return {tool, tool, CheckState::Failed, QStringLiteral("Not found. Step 3 can install it.")};
+    if (!found)
+        return {tool, tool, CheckState::Failed,
+                QStringLiteral("Not found. Step %1 can install it.").arg(stepNumber(WizardStep::Install))};
     return {tool, tool, CheckState::Ok, path.value_or(QStringLiteral("Found."))};
 }
 

@@ -2,6 +2,7 @@
 #include "app/container_steps.h"
 #include "app/operation.h"
 #include "app/operation_title.h"
+#include "app/wizard_steps.h"
 #include "checks/port_checker.h"
 #include "runtime/pihole_controller.h"
 
@@ -15,7 +16,8 @@ namespace {
 
 const QString kNoPassword =
     QStringLiteral("The port was not changed: the admin password is neither in your Keychain nor in Pi-hole's file. "
-                   "Set one in step 4 of the wizard first.");
+                   "Set one in step %1 of the wizard first.")
+        .arg(stepNumber(WizardStep::Pihole));
 
 /// Why the admin page cannot move to this port, as a sentence; empty when it can. `ours`: where the container has it.
 QString webPortProblem(int port, int ours)

@@ -94,6 +94,13 @@ struct PlaceInViews {
     QML_UNCREATABLE("A place is only named.")
 };
 
+struct WizardStepInViews {
+    Q_GADGET
+    QML_FOREIGN(corvane::WizardStep)
+    QML_NAMED_ELEMENT(WizardStep)
+    QML_UNCREATABLE("A step is only named.")
+};
+
 struct BadgeInViews {
     Q_GADGET
     QML_FOREIGN(corvane::Badge)

@@ -87,6 +87,9 @@ void Looks::bindDashboard()
 
 void Looks::bindSetUp()
 {
+    m_stepView.setBinding([this] { return corvane::stepView(m_app.step()); });
+    m_hasStepBefore.setBinding([this] { return corvane::hasStepBefore(m_app.step()); });
+    m_hasStepAfter.setBinding([this] { return corvane::hasStepAfter(m_app.step()); });
     m_stepPosition.setBinding([this] { return corvane::stepPosition(m_app.step()); });
     m_webPortTaken.setBinding([this] { return corvane::webPortTaken(m_app.portReports()); });
     m_dnsPortTaken.setBinding([this] { return corvane::dnsPortTaken(m_app.portReports()); });

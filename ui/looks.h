@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/app_model.h"
+#include "app/wizard_steps.h"
 #include "platform/appearance.h"
 #include "ui/accent.h"
 #include "ui/decisions/badge.h"
@@ -65,6 +66,9 @@ class Looks : public QObject {
 
     // The set-up.
     CORVANE_DERIVED(Looks, QString, stepPosition)
+    CORVANE_DERIVED(Looks, QString, stepView)
+    CORVANE_DERIVED(Looks, bool, hasStepBefore)
+    CORVANE_DERIVED(Looks, bool, hasStepAfter)
     CORVANE_DERIVED(Looks, QString, timeZone)
     CORVANE_DERIVED(Looks, bool, webPortTaken)
     CORVANE_DERIVED(Looks, bool, dnsPortTaken)
@@ -154,6 +158,8 @@ private:
     void followBrowsers();
     void followOperations();
     void showSteps();
+    Q_INVOKABLE [[nodiscard]] int stepNumber(corvane::WizardStep::Name step) const { return corvane::stepNumber(step); }
+
 
     AppModel &m_app;
     Appearance &m_appearance;

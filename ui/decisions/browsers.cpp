@@ -1,5 +1,6 @@
 #include "ui/decisions/browsers.h"
 
+#include "app/wizard_steps.h"
 #include "facts/addresses.h"
 
 #include <QHostAddress>
@@ -49,7 +50,8 @@ BrowserVerdict verdictOnBackup(BrowserRule rule)
     return {Way::PastPihole,
             QStringLiteral("It knows this Mac's backup server 1.1.1.1 and goes over to its secure DNS after a few "
                            "seconds, past Pi-hole. Switch secure DNS off as described above, or use Pi-hole only "
-                           "(step 6).")};
+                           "(step %1).")
+                .arg(stepNumber(WizardStep::DNS))};
 }
 
 BrowserVerdict verdictOfDefault(QStringList servers, BrowserRule rule)
@@ -137,8 +139,9 @@ BrowserVerdict browserVerdict(const BrowserInfo &browser, const BrowserSurroundi
     const bool mayAskPihole = browser.state == SecureDNSState::Off || browser.decidesItself;
     if (!browser.installed || !surroundings.report || !mayAskPihole) return {};
     if (!surroundings.report->firstIsPihole)
-        return {Way::Uncertain, QStringLiteral("This Mac itself does not ask Pi-hole now (step 6), so its browsers do "
-                                               "not either.")};
+        return {Way::Uncertain, QStringLiteral("This Mac itself does not ask Pi-hole now (step %1), so its browsers do "
+                                               "not either.")
+                                    .arg(stepNumber(WizardStep::DNS))};
     if (!browser.decidesItself) return {};
     if (browser.id == QLatin1String("firefox")) return verdictOnFirefox(surroundings.firefoxToldOff);
     return verdictOfDefault(surroundings.report->defaultServers, surroundings.rule);
@@ -188,7 +191,8 @@ QString browserRuleText(BrowserRule rule, bool answering, bool blocks)
 {
     static const QString mayLeave =
         QStringLiteral("Chrome, Edge and Brave may go over to the secure DNS of 1.1.1.1, past Pi-hole. ");
-    static const QString avoid = mayLeave + QStringLiteral("'Pi-hole only' (step 6) avoids that.");
+    static const QString avoid =
+        mayLeave + QStringLiteral("'Pi-hole only' (step %1) avoids that.").arg(stepNumber(WizardStep::DNS));
     static const QString reopen = QStringLiteral("Quit a browser that was open, and open it again.");
     switch (rule) {
     case BrowserRule::InPlace:

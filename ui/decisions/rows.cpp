@@ -1,5 +1,7 @@
 #include "ui/decisions/rows.h"
 
+#include "app/wizard_steps.h"
+
 #include <algorithm>
 
 namespace corvane {
@@ -163,18 +165,15 @@ QString resolverWarning(const std::optional<ResolverReport> &report, const Outco
 
 QList<Row> outcomeRows(const Outcomes &outcomes)
 {
-    const QList<std::pair<QString, QString>> tests{
-        {QStringLiteral("docker"), QStringLiteral("Docker engine")},
-        {QStringLiteral("pihole"), QStringLiteral("Pi-hole container, admin page and DNS (step 4)")},
-        {QStringLiteral("blocking"), QStringLiteral("Blocking (step 5)")},
-        {QStringLiteral("system"), QStringLiteral("This Mac uses Pi-hole (step 6)")},
-        {QStringLiteral("browser"), QStringLiteral("Browser (step 7)")},
-    };
     QList<Row> rows;
-    for (const auto &[test, label] : tests) {
+    for (const WizardStepRow &step : kWizardSteps) {
+        const QString test = QString::fromLatin1(step.test);
+        if (test.isEmpty()) continue;
+        const QString title =
+            QString::fromLatin1(step.testTitle).replace(QStringLiteral("%1"), QString::number(stepNumber(step.step)));
         const QString summary =
             outcomes.contains(test) ? outcomes.value(test).summary : QStringLiteral("Not tested in this session.");
-        rows.append({test, outcomeBadge(outcomes, test), label, summary});
+        rows.append({test, outcomeBadge(outcomes, test), title, summary});
     }
     return rows;
 }

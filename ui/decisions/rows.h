@@ -37,7 +37,7 @@ public:
 [[nodiscard]] Badge checkBadge(CheckState state);
 [[nodiscard]] QList<Row> checkRows(const CheckRows &rows);
 
-/// The tools that the second step of the set-up needs.
+/// The tools that the set-up needs.
 [[nodiscard]] QList<Row> toolRows(bool hasBrew, bool hasColima, bool hasDocker);
 
 /// One row for each port that is taken; the detail names its holder.

@@ -1,6 +1,7 @@
 #include "ui/decisions/steps.h"
 
 #include "app/app_model.h"
+#include "app/wizard_steps.h"
 
 namespace corvane {
 
@@ -23,5 +24,15 @@ Row stepRow(int step, const QString &title, bool done, bool current)
 }
 
 QString stepPosition(int step) { return QStringLiteral("Step %1 of %2").arg(step + 1).arg(AppModel::kStepCount); }
+
+QString stepView(int step)
+{
+    const auto &row = kWizardSteps.at(static_cast<std::size_t>(std::clamp(step, 0, kLastStep)));
+    return QString::fromLatin1(row.view) + QStringLiteral("StepView.qml");
+}
+
+bool hasStepBefore(int step) { return step > 0; }
+
+bool hasStepAfter(int step) { return step < kLastStep; }
 
 } // namespace corvane

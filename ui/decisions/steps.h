@@ -10,7 +10,12 @@ namespace corvane {
 /// What the sidebar shows and a screen reader says for a step; `step` counts from 0.
 [[nodiscard]] Row stepRow(int step, const QString &title, bool done, bool current);
 
-/// What stands between "Back" and "Next".
+/// The line between "Back" and "Next".
 [[nodiscard]] QString stepPosition(int step);
+
+/// The file that shows the step.
+[[nodiscard]] QString stepView(int step);
+[[nodiscard]] bool hasStepBefore(int step);
+[[nodiscard]] bool hasStepAfter(int step);
 
 } // namespace corvane

@@ -7,7 +7,7 @@ StepScaffold {
     id: root
 
     title: App.setupSucceeded ? qsTr("Pi-hole is running and this Mac uses it") : qsTr("Almost there")
-    subtitle: App.setupSucceeded ? qsTr("Primary DNS: Pi-hole, backup: 1.1.1.1") : qsTr("Success is only claimed when the Pi-hole test (step 4) and the Mac DNS test (step 6) both passed in this session.")
+    subtitle: App.setupSucceeded ? qsTr("Primary DNS: Pi-hole, backup: 1.1.1.1") : qsTr("Success is only claimed when the Pi-hole test (step %1) and the Mac DNS test (step %2) both passed in this session.").arg(Looks.stepNumber(WizardStep.Pihole)).arg(Looks.stepNumber(WizardStep.DNS))
 
     CheckList {
         objectName: "outcomes"
@@ -74,7 +74,7 @@ StepScaffold {
 
         BodyText {
             width: parent.width
-            text: qsTr("Press 'Restore my old settings' (here, in step 1 or 6, or in the main window) to put your previous DNS servers back. 'Remove Pi-hole' in Settings also restores them first.")
+            text: qsTr("Press 'Restore my old settings' (here, in step %1 or %2, or in the main window) to put your previous DNS servers back. 'Remove Pi-hole' in Settings also restores them first.").arg(Looks.stepNumber(WizardStep.Welcome)).arg(Looks.stepNumber(WizardStep.DNS))
         }
         RestoreRow {
             objectName: "doneRestore"

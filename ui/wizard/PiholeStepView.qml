@@ -30,7 +30,7 @@ StepScaffold {
             }
             BodyText {
                 visible: !App.dockerWorks
-                text: qsTr("Docker is not running yet (step 3).")
+                text: qsTr("Docker is not running yet (step %1).").arg(Looks.stepNumber(WizardStep.Install))
                 color: Theme.secondaryText
                 anchors.verticalCenter: parent.verticalCenter
             }

@@ -9,7 +9,7 @@ RowLayout {
     PushButton {
         objectName: "backButton"
         text: qsTr("Back")
-        enabled: App.step > 0
+        enabled: Looks.hasStepBefore
         onClicked: Commands.go(App.step - 1)
     }
     Item {
@@ -30,7 +30,7 @@ RowLayout {
     PushButton {
         id: next
         objectName: "nextButton"
-        visible: App.step < 7
+        visible: Looks.hasStepAfter
         prominent: true
         text: qsTr("Next")
         onClicked: Commands.go(App.step + 1)

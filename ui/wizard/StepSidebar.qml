@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Corvane
 
-// The eight steps: what is done, what is current, and a way to each.
+// The steps: what is done, what is current, and a way to each.
 Rectangle {
     id: root
 

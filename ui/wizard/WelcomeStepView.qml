@@ -19,7 +19,7 @@ StepScaffold {
                 qsTr("1. Check this Mac, then install Colima and Docker with Homebrew if they are missing."),
                 qsTr("2. Run Pi-hole in a container that listens on this Mac only (127.0.0.1)."),
                 qsTr("3. Test that it answers and that it blocks."),
-                qsTr("4. In step 6, point this Mac's DNS at Pi-hole first and 1.1.1.1 as backup."),
+                qsTr("4. In step %1, point this Mac's DNS at Pi-hole first and 1.1.1.1 as backup.").arg(Looks.stepNumber(WizardStep.DNS)),
                 qsTr("5. Look at your browsers' own secure-DNS settings, which can bypass Pi-hole (read-only).")
             ]
 
@@ -33,7 +33,7 @@ StepScaffold {
     }
     BodyText {
         width: parent.width
-        text: qsTr("Your network settings change only in step 6, after you confirm. Before that, nothing about your DNS is touched.")
+        text: qsTr("Your network settings change only in step %1, after you confirm. Before that, nothing about your DNS is touched.").arg(Looks.stepNumber(WizardStep.DNS))
     }
     BodyText {
         width: parent.width

@@ -33,13 +33,8 @@ RowLayout {
             objectName: "stepArea"
             Layout.fillWidth: true
             Layout.fillHeight: true
-            source: stepView(App.step)
+            source: Qt.resolvedUrl(Looks.stepView)
             focus: true
-
-            function stepView(step: int): string {
-                const views = ["Welcome", "Checks", "Install", "Pihole", "Blocking", "DNS", "Browser"];
-                return Qt.resolvedUrl((step < views.length ? views[step] : "Done") + "StepView.qml");
-            }
         }
         Divider {
             Layout.fillWidth: true

@@ -1,3 +1,4 @@
+#include "app/wizard_steps.h"
 #include "ui/decisions/steps.h"
 
 #include <gtest/gtest.h>
@@ -30,6 +31,26 @@ TEST(Steps, A_row_counts_from_one_and_is_spoken_whole)
 TEST(Steps, A_title_with_a_place_marker_is_spoken_as_it_stands)
 {
     EXPECT_EQ(stepRow(0, QStringLiteral("%1 and %2"), false, false).title, QStringLiteral("1. %1 and %2"));
+}
+
+TEST(Steps, Every_step_has_a_view_of_its_own_and_a_number_out_of_range_shows_the_nearest)
+{
+    QSet<QString> views;
+    for (int step = 0; step <= kLastStep; ++step)
+        views << stepView(step);
+    EXPECT_EQ(views.size(), kLastStep + 1);
+    EXPECT_EQ(stepView(WizardStep::DNS), QStringLiteral("DNSStepView.qml"));
+    EXPECT_EQ(stepView(-1), stepView(0));
+    EXPECT_EQ(stepView(kLastStep + 1), QStringLiteral("DoneStepView.qml"));
+}
+
+TEST(Steps, The_first_has_none_before_it_and_the_last_none_after)
+{
+    EXPECT_FALSE(hasStepBefore(WizardStep::Welcome));
+    EXPECT_TRUE(hasStepAfter(WizardStep::Welcome));
+    EXPECT_TRUE(hasStepBefore(WizardStep::Done));
+    EXPECT_FALSE(hasStepAfter(WizardStep::Done));
+    EXPECT_TRUE(hasStepAfter(WizardStep::Browser));
 }
 
 TEST(Steps, The_position_names_step_and_count) { EXPECT_EQ(stepPosition(7), QStringLiteral("Step 8 of 8")); }
