@@ -68,10 +68,6 @@ void Looks::bindPlaces()
 void Looks::bindDashboard()
 {
     m_dotTint.setBinding([this] { return corvane::dotTint(m_app.icon()); });
-    m_queries.setBinding([this] { return queriesText(m_app.summary()); });
-    m_blocked.setBinding([this] { return blockedText(m_app.summary()); });
-    m_blockedPercent.setBinding([this] { return blockedPercentText(m_app.summary()); });
-    m_blockingText.setBinding([this] { return corvane::blockingText(m_app.blocking()); });
     m_logTrouble.setBinding([this] { return corvane::logTrouble(m_app.apiMessage()); });
     m_pauseLabel.setBinding([this] { return corvane::pauseLabel(m_app.blocking()); });
     m_listsText.setBinding([this] { return corvane::listsText(m_app.summary(), QDateTime::currentDateTime()); });
@@ -138,6 +134,9 @@ void Looks::followLists()
     const auto tools = [this] { m_tools.show(toolRows(m_app.hasBrew(), m_app.hasColima(), m_app.hasDocker())); };
     follow(&AppModel::hasBrewChanged, tools);
     follow(&AppModel::hasColimaChanged, tools);
+    const auto counters = [this] { m_counters.show(counterRows(m_app.summary(), m_app.blocking())); };
+    follow(&AppModel::summaryChanged, counters);
+    follow(&AppModel::blockingChanged, counters);
     follow(&AppModel::hasDockerChanged, tools);
     const auto steps = [this] { showSteps(); };
     follow(&AppModel::stepChanged, steps);

@@ -47,10 +47,6 @@ class Looks : public QObject {
 
     // The dashboard.
     CORVANE_DERIVED(Looks, corvane::Tint::Name, dotTint)
-    CORVANE_DERIVED(Looks, QString, queries)
-    CORVANE_DERIVED(Looks, QString, blocked)
-    CORVANE_DERIVED(Looks, QString, blockedPercent)
-    CORVANE_DERIVED(Looks, QString, blockingText)
     CORVANE_DERIVED(Looks, QString, pauseLabel)
     CORVANE_DERIVED(Looks, bool, operating)
     CORVANE_DERIVED(Looks, QString, startInPreparation)
@@ -102,6 +98,7 @@ class Looks : public QObject {
     Q_PROPERTY(QColor accent READ accent NOTIFY appearanceChanged)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY appearanceChanged)
     Q_PROPERTY(bool increasesContrast READ increasesContrast NOTIFY appearanceChanged)
+    Q_PROPERTY(corvane::RowList *counters READ counters CONSTANT)
     Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
 
 public:
@@ -121,6 +118,7 @@ public:
     /// The ports on offer when another program holds the web port.
     [[nodiscard]] QStringList freePorts() const { return m_freePorts; }
     [[nodiscard]] QColor accent() const { return m_appearance.accent(); }
+    [[nodiscard]] RowList *counters() { return &m_counters; }
     [[nodiscard]] bool reducesMotion() const { return m_appearance.reducesMotion(); }
     [[nodiscard]] bool increasesContrast() const { return m_appearance.increasesContrast(); }
     [[nodiscard]] QString fixedFamily() const;
@@ -177,3 +175,4 @@ private:
 };
 
 } // namespace corvane
+    RowList m_counters;

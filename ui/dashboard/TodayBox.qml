@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Corvane
 
@@ -8,7 +10,7 @@ Column {
     GroupBox {
         id: box
 
-        readonly property real share: (width - 2 * Theme.padding - 3 * numbers.spacing) / 4
+        readonly property real share: (width - 2 * Theme.padding - (Looks.counters.count - 1) * numbers.spacing) / Looks.counters.count
 
         width: root.width
         title: qsTr("Today")
@@ -17,29 +19,17 @@ Column {
             id: numbers
             spacing: 12
 
-            Statistic {
-                objectName: "queries"
-                width: box.share
-                value: Looks.queries
-                label: qsTr("Queries")
-            }
-            Statistic {
-                objectName: "blocked"
-                width: box.share
-                value: Looks.blocked
-                label: qsTr("Blocked")
-            }
-            Statistic {
-                objectName: "blockedPercent"
-                width: box.share
-                value: Looks.blockedPercent
-                label: qsTr("Blocked %")
-            }
-            Statistic {
-                objectName: "blocking"
-                width: box.share
-                value: Looks.blockingText
-                label: qsTr("Blocking")
+            Repeater {
+                model: Looks.counters
+
+                Statistic {
+                    required property row row
+
+                    objectName: row.id
+                    width: box.share
+                    value: row.detail
+                    label: row.title
+                }
             }
         }
     }

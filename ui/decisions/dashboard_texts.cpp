@@ -24,19 +24,18 @@ QString oneDecimal(double number)
 
 } // namespace
 
-QString queriesText(const std::optional<PiholeSummary> &summary)
+QList<Row> counterRows(const std::optional<PiholeSummary> &summary, const std::optional<PiholeBlocking> &blocking)
 {
-    return summary ? QString::number(summary->total) : kNothing;
-}
-
-QString blockedText(const std::optional<PiholeSummary> &summary)
-{
-    return summary ? QString::number(summary->blocked) : kNothing;
-}
-
-QString blockedPercentText(const std::optional<PiholeSummary> &summary)
-{
-    return summary ? oneDecimal(summary->percentBlocked) + u'%' : kNothing;
+    const auto counter = [&summary](const char *id, const QString &name, auto text) {
+        return Row{QString::fromLatin1(id), {}, name, summary ? text(*summary) : kNothing};
+    };
+    return {
+        counter("queries", QStringLiteral("Queries"), [](const auto &today) { return QString::number(today.total); }),
+        counter("blocked", QStringLiteral("Blocked"), [](const auto &today) { return QString::number(today.blocked); }),
+        counter("blockedPercent", QStringLiteral("Blocked %"),
+                [](const auto &today) { return oneDecimal(today.percentBlocked) + u'%'; }),
+        {QStringLiteral("blocking"), {}, QStringLiteral("Blocking"), blockingText(blocking)},
+    };
 }
 
 QString blockingText(const std::optional<PiholeBlocking> &blocking)

@@ -3,14 +3,13 @@
 #include "api/pihole_types.h"
 #include "app/menu_icon.h"
 #include "runtime/container_state.h"
-#include "ui/decisions/badge.h"
+#include "ui/decisions/rows.h"
 
 namespace corvane {
 
-/// The dashboard's three counters; "-" without a summary.
-[[nodiscard]] QString queriesText(const std::optional<PiholeSummary> &summary);
-[[nodiscard]] QString blockedText(const std::optional<PiholeSummary> &summary);
-[[nodiscard]] QString blockedPercentText(const std::optional<PiholeSummary> &summary);
+/// Today's numbers and whether Pi-hole blocks, from left to right; "-" for what is not known.
+[[nodiscard]] QList<Row> counterRows(const std::optional<PiholeSummary> &summary,
+                                     const std::optional<PiholeBlocking> &blocking);
 
 /// Whether Pi-hole blocks, and for how many minutes it still pauses.
 [[nodiscard]] QString blockingText(const std::optional<PiholeBlocking> &blocking);

@@ -2,24 +2,36 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
 
+/// The number that the dashboard shows for it.
+QString counter(const QString &id, const std::optional<PiholeSummary> &summary)
+{
+    const QList<Row> rows = counterRows(summary, std::nullopt);
+    const auto row = std::ranges::find(rows, id, &Row::id);
+    return row == rows.end() ? QString() : row->detail;
+}
+
 TEST(DashboardTexts, Without_a_summary_every_counter_is_a_dash)
 {
-    EXPECT_EQ(queriesText(std::nullopt), QStringLiteral("-"));
-    EXPECT_EQ(blockedText(std::nullopt), QStringLiteral("-"));
-    EXPECT_EQ(blockedPercentText(std::nullopt), QStringLiteral("-"));
+    const QList<Row> rows = counterRows(std::nullopt, std::nullopt);
+    EXPECT_EQ(rows.size(), 4);
+    for (const Row &row : rows)
+        EXPECT_EQ(row.detail, QStringLiteral("-")) << qPrintable(row.id);
 }
 
 TEST(DashboardTexts, The_percentage_has_one_digit_after_the_point)
 {
-    EXPECT_EQ(blockedPercentText(PiholeSummary{100, 12, 12.345}), QStringLiteral("12.3%"));
-    EXPECT_EQ(blockedPercentText(PiholeSummary{0, 0, 0}), QStringLiteral("0.0%"));
-    EXPECT_EQ(blockedPercentText(PiholeSummary{1600, 100, 6.25}), QStringLiteral("6.2%"));
-    EXPECT_EQ(blockedPercentText(PiholeSummary{1600, 108, 6.75}), QStringLiteral("6.8%"));
-    EXPECT_EQ(queriesText(PiholeSummary{1234567, 0, 0}), QStringLiteral("1234567"));
+    const QString share = QStringLiteral("blockedPercent");
+    EXPECT_EQ(counter(share, PiholeSummary{100, 12, 12.345}), QStringLiteral("12.3%"));
+    EXPECT_EQ(counter(share, PiholeSummary{0, 0, 0}), QStringLiteral("0.0%"));
+    EXPECT_EQ(counter(share, PiholeSummary{1600, 100, 6.25}), QStringLiteral("6.2%"));
+    EXPECT_EQ(counter(share, PiholeSummary{1600, 108, 6.75}), QStringLiteral("6.8%"));
+    EXPECT_EQ(counter(QStringLiteral("queries"), PiholeSummary{1234567, 0, 0}), QStringLiteral("1234567"));
 }
 
 TEST(DashboardTexts, Only_a_log_that_was_not_saved_is_told_of_beside_the_log)
