@@ -15,15 +15,18 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include <utility>
+
 namespace corvane {
 
 Looks::Looks(AppModel &app, Appearance &appearance)
     : m_app(app)
     , m_appearance(appearance)
 {
-    bindBusyFlags();
+    followBusy();
     bindPlaces();
     bindDashboard();
+    bindControls();
     bindSetUp();
     followLists();
     followBrowsers();
@@ -32,28 +35,10 @@ Looks::Looks(AppModel &app, Appearance &appearance)
     qApp->installEventFilter(this);
 }
 
-void Looks::bindBusyFlags()
+void Looks::followBusy()
 {
-    const auto busy = [this](const char *key) {
-        return [this, name = QString::fromLatin1(key)] { return m_app.busy().contains(name); };
-    };
-    m_checking.setBinding(busy("checks"));
-    m_testingDocker.setBinding(busy("docker"));
-    m_testingPihole.setBinding(busy("pihole"));
-    m_testingBlocking.setBinding(busy("blocking"));
-    m_loadingServices.setBinding(busy("services"));
-    m_applyingDNS.setBinding(busy("applydns"));
-    m_testingSystem.setBinding(busy("system"));
-    m_restoringDNS.setBinding(busy("restoredns"));
-    m_testingBrowser.setBinding(busy("browser"));
-    m_provingBrowser.setBinding(busy("browserproof"));
-    m_controlling.setBinding(busy("container"));
-    m_scanningBrowsers.setBinding(busy("browsers"));
-    m_askingForUpdates.setBinding(busy("updates"));
-    m_loadingLog.setBinding(busy("logs"));
-    m_makingReport.setBinding(busy("report"));
-    m_loadingLists.setBinding(busy("lists"));
-    m_testingAnything.setBinding([this] { return m_testingPihole || m_testingBlocking || m_testingSystem; });
+    connect(&m_app, &AppModel::busyChanged, this, &Looks::busyChanged);
+    m_testingAnything.setBinding([this] { return testingPihole() || testingBlocking() || testingSystem(); });
 }
 
 void Looks::bindPlaces()
@@ -72,9 +57,14 @@ void Looks::bindDashboard()
     m_pauseLabel.setBinding([this] { return corvane::pauseLabel(m_app.blocking()); });
     m_listsText.setBinding([this] { return corvane::listsText(m_app.summary(), QDateTime::currentDateTime()); });
     m_listsHint.setBinding([this] { return corvane::listsHint(m_app.summary(), QDateTime::currentDateTime()); });
-    m_canStart.setBinding([this] { return corvane::canStart(m_app.containerState(), m_operating || m_controlling); });
+}
+
+void Looks::bindControls()
+{
+    const auto changing = [this] { return m_operating || controlling(); };
+    m_canStart.setBinding([this, changing] { return corvane::canStart(m_app.containerState(), changing()); });
     m_canStopOrRestart.setBinding(
-        [this] { return corvane::canStopOrRestart(m_app.containerState(), m_operating || m_controlling); });
+        [this, changing] { return corvane::canStopOrRestart(m_app.containerState(), changing()); });
     m_canUpdate.setBinding([this] {
         const std::optional<QString> latest = m_app.latestTag();
         return !m_operating && latest && isNewer(*latest, m_app.pinnedTag());
@@ -126,8 +116,8 @@ void Looks::followLists()
     follow(&AppModel::outcomesChanged, [this] { m_testResults.show(corvane::testResults(m_app.outcomes())); });
     follow(&AppModel::portReportsChanged, [this] { showPorts(); });
     // Equal reports tell nobody.
-    connect(this, &Looks::checkingChanged, this, [this] {
-        if (!m_checking) showPorts();
+    connect(&m_app, &AppModel::busyChanged, this, [this, was = checking()]() mutable {
+        if (std::exchange(was, checking()) && !checking()) showPorts();
     });
     // It may have been changed elsewhere while another step was shown.
     follow(&AppModel::stepChanged, [this] { m_timeZone = PiholeController::safeTimeZone(); });

@@ -12,29 +12,35 @@
 
 namespace corvane {
 
+/// Whether something is under way, by its key in the model's `busy`.
+#define CORVANE_BUSY(name, key)                                                                                        \
+    Q_PROPERTY(bool name READ name NOTIFY busyChanged)                                                                 \
+public:                                                                                                                \
+    [[nodiscard]] bool name() const { return m_app.busy().contains(QStringLiteral(key)); }
+
 /// What the views show and allow, decided from the model: every property follows the model's fields.
 class Looks : public QObject {
     Q_OBJECT
 
-    // Which actions are under way.
-    CORVANE_DERIVED(Looks, bool, checking)
-    CORVANE_DERIVED(Looks, bool, testingDocker)
-    CORVANE_DERIVED(Looks, bool, testingPihole)
-    CORVANE_DERIVED(Looks, bool, testingBlocking)
-    CORVANE_DERIVED(Looks, bool, loadingServices)
-    CORVANE_DERIVED(Looks, bool, applyingDNS)
-    CORVANE_DERIVED(Looks, bool, testingSystem)
-    CORVANE_DERIVED(Looks, bool, restoringDNS)
-    CORVANE_DERIVED(Looks, bool, testingBrowser)
-    CORVANE_DERIVED(Looks, bool, provingBrowser)
-    CORVANE_DERIVED(Looks, bool, scanningBrowsers)
-    CORVANE_DERIVED(Looks, bool, askingForUpdates)
-    CORVANE_DERIVED(Looks, bool, loadingLog)
-    CORVANE_DERIVED(Looks, bool, makingReport)
-    CORVANE_DERIVED(Looks, bool, testingAnything)
-    CORVANE_DERIVED(Looks, bool, loadingLists)
+    // Which actions are under way, by the model's `busy`.
+    CORVANE_BUSY(checking, "checks")
+    CORVANE_BUSY(testingDocker, "docker")
+    CORVANE_BUSY(testingPihole, "pihole")
+    CORVANE_BUSY(testingBlocking, "blocking")
+    CORVANE_BUSY(loadingServices, "services")
+    CORVANE_BUSY(applyingDNS, "applydns")
+    CORVANE_BUSY(testingSystem, "system")
+    CORVANE_BUSY(restoringDNS, "restoredns")
+    CORVANE_BUSY(testingBrowser, "browser")
+    CORVANE_BUSY(provingBrowser, "browserproof")
+    CORVANE_BUSY(scanningBrowsers, "browsers")
+    CORVANE_BUSY(askingForUpdates, "updates")
+    CORVANE_BUSY(loadingLog, "logs")
+    CORVANE_BUSY(makingReport, "report")
+    CORVANE_BUSY(loadingLists, "lists")
     /// The container is being started, stopped or restarted.
-    CORVANE_DERIVED(Looks, bool, controlling)
+    CORVANE_BUSY(controlling, "container")
+    CORVANE_DERIVED(Looks, bool, testingAnything)
     /// A start of Colima from the dashboard is running or has failed.
     CORVANE_DERIVED(Looks, bool, startingColima)
     /// The last operation of maintenance moved Pi-hole to another port.
@@ -148,12 +154,13 @@ Q_SIGNALS:
     void appearanceChanged();
 
 private:
-    void bindBusyFlags();
+    void followBusy();
     void bindPlaces();
     void bindDashboard();
     void bindSetUp();
     void followLists();
     void followBrowsers();
+    void busyChanged();
     void followOperations();
     void showSteps();
     Q_INVOKABLE [[nodiscard]] int stepNumber(corvane::WizardStep::Name step) const { return corvane::stepNumber(step); }
@@ -161,6 +168,7 @@ private:
 
     AppModel &m_app;
     Appearance &m_appearance;
+    void bindControls();
     RowList m_steps;
     RowList m_systemChecks;
     RowList m_takenPorts;

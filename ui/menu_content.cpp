@@ -28,7 +28,7 @@ MenuContent::MenuContent(AppModel &app, Looks &looks, Commands &commands, Action
     connect(&m_app, &AppModel::containerStateChanged, this, &MenuContent::follow);
     connect(&m_looks, &Looks::pauseLabelChanged, this, &MenuContent::follow);
     connect(&m_looks, &Looks::operatingChanged, this, &MenuContent::follow);
-    connect(&m_looks, &Looks::controllingChanged, this, &MenuContent::follow);
+    connect(&m_looks, &Looks::busyChanged, this, &MenuContent::follow);
     follow();
 }
 
