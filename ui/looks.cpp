@@ -69,14 +69,27 @@ void Looks::bindControls()
         const std::optional<QString> latest = m_app.latestTag();
         return !m_operating && latest && isNewer(*latest, m_app.pinnedTag());
     });
+    m_canChangePihole.setBinding([this] { return corvane::canChangePihole(m_operating, controlling()); });
+    m_canRefreshLists.setBinding([this] { return corvane::canRefreshLists(m_canChangePihole, m_app.answering()); });
+    m_canRemovePihole.setBinding([this] { return corvane::canRemovePihole(m_operating, applyingDNS()); });
+    m_canSetUpPihole.setBinding(
+        [this] { return corvane::canSetUpPihole(m_operating, m_app.dockerWorks(), m_app.passwordInput()); });
+    m_canChangeDNS.setBinding([this] { return canChangeDns(m_app.selectedServices(), restoringDNS()); });
+    m_mustPickService.setBinding([this] {
+        return corvane::mustPickService(m_app.dnsMessage(), !m_app.services().isEmpty(), m_app.selectedServices());
+    });
+    m_foundNoBrowser.setBinding([this] {
+        return corvane::foundNoBrowser(m_app.browserReadAllowed(), scanningBrowsers(), !m_app.browsers().isEmpty());
+    });
+    m_returnGoesOn.setBinding([this] { return corvane::returnGoesOn(m_app.step(), m_operating, m_app.busy()); });
 }
 
 void Looks::bindSetUp()
 {
+    m_stepPosition.setBinding([this] { return corvane::stepPosition(m_app.step()); });
     m_stepView.setBinding([this] { return corvane::stepView(m_app.step()); });
     m_hasStepBefore.setBinding([this] { return corvane::hasStepBefore(m_app.step()); });
     m_hasStepAfter.setBinding([this] { return corvane::hasStepAfter(m_app.step()); });
-    m_stepPosition.setBinding([this] { return corvane::stepPosition(m_app.step()); });
     m_webPortTaken.setBinding([this] { return corvane::webPortTaken(m_app.portReports()); });
     m_dnsPortTaken.setBinding([this] { return corvane::dnsPortTaken(m_app.portReports()); });
     m_passwordTooShort.setBinding([this] { return AdminPassword::isTooShort(m_app.passwordInput()); });
@@ -121,12 +134,12 @@ void Looks::followLists()
     });
     // It may have been changed elsewhere while another step was shown.
     follow(&AppModel::stepChanged, [this] { m_timeZone = PiholeController::safeTimeZone(); });
-    const auto tools = [this] { m_tools.show(toolRows(m_app.hasBrew(), m_app.hasColima(), m_app.hasDocker())); };
-    follow(&AppModel::hasBrewChanged, tools);
-    follow(&AppModel::hasColimaChanged, tools);
     const auto counters = [this] { m_counters.show(counterRows(m_app.summary(), m_app.blocking())); };
     follow(&AppModel::summaryChanged, counters);
     follow(&AppModel::blockingChanged, counters);
+    const auto tools = [this] { m_tools.show(toolRows(m_app.hasBrew(), m_app.hasColima(), m_app.hasDocker())); };
+    follow(&AppModel::hasBrewChanged, tools);
+    follow(&AppModel::hasColimaChanged, tools);
     follow(&AppModel::hasDockerChanged, tools);
     const auto steps = [this] { showSteps(); };
     follow(&AppModel::stepChanged, steps);

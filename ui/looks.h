@@ -61,6 +61,9 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, canStart)
     CORVANE_DERIVED(Looks, bool, canStopOrRestart)
     CORVANE_DERIVED(Looks, bool, canUpdate)
+    CORVANE_DERIVED(Looks, bool, canChangePihole)
+    CORVANE_DERIVED(Looks, bool, canRefreshLists)
+    CORVANE_DERIVED(Looks, bool, canRemovePihole)
     CORVANE_DERIVED(Looks, bool, hasLog)
     CORVANE_DERIVED(Looks, QString, logTrouble)
     CORVANE_DERIVED(Looks, QString, listsText)
@@ -71,6 +74,11 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, QString, stepView)
     CORVANE_DERIVED(Looks, bool, hasStepBefore)
     CORVANE_DERIVED(Looks, bool, hasStepAfter)
+    CORVANE_DERIVED(Looks, bool, returnGoesOn)
+    CORVANE_DERIVED(Looks, bool, canSetUpPihole)
+    CORVANE_DERIVED(Looks, bool, canChangeDNS)
+    CORVANE_DERIVED(Looks, bool, mustPickService)
+    CORVANE_DERIVED(Looks, bool, foundNoBrowser)
     CORVANE_DERIVED(Looks, QString, timeZone)
     CORVANE_DERIVED(Looks, bool, webPortTaken)
     CORVANE_DERIVED(Looks, bool, dnsPortTaken)
@@ -90,6 +98,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, QString, provedBrowsers)
     CORVANE_DERIVED(Looks, QStringList, selectedServices)
 
+    Q_PROPERTY(corvane::RowList *counters READ counters CONSTANT)
     Q_PROPERTY(corvane::RowList *steps READ steps CONSTANT)
     Q_PROPERTY(corvane::RowList *systemChecks READ systemChecks CONSTANT)
     Q_PROPERTY(corvane::RowList *takenPorts READ takenPorts CONSTANT)
@@ -104,12 +113,12 @@ class Looks : public QObject {
     Q_PROPERTY(QColor accent READ accent NOTIFY appearanceChanged)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY appearanceChanged)
     Q_PROPERTY(bool increasesContrast READ increasesContrast NOTIFY appearanceChanged)
-    Q_PROPERTY(corvane::RowList *counters READ counters CONSTANT)
     Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
 
 public:
     Looks(AppModel &app, Appearance &appearance);
 
+    [[nodiscard]] RowList *counters() { return &m_counters; }
     [[nodiscard]] RowList *steps() { return &m_steps; }
     [[nodiscard]] RowList *systemChecks() { return &m_systemChecks; }
     [[nodiscard]] RowList *takenPorts() { return &m_takenPorts; }
@@ -124,7 +133,6 @@ public:
     /// The ports on offer when another program holds the web port.
     [[nodiscard]] QStringList freePorts() const { return m_freePorts; }
     [[nodiscard]] QColor accent() const { return m_appearance.accent(); }
-    [[nodiscard]] RowList *counters() { return &m_counters; }
     [[nodiscard]] bool reducesMotion() const { return m_appearance.reducesMotion(); }
     [[nodiscard]] bool increasesContrast() const { return m_appearance.increasesContrast(); }
     [[nodiscard]] QString fixedFamily() const;
@@ -147,9 +155,12 @@ public:
         return corvane::accentTrack(accent, dark);
     }
 
+    Q_INVOKABLE [[nodiscard]] int stepNumber(corvane::WizardStep::Name step) const { return corvane::stepNumber(step); }
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
+    void busyChanged();
     void freePortsChanged();
     void appearanceChanged();
 
@@ -157,18 +168,16 @@ private:
     void followBusy();
     void bindPlaces();
     void bindDashboard();
+    void bindControls();
     void bindSetUp();
     void followLists();
     void followBrowsers();
-    void busyChanged();
     void followOperations();
     void showSteps();
-    Q_INVOKABLE [[nodiscard]] int stepNumber(corvane::WizardStep::Name step) const { return corvane::stepNumber(step); }
-
 
     AppModel &m_app;
     Appearance &m_appearance;
-    void bindControls();
+    RowList m_counters;
     RowList m_steps;
     RowList m_systemChecks;
     RowList m_takenPorts;
@@ -183,4 +192,3 @@ private:
 };
 
 } // namespace corvane
-    RowList m_counters;

@@ -59,7 +59,7 @@ Rectangle {
                 prominent: true
                 title: qsTr("Start Pi-hole now")
                 busy: Looks.controlling && Looks.bannerTellsStart
-                allowed: !Looks.operating && !Looks.controlling
+                allowed: Looks.canChangePihole
                 onPressed: Commands.startPiholeNow(Place.Banner)
             }
             RestoreButton {

@@ -16,7 +16,7 @@ Column {
         visible: App.listsEmpty || Looks.loadingLists
         title: qsTr("Load the block lists")
         busy: Looks.loadingLists
-        allowed: !Looks.operating && !Looks.controlling
+        allowed: Looks.canChangePihole
         onPressed: {
             root.asked = true;
             Commands.loadBlockLists();

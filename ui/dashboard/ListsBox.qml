@@ -25,7 +25,7 @@ GroupBox {
         objectName: "refreshLists"
         title: qsTr("Refresh lists")
         busy: Looks.loadingLists
-        allowed: !Looks.operating && !Looks.controlling && App.answering
+        allowed: Looks.canRefreshLists
         onPressed: Commands.loadBlockLists()
     }
     Column {

@@ -44,7 +44,7 @@ GroupBox {
                 objectName: "bringBackButton"
                 text: qsTr("Bring version %1 back").arg(App.wayBack)
                 visible: App.wayBack.length > 0
-                enabled: !Looks.operating && !Looks.controlling
+                enabled: Looks.canChangePihole
                 onClicked: Commands.bringBack()
             }
             UnderWay {

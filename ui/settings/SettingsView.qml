@@ -98,7 +98,7 @@ ColumnLayout {
                 objectName: "removePihole"
                 title: qsTr("Remove Pi-hole...")
                 busy: Looks.restoringDNS
-                allowed: !Looks.operating && !Looks.applyingDNS
+                allowed: Looks.canRemovePihole
                 onPressed: Commands.removePihole()
             }
             NoteText {

@@ -35,7 +35,7 @@ StepScaffold {
     }
     BodyText {
         objectName: "noBrowserText"
-        visible: App.browserReadAllowed && !Looks.scanningBrowsers && Looks.browsers.count === 0
+        visible: Looks.foundNoBrowser
         text: qsTr("No known browser found.")
     }
     Repeater {

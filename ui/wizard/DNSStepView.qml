@@ -35,7 +35,7 @@ StepScaffold {
                 objectName: "applyDns"
                 title: qsTr("Change DNS...")
                 busy: Looks.applyingDNS
-                allowed: Looks.selectedServices.length > 0 && !Looks.restoringDNS
+                allowed: Looks.canChangeDNS
                 onPressed: Commands.applyDNS()
             }
             RestoreButton {
@@ -61,7 +61,7 @@ StepScaffold {
             MessageText {
                 objectName: "pickServiceHint"
                 width: parent.width
-                visible: App.dnsMessage.length === 0 && Looks.services.count > 0 && Looks.selectedServices.length === 0
+                visible: Looks.mustPickService
                 text: qsTr("Pick at least one network service.")
             }
         }

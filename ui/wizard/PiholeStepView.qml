@@ -25,10 +25,11 @@ StepScaffold {
                 objectName: "startPiholeButton"
                 prominent: true
                 text: qsTr("Start Pi-hole")
-                enabled: !Looks.operating && App.dockerWorks && !Looks.passwordTooShort && !Looks.passwordHasOtherCharacters
+                enabled: Looks.canSetUpPihole
                 onClicked: Commands.startPihole()
             }
             BodyText {
+                objectName: "dockerIsMissing"
                 visible: !App.dockerWorks
                 text: qsTr("Docker is not running yet (step %1).").arg(Looks.stepNumber(WizardStep.Install))
                 color: Theme.secondaryText

@@ -8,12 +8,9 @@ RowLayout {
 
     spacing: 0
 
-    /// A button that was pressed by Return is off while its work goes on: a second Return is not meant for "Next".
-    readonly property bool working: Looks.operating || Looks.controlling || Looks.checking || Looks.testingDocker || Looks.testingAnything || Looks.loadingServices || Looks.applyingDNS || Looks.restoringDNS || Looks.testingBrowser
-
     // "Next" is the default button: Return goes to it unless a control has the focus.
     function goOn(event: KeyEvent) {
-        if (!event.isAutoRepeat && !root.working && App.step < 7)
+        if (!event.isAutoRepeat && Looks.returnGoesOn)
             Commands.go(App.step + 1);
     }
 
