@@ -18,6 +18,7 @@ RowLayout {
     spacing: Theme.gap
 
     BodyText {
+        objectName: root.objectName + "Label"
         text: root.label
         Layout.fillWidth: true
     }
