@@ -9,7 +9,7 @@ ColumnLayout {
     property bool showSettings: false
 
     spacing: 0
-    enabled: !root.showSettings // beneath the sheet nothing is within reach, by whatever means
+    enabled: !root.showSettings // below the sheet nothing is within reach, by whatever means
 
     RowLayout {
         Layout.fillWidth: true

@@ -128,7 +128,7 @@ void Looks::followLists()
     follow(&AppModel::outcomesChanged, [this] { m_outcomes.show(outcomeRows(m_app.outcomes())); });
     follow(&AppModel::outcomesChanged, [this] { m_testResults.show(corvane::testResults(m_app.outcomes())); });
     follow(&AppModel::portReportsChanged, [this] { showPorts(); });
-    // Equal reports tell nobody.
+    // Equal reports send no signal.
     connect(&m_app, &AppModel::busyChanged, this, [this, was = checking()]() mutable {
         if (std::exchange(was, checking()) && !checking()) showPorts();
     });

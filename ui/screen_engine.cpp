@@ -9,7 +9,7 @@ ScreenEngine::ScreenEngine(AppModel &app, Looks &looks, Commands &commands)
     , m_looks(&looks)
     , m_commands(&commands)
 {
-    // The views stand in a static library, whose registration the linker would otherwise leave out.
+    // The views are in a static library, whose registration the linker would otherwise leave out.
     static const bool registered = (qml_register_types_Corvane(), true);
     Q_UNUSED(registered)
     addImportPath(QStringLiteral("qrc:/qt/qml"));

@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace {
 
-/// Whoever started it may see a terminal or a screen.
+/// The one who started it may see a terminal or a screen.
 void tell(const QString &sentence, int argc, char **argv)
 {
     std::fprintf(stderr, "%s\n", qUtf8Printable(sentence));
@@ -30,7 +30,7 @@ std::optional<int> endSecondStart(remote::Instance &instance, int argc, char **a
     if (!instance.isTaken()) return std::nullopt;
     const std::optional<QString> trouble = remote::bringForward();
     if (!trouble) return remote::kDone;
-    // The other one may have ended meanwhile.
+    // The other one may have ended by now.
     instance.claim();
     if (!instance.isTaken()) return std::nullopt;
     tell(*trouble, argc, argv);

@@ -10,7 +10,7 @@ namespace corvane {
 namespace {
 
 const QString kKey = QStringLiteral("mainWindowFrame");
-/// Stands above the frame that is kept, which is the window without its decoration.
+/// Is above the frame that is kept, which is the window without its decoration.
 constexpr int kTitleBar = 28;
 
 int shared(const QRect &one, const QRect &other)

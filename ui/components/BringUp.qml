@@ -1,14 +1,14 @@
 import QtQuick
 import Corvane
 
-// Scrolls an item into sight when it says something new: the answer to what was pressed a moment ago. What stood there
+// Scrolls an item into sight when it says something new: the answer to what was pressed a moment ago. What was there
 // already when the screen opened stays where it is.
 Timer {
     id: root
 
     required property Item item
     required property string words
-    /// Whether it may stand above what was pressed.
+    /// Whether it may be above what was pressed.
     property bool upwards: false
     property bool opened: false
 

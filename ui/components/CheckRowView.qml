@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// One check: its state, its title, and beneath it a detail that can be copied.
+// One check: its state, its title, and below it a detail that can be copied.
 Item {
     id: root
 
@@ -9,7 +9,7 @@ Item {
     required property string title
     required property string detail
 
-    /// Where its texts begin, for what belongs beneath them.
+    /// Where its texts begin, for what belongs below them.
     readonly property real textsInset: texts.x
 
     implicitHeight: Math.max(icon.height, texts.implicitHeight)

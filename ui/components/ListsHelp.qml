@@ -5,7 +5,7 @@ import Corvane
 Column {
     id: root
 
-    /// It was here that the lists were asked for: their end is told here too.
+    /// It was here that the lists were asked for: their end is shown here too.
     property bool asked: false
 
     visible: App.listsEmpty || (root.asked && (Looks.loadingLists || verdict.text.length > 0))

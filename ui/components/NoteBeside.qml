@@ -5,7 +5,7 @@ import Corvane
 MessageText {
     id: root
 
-    /// What it stands beside, as the model names it.
+    /// What it is shown beside, as the model names it.
     required property string about
 
     objectName: root.about + "Note"

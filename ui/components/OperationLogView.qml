@@ -9,8 +9,8 @@ Rectangle {
     required property OperationRunner op
     property bool showDetails: false
 
-    /// Whether its end is told here. Another screen's operation keeps controls off here too, so it is shown while it
-    /// runs; how it ended is told where it began.
+    /// Whether its end is shown here. Another screen's operation keeps controls off here too, so it is shown while it
+    /// runs; how it ended is shown where it began.
     property bool own: true
     /// Whether a good end needs no word.
     property bool passing: false

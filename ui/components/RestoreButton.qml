@@ -5,7 +5,7 @@ import Corvane
 TestButton {
     id: root
 
-    /// Where it stands: how it went is told there.
+    /// Where it is: how it went is shown there.
     required property int place
 
     title: qsTr("Restore my old settings")

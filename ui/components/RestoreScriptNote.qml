@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Corvane
 
-// Where the script stands that puts the old DNS servers back without Corvane; takes no room while there is none.
+// Where the script is that puts the old DNS servers back without Corvane; takes no room while there is none.
 RowLayout {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Corvane
 
 // A button that is off, with a spinning indicator beside it, while its action runs. The indicator's place is kept free,
-// so that nothing moves when it comes; what stands there otherwise is up to the owner.
+// so that nothing moves when it comes; what is there otherwise is up to the owner.
 Row {
     id: root
 
@@ -11,7 +11,7 @@ Row {
     property bool allowed: true
     property string label: root.title
     property alias prominent: button.prominent
-    /// Whether the indicator stands in front of the button.
+    /// Whether the indicator comes in front of the button.
     property bool leads: false
     default property alias idle: beside.data
 

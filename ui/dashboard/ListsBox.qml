@@ -5,7 +5,7 @@ import Corvane
 GroupBox {
     id: root
 
-    /// The end of a run is told elsewhere.
+    /// The end of a run is shown elsewhere.
     property bool toldElsewhere: false
 
     objectName: "listsBox"

@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// One number with its name beneath.
+// One number with its name below.
 Column {
     id: root
 

@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Corvane
 
-// Today's numbers, and beneath them what Pi-hole's API had to say.
+// Today's numbers, and below them what Pi-hole's API had to say.
 Column {
     id: root
 

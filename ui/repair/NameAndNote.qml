@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// A name, and beneath it what is to be known about it.
+// A name, and below it what is to be known about it.
 Column {
     id: root
 

@@ -7,7 +7,7 @@ import Corvane
 T.Popup {
     id: root
 
-    /// Whether the settings that it covers are in sight: they stand in a window and in a sheet.
+    /// Whether the settings that it covers are in sight: they are shown in a window and in a sheet.
     required property bool covers
 
     modal: true

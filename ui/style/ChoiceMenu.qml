@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane
 
-// A menu that opens where it is asked for. The click that closes it presses nothing beneath.
+// A menu that opens where it is asked for. The click that closes it presses nothing below it.
 T.Menu {
     id: root
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// A heading that shows and hides what stands beneath it.
+// A heading that shows and hides what is below it.
 Column {
     id: root
 

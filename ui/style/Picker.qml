@@ -5,14 +5,14 @@ import QtQuick.Templates as T
 import Corvane
 
 // A pop-up button: one of a few choices, made in its open list and nowhere else. It shows `value`, whatever was picked:
-// whoever owns it hears `picked`.
+// its owner hears `picked`.
 T.ComboBox {
     id: root
 
     required property string label
     required property list<string> choices
     required property string value
-    /// Stands in the button while none of the choices is the value.
+    /// Shown in the button while none of the choices is the value.
     property string placeholder: ""
     /// The key that opened the list is still held down.
     property bool opening: false

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane
 
-// The list that a pop-up button opens. The click that closes it presses nothing beneath.
+// The list that a pop-up button opens. The click that closes it presses nothing below it.
 T.Popup {
     id: root
 

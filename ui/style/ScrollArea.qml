@@ -35,7 +35,7 @@ Flickable {
         root.contentY = Math.max(0, Math.min(y, root.lowest));
     }
 
-    // Shows what has the focus; all that stands above it, or below it, if there is room for it too.
+    // Shows what has the focus; all that is above it, or below it, if there is room for it too.
     function reveal(item: Item) {
         const top = item.mapToItem(root.contentItem, 0, 0).y;
         const bottom = top + item.height;

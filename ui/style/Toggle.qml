@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// A switch with its label in front, as a row of a form. It shows `on`, whatever was asked of it: whoever owns the value
+// A switch with its label in front, as a row of a form. It shows `on`, whatever was asked of it: its owner
 // hears `asked` and decides.
 Pressable {
     id: root

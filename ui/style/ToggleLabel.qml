@@ -1,7 +1,7 @@
 import QtQuick
 import Corvane
 
-// The label of a switch and a remark beneath it, with room kept free for the switch.
+// The label of a switch and a remark below it, with room kept free for the switch.
 Item {
     id: root
 
