@@ -10,7 +10,7 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -232,4 +232,4 @@ TEST_F(Application, Asks_before_it_quits_in_the_middle_of_what_is_no_operation)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

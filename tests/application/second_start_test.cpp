@@ -9,7 +9,7 @@
 
 #include <csignal>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -154,4 +154,4 @@ TEST_F(SecondStart, Commands_are_carried_out_by_the_first)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

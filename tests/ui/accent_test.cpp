@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -171,4 +171,4 @@ TEST_F(AccentOfTheSystem, Is_followed_and_not_the_colour_behind_selected_text)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

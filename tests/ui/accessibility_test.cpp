@@ -6,7 +6,7 @@
 #include <QMap>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -260,4 +260,4 @@ TEST_F(Accessibility, The_set_up_is_walked_by_keyboard_alone)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

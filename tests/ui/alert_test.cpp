@@ -3,7 +3,7 @@
 #include <QAccessible>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -207,4 +207,4 @@ TEST_F(AlertView, One_question_follows_the_other)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

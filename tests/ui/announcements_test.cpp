@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -129,4 +129,4 @@ TEST_F(Spoken, An_operation_says_how_it_ended)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

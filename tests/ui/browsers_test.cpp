@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -121,4 +121,4 @@ TEST_F(BrowserScreens, Every_browser_that_is_there_can_be_tested_one_at_a_time)
     both(QStringLiteral("step8-proved"));
 }
 
-} // namespace corvane
+} // namespace corvane::test

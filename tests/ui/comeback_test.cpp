@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -65,4 +65,4 @@ TEST_F(ComebackScreen, The_dashboard_tells_what_was_done)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

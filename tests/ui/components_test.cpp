@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -67,4 +67,4 @@ TEST_F(OperationLog, A_bad_end_says_why_and_offers_the_details)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -90,4 +90,4 @@ TEST_F(DailyKeyboard, The_button_of_the_pauses_has_the_keys_again_when_its_menu_
     }
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -128,4 +128,4 @@ TEST_F(DailyPictures, Lists)
     });
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -130,4 +130,4 @@ TEST_F(Daily, A_refresh_shows_how_far_it_is_and_how_it_ended)
     }
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -247,4 +247,4 @@ TEST_F(Banner, Says_why_nothing_was_started)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -8,7 +8,7 @@
 
 #include <cmath>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -60,4 +60,4 @@ void showHistory(AppModel &app, int hours)
                                        false});
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -6,7 +6,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -66,4 +66,4 @@ TEST_F(Day, Pictures)
     both(QStringLiteral("day-never-read"));
 }
 
-} // namespace corvane
+} // namespace corvane::test

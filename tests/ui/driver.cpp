@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace corvane {
+namespace corvane::test {
 
 QList<QQuickItem *> itemsOf(QQuickItem *root)
 {
@@ -102,4 +102,4 @@ QString Driver::focused() const
     return item ? item->objectName() : QString();
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -3,7 +3,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
-namespace corvane {
+namespace corvane::test {
 
 /// A person at a window: looks, reads, clicks and types.
 class Driver {
@@ -41,4 +41,4 @@ private:
 [[nodiscard]] QList<QQuickItem *> itemsOf(QQuickItem *root);
 [[nodiscard]] bool inSight(const QQuickItem *item);
 
-} // namespace corvane
+} // namespace corvane::test

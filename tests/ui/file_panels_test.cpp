@@ -6,7 +6,7 @@
 #include <QTest>
 #include <QWindow>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -135,4 +135,4 @@ TEST_F(FilePanelView, The_screens_stay_alive_beside_an_open_panel)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

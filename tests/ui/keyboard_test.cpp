@@ -4,7 +4,7 @@
 #include <QAccessible>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -150,4 +150,4 @@ TEST_F(ByKeyboard, Return_closes_the_sheet)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

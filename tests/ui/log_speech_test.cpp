@@ -9,7 +9,7 @@
 
 #include <private/qguiapplication_p.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -200,4 +200,4 @@ TEST_F(LogSpeech, New_and_dropped_lines_are_told_together)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -7,7 +7,7 @@
 #include <QGuiApplication>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -269,4 +269,4 @@ TEST_F(LogView, Ten_thousand_lines_a_second_pass_without_a_hitch)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -5,7 +5,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -59,4 +59,4 @@ TEST_F(LogWheel, A_wheel_at_the_end_of_the_log_moves_the_page)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

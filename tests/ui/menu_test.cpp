@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -147,4 +147,4 @@ TEST_F(Menu, A_start_that_fails_is_told_in_the_window)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -1,7 +1,7 @@
 #include "tests/ui/screen.h"
 #include "tests/ui/states.h"
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -123,4 +123,4 @@ TEST_F(Notes, Are_seen_in_light_and_dark)
     }
 }
 
-} // namespace corvane
+} // namespace corvane::test

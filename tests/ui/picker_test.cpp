@@ -4,7 +4,7 @@
 #include <QTcpServer>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -188,4 +188,4 @@ TEST_F(PickerView, An_index_beyond_the_choices_is_no_choice)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -210,4 +210,4 @@ TEST_F(Pictures, With_text_enlarged_by_half)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

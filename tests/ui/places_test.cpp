@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -171,4 +171,4 @@ TEST_F(Ends, What_runs_for_another_screen_is_seen_wherever_it_keeps_controls_off
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 #include <QQuickItem>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -57,4 +57,4 @@ TEST_F(PlainText, Is_what_a_network_services_name_is)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -186,4 +186,4 @@ TEST_F(Presses, The_time_zone_is_read_when_the_step_is_opened)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

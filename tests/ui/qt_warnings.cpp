@@ -2,7 +2,7 @@
 
 #include <QMutex>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -36,4 +36,4 @@ QStringList QtWarnings::all()
     return warnings;
 }
 
-} // namespace corvane
+} // namespace corvane::test

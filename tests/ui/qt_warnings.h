@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-namespace corvane {
+namespace corvane::test {
 
 /// Collects whatever Qt warns about while it lives; one at a time.
 class QtWarnings {
@@ -15,4 +15,4 @@ public:
     [[nodiscard]] static QStringList all();
 };
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 #include <QAccessible>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -167,4 +167,4 @@ TEST_F(RepairSection, Is_seen_in_light_and_dark)
     }
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -6,7 +6,7 @@
 #include <QStyleHints>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -95,4 +95,4 @@ void Screen::bothPictures(const QString &name)
     EXPECT_NE(light, dark);
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/flows/memory_settings.h"
 #include "tests/ui/driver.h"
 #include "tests/ui/qt_warnings.h"
 #include "ui/commands.h"
@@ -7,24 +8,13 @@
 #include "ui/looks.h"
 #include "ui/windows.h"
 
-#include <QHash>
 #include <QImage>
 #include <QUrl>
 #include <gtest/gtest.h>
 
 #include <functional>
 
-namespace corvane {
-
-/// Settings that are forgotten when the test ends.
-class MemorySettings final : public SettingsStore {
-public:
-    [[nodiscard]] QVariant value(const QString &key) const override { return m_values.value(key); }
-    void setValue(const QString &key, const QVariant &value) override { m_values.insert(key, value); }
-
-private:
-    QHash<QString, QVariant> m_values;
-};
+namespace corvane::test {
 
 /// A desktop that notes what it was asked for.
 class NotedWorkspace final : public Workspace {
@@ -121,4 +111,4 @@ private:
     QQuickWindow *m_front = nullptr;
 };
 
-} // namespace corvane
+} // namespace corvane::test

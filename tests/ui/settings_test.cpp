@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -132,4 +132,4 @@ TEST_F(SettingsScreen, The_sheet_of_the_main_window_shows_the_same_and_closes)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -3,7 +3,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -184,4 +184,4 @@ QStringList logLines(int count)
     return lines;
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include "app/app_model.h"
 
-namespace corvane {
+namespace corvane::test {
 
 // States that a user would see, put straight into the model.
 
@@ -33,4 +33,4 @@ private:
 /// Lines as a container prints them.
 [[nodiscard]] QStringList logLines(int count);
 
-} // namespace corvane
+} // namespace corvane::test

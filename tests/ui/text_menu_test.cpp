@@ -6,7 +6,7 @@
 #include <QGuiApplication>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -176,4 +176,4 @@ TEST_F(TextMenu, The_detail_of_a_check_is_reached_by_Tab_and_copied)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

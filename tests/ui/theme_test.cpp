@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -163,4 +163,4 @@ TEST_F(Motion, Of_a_switch_is_left_out_where_the_user_wants_less_of_it)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -5,9 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <array>
-
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -123,4 +121,4 @@ TEST_F(Updates, The_way_back_and_a_failure_are_seen_in_light_and_dark)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -7,7 +7,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -176,4 +176,4 @@ TEST(DotColor, Tells_the_states_apart_and_shares_one_gray)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 #include <QFileInfo>
 #include <QTest>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -113,4 +113,4 @@ TEST_F(WithoutCorvane, The_sheet_of_the_main_window_shows_the_report_as_well)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test
