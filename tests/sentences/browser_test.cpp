@@ -8,7 +8,7 @@ namespace corvane::test {
 
 namespace {
 
-/// What stands in a browser's settings file, and what step 7 says about it.
+/// What is in a browser's settings file, and what step 7 says about it.
 struct Case {
     const char *file;
     const char *content;
@@ -35,7 +35,7 @@ protected:
         openStep(7);
     }
 
-    /// Whether a sentence that begins with a made-up name comes to stand beneath the browser test.
+    /// Whether a sentence that begins with a made-up name appears below the browser test.
     [[nodiscard]] bool tells(const QString &pattern)
     {
         const QRegularExpression sentence(QRegularExpression::anchoredPattern(pattern));

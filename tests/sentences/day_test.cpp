@@ -78,7 +78,7 @@ TEST_F(TheDay, Is_young_when_pihole_was_just_set_up)
 {
     beginOnDashboard("running");
     EXPECT_TRUE(appears("Nothing has been blocked yet."));
-    // Pi-hole may ask for a name itself meanwhile.
+    // Pi-hole may ask for a name itself in between.
     EXPECT_TRUE(eventually([&] {
         mac("pihole-day 0 0");
         look();

@@ -202,7 +202,7 @@ testing::AssertionResult OnScreen::shown(const char *sentence, const std::functi
             all, [&](const QString &text) { return is(text) || std::ranges::any_of(text.split(u'\n'), is); });
     });
     if (found) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << sentence << "\ndoes not stand among\n" << texts().join(u'\n').toStdString();
+    return testing::AssertionFailure() << sentence << "\nis not among\n" << texts().join(u'\n').toStdString();
 }
 
 testing::AssertionResult OnScreen::appears(const char *sentence)

@@ -12,7 +12,7 @@
 
 namespace corvane::test {
 
-/// A question as it stands in its window.
+/// A question as its window shows it.
 struct Question {
     std::string heading;
     std::string message;
@@ -24,7 +24,7 @@ struct Question {
 
 void PrintTo(const Question &question, std::ostream *out);
 
-/// The real windows before a simulated Mac: what is pressed runs real programs, and what is read stands on the screen
+/// The real windows before a simulated Mac: what is pressed runs real programs, and what is read is on the screen
 /// on which it was pressed. Whatever Qt warns about fails the test.
 class OnScreen : public MacTest, protected Driver {
 protected:
@@ -36,7 +36,7 @@ protected:
     void start(const char *state);
     /// The same, and waits until the status has been read.
     void begin(const char *state);
-    /// Ends the application, lets that happen meanwhile, and starts it anew.
+    /// Ends the application, lets that happen, and starts it again.
     void startAgain(const std::function<void()> &meanwhile);
     /// Gives the simulated Mac an order, for example "take-port 8080 tcp"; words that hold blanks are parted by bars.
     static void mac(const char *order);
@@ -59,7 +59,7 @@ protected:
     [[nodiscard]] QFileDialog *filePanel();
     void chooseFile(const QString &path);
 
-    /// Whether exactly this comes to stand on the screen, as a text or as one line of it.
+    /// Whether exactly this appears on the screen, as a text or as one line of it.
     [[nodiscard]] testing::AssertionResult appears(const char *sentence);
     [[nodiscard]] testing::AssertionResult appear(std::initializer_list<const char *> sentences);
     /// The same for a sentence that goes on in words of the system's, or with what was found.

@@ -157,7 +157,7 @@ def spoken(stage):
 
 
 def menu(stage):
-    """The dot's menu tells the state, opens the window that was closed, and quits."""
+    """The dot's menu says the state, opens the window that was closed, and quits."""
     stage.begin("protected")
     stage.dashboard()
     stage.sees("Pi-hole is answering and this Mac uses it")

@@ -28,7 +28,7 @@ class Mouse:
         self.program = program
 
     def use(self, name):
-        """Clicks the control as soon as it is enabled and stands still."""
+        """Clicks the control as soon as it is enabled and at rest."""
         node = self.program.wait(f"{name} (enabled)", lambda: self._ready(name))
         self.click(*tree.box(node).middle())
 

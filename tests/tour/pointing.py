@@ -59,7 +59,7 @@ def dns_not_confirmed(stage):
 
 
 def restore_fails(stage):
-    """Old settings that cannot be put back are told about."""
+    """Old settings that cannot be put back are reported."""
     stage.begin("protected", "prompt refuse")
     stage.step(6)
     stage.use("Restore my old settings")
@@ -97,7 +97,7 @@ def browsers(stage):
 
 
 def no_browser_settings(stage):
-    """Without any browser but Safari the list still stands."""
+    """Without any browser but Safari the list is still there."""
     stage.begin("running", "app remove com.apple.Safari")
     stage.step(7)
     stage.use("Allow the read-only check")

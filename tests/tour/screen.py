@@ -78,7 +78,7 @@ class Program:
         return self.wait(text, lambda: self.find(text, start=start))
 
     def read(self, text):
-        """Waits until the text stands in the window, scrolled out of sight or not."""
+        """Waits until the text is in the window, scrolled out of sight or not."""
         return self.wait(text, lambda: self.text(text))
 
     def gone(self, text):

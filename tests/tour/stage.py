@@ -127,7 +127,7 @@ class Stage:
         self.program.see("Today")
 
     def open_menu(self):
-        """Clicks the dot in the tray and waits for its menu, which the accessibility bus does not tell of."""
+        """Clicks the dot in the tray and waits for its menu, which the accessibility bus does not know."""
         before = _windows_on_display()
         icon = tree.Box(*_tray_icon())
         hands.xdotool("mousemove", *icon.middle(), "click", 3)
@@ -139,7 +139,7 @@ class Stage:
         self.key("Return")
 
     def top(self):
-        """Scrolls to the top, where a story tells its results."""
+        """Scrolls to the top, where a story shows its results."""
         self.hand.top()
 
     def bottom(self):
@@ -238,7 +238,7 @@ def _tray_icon():
 
 
 def failed(stage, problem):
-    """Tells what was missing and what was there instead, and keeps a picture of it."""
+    """Says what was missing and what was there instead, and keeps a picture of it."""
     print(f"  ✗ {problem}", file=sys.stderr)
     print("    On the screen: " + " | ".join(text for text in stage.program.texts() if text), file=sys.stderr)
     stage.display("failure")

@@ -1,4 +1,4 @@
-"""What a running program tells a screen reader: a tree of named controls and texts."""
+"""What a running program says to a screen reader: a tree of named controls and texts."""
 
 import subprocess
 import time
@@ -13,7 +13,7 @@ START_LIMIT = 20
 
 
 def start_accessibility():
-    """Starts the bus on which programs tell what they show; it ends with the desktop's own bus."""
+    """Starts the bus on which programs say what they show; it ends with the desktop's own bus."""
     nothing = subprocess.DEVNULL
     subprocess.Popen([ACCESSIBILITY_BUS, "--launch-immediately"], stdout=nothing, stderr=nothing)
     deadline = time.monotonic() + START_LIMIT
@@ -27,7 +27,7 @@ def start_accessibility():
 
 
 def programs():
-    """The programs that tell what they show."""
+    """The programs that say what they show."""
     return children(Atspi.get_desktop(0))
 
 
@@ -40,7 +40,7 @@ def process_of(program):
 
 
 def children(node):
-    """What stands directly below the node; nothing when it has gone meanwhile."""
+    """What is directly below the node; nothing when it has gone."""
     try:
         return [child for child in (node.get_child_at_index(i) for i in range(node.get_child_count())) if child]
     except GLib.Error:
@@ -114,7 +114,7 @@ def checked(node):
 
 
 def usable(node):
-    """The node if it is enabled, which Qt Quick 6.4 tells in the description alone."""
+    """The node if it is enabled, which Qt Quick 6.4 says in the description alone."""
     if not node or not has(node, Atspi.StateType.ENABLED) or description(node) == "Not available now":
         return None
     return node

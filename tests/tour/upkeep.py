@@ -91,7 +91,7 @@ def colima_at_login(stage):
 
 
 def removal(stage):
-    """Pi-hole is removed after a question, and the wizard begins anew."""
+    """Pi-hole is removed after a question, and the wizard begins again."""
     stage.begin("protected")
     stage.dashboard()
     stage.use("Settings")
@@ -119,7 +119,7 @@ def removal_fails(stage):
 
 
 def docker_is_gone(stage):
-    """A docker that has gone is told about in a line that stays until it is dismissed."""
+    """A docker that has gone is reported in a line that stays until it is dismissed."""
     stage.begin("protected", "fault docker vanish")
     stage.dashboard()
     stage.use("Follow")

@@ -29,7 +29,7 @@ QString describe(QAccessibleInterface *interface)
         .arg(interface->role());
 }
 
-/// The colour most of the item's area shows: what its text stands on.
+/// The colour most of the item's area shows: what is behind its text.
 QColor backdrop(const QImage &picture, const QRectF &area)
 {
     QMap<QRgb, int> counts;

@@ -7,7 +7,7 @@ namespace corvane::test {
 
 namespace {
 
-/// Where it is chosen that Pi-hole comes back by itself, and where it is told.
+/// Where it is chosen that Pi-hole comes back by itself, and where it is shown.
 class ComebackScreen : public Screen {
 protected:
     void TearDown() override

@@ -38,7 +38,7 @@ protected:
         }
     }
 
-    /// Scrolls so that the item stands a little below the window's header.
+    /// Scrolls so that the item is a little below the window's header.
     void bringIntoSight(const QString &name)
     {
         QQuickItem *item = find(name);

@@ -32,7 +32,7 @@ protected:
         QTest::qWait(30);
     }
     [[nodiscard]] DayCanvas *canvas() const { return qobject_cast<DayCanvas *>(find(QStringLiteral("dayCanvas"))); }
-    /// Where the item stands in the dashboard, however far that is scrolled.
+    /// Where the item is in the dashboard, however far that is scrolled.
     [[nodiscard]] QRectF placeOf(const QString &name) const
     {
         const QQuickItem *item = find(name);

@@ -37,7 +37,7 @@ private:
     void layOut();
 };
 
-/// All items beneath `root`, itself included, in reading order.
+/// All items below `root`, itself included, in reading order.
 [[nodiscard]] QList<QQuickItem *> itemsOf(QQuickItem *root);
 [[nodiscard]] bool inSight(const QQuickItem *item);
 

@@ -9,7 +9,7 @@ namespace corvane::test {
 
 namespace {
 
-/// Two fingers on a trackpad, over a log that stands on a page that scrolls as well.
+/// Two fingers on a trackpad, over a log on a page that scrolls as well.
 class LogWheel : public Screen {
 protected:
     void SetUp() override

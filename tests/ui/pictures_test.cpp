@@ -164,7 +164,7 @@ TEST_F(Pictures, Of_an_operation_and_its_log)
     bothPictures(QStringLiteral("operation-cancelled"));
 }
 
-// Whatever is shown is shown whole: no text ends in dots, and each stands between the sides of the window.
+// Whatever is shown is shown whole: no text ends in dots, and each is between the sides of the window.
 TEST_F(Pictures, Nothing_is_cut_off_in_the_smallest_window_with_text_enlarged_by_half)
 {
     const QFont usual = QApplication::font();

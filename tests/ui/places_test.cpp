@@ -7,7 +7,7 @@ namespace corvane::test {
 
 namespace {
 
-/// Where the user is told how a start goes: where it was pressed, and nowhere else.
+/// Where the user sees how a start goes: where it was pressed, and nowhere else.
 class Places : public Screen {
 protected:
     /// What is pressed here finds no tools; what would start with them is started by the test.

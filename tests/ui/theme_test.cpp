@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(Look, Colours, testing::Bool(),
 
 class Motion : public Screen {
 protected:
-    /// Where the piece of the progress bar stands, seen at several moments.
+    /// Where the piece of the progress bar is, seen at several moments.
     [[nodiscard]] QSet<double> placesOfThePiece()
     {
         QSet<double> places;
