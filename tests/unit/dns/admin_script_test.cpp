@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 std::string setting(const char *service, std::initializer_list<const char *> servers)
@@ -94,4 +94,4 @@ TEST(FriendlyReason, Of_anything_else_is_what_was_printed)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

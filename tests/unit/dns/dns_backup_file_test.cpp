@@ -2,6 +2,7 @@
 #include "dns/dns_configurator.h"
 #include "tests/support/file_trouble.h"
 #include "tests/support/home_folder.h"
+#include "tests/unit/dns/dns_values.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,32 +16,12 @@
 #include <array>
 #include <random>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result += QString::fromUtf8(item);
-    return result;
-}
-
-NetworkService service(const char *name, std::initializer_list<const char *> servers)
-{
-    return {.name = QString::fromUtf8(name), .servers = list(servers), .isDefaultRoute = false};
-}
-
-DNSBackupEntry entry(const char *name, std::initializer_list<const char *> servers)
-{
-    return {.service = QString::fromUtf8(name), .servers = list(servers)};
-}
-
-const DNSBackup::Entries kTwo{entry("Anna's \"LAN\" \\ ü 🙂", {"9.9.9.9", "fe80::1%en0"}), entry("Wi-Fi", {})};
 
 class BackupFile : public testing::Test {
 protected:
-    test::HomeFolder m_home;
+    HomeFolder m_home;
     const QString m_file = DNSConfigurator::backupFile();
 
     void put(const QByteArray &content) const
@@ -118,7 +99,7 @@ TEST_F(BackupFile, A_full_disk_keeps_the_old_one_whole)
 {
     ASSERT_TRUE(DNSBackup::store(kTwo));
     {
-        const test::FileSizeLimit limit(40);
+        const FileSizeLimit limit(40);
         const auto saved = DNSConfigurator::saveBackup({service("LAN", {"8.8.8.8"})});
         ASSERT_FALSE(saved);
         EXPECT_EQ(saved.error(), QStringLiteral("File too large"));
@@ -130,7 +111,7 @@ TEST_F(BackupFile, A_read_only_folder_keeps_the_old_one)
 {
     ASSERT_TRUE(DNSBackup::store(kTwo));
     {
-        const test::ReadOnlyFolder readOnly(QFileInfo(m_file).path());
+        const ReadOnlyFolder readOnly(QFileInfo(m_file).path());
         if (!readOnly.ready()) GTEST_SKIP() << "root cannot give its rights up here";
         const auto saved = DNSBackup::store({});
         ASSERT_FALSE(saved);
@@ -175,4 +156,4 @@ TEST_F(BackupFile, Is_whole_whenever_the_program_is_killed)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -1,4 +1,5 @@
 #include "dns/dns_backup.h"
+#include "tests/unit/dns/dns_values.h"
 
 #include <QMap>
 #include <gtest/gtest.h>
@@ -6,30 +7,10 @@
 #include <algorithm>
 #include <random>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 const QString kPihole = QStringLiteral("127.0.0.1");
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result += QString::fromUtf8(item);
-    return result;
-}
-
-NetworkService service(const char *name, std::initializer_list<const char *> servers)
-{
-    return {.name = QString::fromUtf8(name), .servers = list(servers), .isDefaultRoute = false};
-}
-
-DNSBackupEntry entry(const char *name, std::initializer_list<const char *> servers)
-{
-    return {.service = QString::fromUtf8(name), .servers = list(servers)};
-}
-
-const DNSBackup::Entries kTwo{entry("Anna's \"LAN\" \\ ü 🙂", {"9.9.9.9", "fe80::1%en0"}), entry("Wi-Fi", {})};
 
 TEST(MergingBackups, Servers_that_macos_did_not_tell_never_replace_saved_ones)
 {
@@ -212,4 +193,4 @@ TEST(MergingBackups, After_any_sequence_restore_gives_every_service_what_it_had_
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

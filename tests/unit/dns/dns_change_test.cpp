@@ -4,41 +4,18 @@
 #include "tests/support/fake_tool.h"
 #include "tests/support/home_folder.h"
 #include "tests/support/result_of.h"
+#include "tests/unit/dns/changing_dns.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::FakeTool;
-using test::printing;
-using test::resultOf;
-
-const QString kNetworksetup = QStringLiteral("/usr/sbin/networksetup");
-const QString kOsascript = QStringLiteral("/usr/bin/osascript");
-const QString kWifi = QStringLiteral("Wi-Fi");
-const QString kLan = QStringLiteral("Anna's LAN");
-const std::optional<QString> kSuccess;
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result += QString::fromUtf8(item);
-    return result;
-}
-
-/// What osascript is called with for these commands.
-QList<QStringList> onePrompt(const QStringList &commands)
-{
-    return {{QStringLiteral("-e"), AdminScript::appleScript(AdminScript::joined(commands))}};
-}
 
 class ChangingDns : public testing::Test {
 protected:
-    test::HomeFolder m_home;
+    HomeFolder m_home;
 };
 
 class Applying : public ChangingDns {};
@@ -123,4 +100,4 @@ TEST_F(Applying, What_networksetup_complained_about_is_shown)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -4,12 +4,12 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 std::string detourIn(const char *file)
 {
-    return ResolverReport::of(DNSConfigurator::parseResolvers(test::recorded(file))).detour.toStdString();
+    return ResolverReport::of(DNSConfigurator::parseResolvers(recorded(file))).detour.toStdString();
 }
 
 std::string detourOf(const QStringList &servers, const char *device = "en0")
@@ -54,4 +54,4 @@ TEST(DnsDetour, There_is_none_where_pihole_is_first_or_servers_were_just_not_cha
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -1,38 +1,27 @@
 #include "dns/dns_configurator.h"
 #include "tests/support/fake_tool.h"
 #include "tests/support/result_of.h"
+#include "tests/unit/dns/dns_values.h"
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::FakeTool;
-using test::printing;
-using test::resultOf;
 
 const QString kNetworksetup = QStringLiteral("/usr/sbin/networksetup");
 const QString kRoute = QStringLiteral("/sbin/route");
 const QString kScutil = QStringLiteral("/usr/sbin/scutil");
 
-QByteArray tool(const char *name) { return printing(test::recorded(name).toUtf8()); }
+QByteArray tool(const char *name) { return printing(recorded(name).toUtf8()); }
 
 /// Lists the recorded services; Wi-Fi points at Pi-hole, all others are automatic.
 QByteArray networksetupBody()
 {
-    return "services() { " + printing(test::recorded("services.txt").toUtf8()) + "\n}\norder() { " +
-           printing(test::recorded("service_order.txt").toUtf8()) +
+    return "services() { " + printing(recorded("services.txt").toUtf8()) + "\n}\norder() { " +
+           printing(recorded("service_order.txt").toUtf8()) +
            "\n}\ncase $1 in -listallnetworkservices) services ;; -listnetworkserviceorder) order ;; esac\n"
            "[ \"$2\" = Wi-Fi ] && printf '127.0.0.1\\n1.1.1.1\\n' && exit\n"
            "echo \"There aren't any DNS Servers set on $2.\"";
-}
-
-QStringList arguments(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result += QString::fromUtf8(item);
-    return result;
 }
 
 TEST(ListingServices, Gives_each_its_servers_and_marks_the_one_with_the_default_route)
@@ -40,7 +29,7 @@ TEST(ListingServices, Gives_each_its_servers_and_marks_the_one_with_the_default_
     const FakeTool networksetup(kNetworksetup, networksetupBody());
     const FakeTool route(kRoute, tool("route_wifi.txt"));
     const QList<NetworkService> expected{
-        {QStringLiteral("Wi-Fi"), arguments({"127.0.0.1", "1.1.1.1"}), true},
+        {QStringLiteral("Wi-Fi"), list({"127.0.0.1", "1.1.1.1"}), true},
         {QStringLiteral("Anna's Hotspot: (büro)"), {}, false},
         {QStringLiteral("10.0.0.1"), {}, false},
         {QStringLiteral("USB 10/100/1000 LAN"), {}, false},
@@ -48,12 +37,12 @@ TEST(ListingServices, Gives_each_its_servers_and_marks_the_one_with_the_default_
     EXPECT_EQ(resultOf(DNSConfigurator::listServices()), expected);
 
     const QList<QStringList> calls{
-        arguments({"-listallnetworkservices"}),    arguments({"-listnetworkserviceorder"}),
-        arguments({"-getdnsservers", "Wi-Fi"}),    arguments({"-getdnsservers", "Anna's Hotspot: (büro)"}),
-        arguments({"-getdnsservers", "10.0.0.1"}), arguments({"-getdnsservers", "USB 10/100/1000 LAN"}),
+        list({"-listallnetworkservices"}),    list({"-listnetworkserviceorder"}),
+        list({"-getdnsservers", "Wi-Fi"}),    list({"-getdnsservers", "Anna's Hotspot: (büro)"}),
+        list({"-getdnsservers", "10.0.0.1"}), list({"-getdnsservers", "USB 10/100/1000 LAN"}),
     };
     EXPECT_EQ(networksetup.calls(), calls);
-    EXPECT_EQ(route.calls(), QList<QStringList>{arguments({"-n", "get", "default"})});
+    EXPECT_EQ(route.calls(), QList<QStringList>{list({"-n", "get", "default"})});
 }
 
 TEST(ListingServices, Without_a_default_route_none_is_marked)
@@ -114,9 +103,9 @@ TEST(CurrentServers, Of_a_tool_that_fails_are_none)
 
 TEST(ReadingTheReport, Does_not_look_at_the_exit_status)
 {
-    const FakeTool scutil(kScutil, printing(test::recorded("scutil_pihole_with_ipv6.txt").toUtf8(), 1));
+    const FakeTool scutil(kScutil, printing(recorded("scutil_pihole_with_ipv6.txt").toUtf8(), 1));
     EXPECT_TRUE(resultOf(DNSConfigurator::resolverReport()).firstIsPihole);
-    EXPECT_EQ(scutil.calls(), QList<QStringList>{arguments({"--dns"})});
+    EXPECT_EQ(scutil.calls(), QList<QStringList>{list({"--dns"})});
 }
 
 TEST(ReadingTheReport, Without_scutil_says_that_it_could_not_be_read)
@@ -151,4 +140,4 @@ TEST(SystemLookup, Tells_whether_the_name_has_an_address)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -4,36 +4,13 @@
 #include "tests/support/fake_tool.h"
 #include "tests/support/home_folder.h"
 #include "tests/support/result_of.h"
+#include "tests/unit/dns/changing_dns.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::FakeTool;
-using test::printing;
-using test::resultOf;
-
-const QString kNetworksetup = QStringLiteral("/usr/sbin/networksetup");
-const QString kOsascript = QStringLiteral("/usr/bin/osascript");
-const QString kWifi = QStringLiteral("Wi-Fi");
-const QString kLan = QStringLiteral("Anna's LAN");
-const std::optional<QString> kSuccess;
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result += QString::fromUtf8(item);
-    return result;
-}
-
-/// What osascript is called with for these commands.
-QList<QStringList> onePrompt(const QStringList &commands)
-{
-    return {{QStringLiteral("-e"), AdminScript::appleScript(AdminScript::joined(commands))}};
-}
 
 QString automatic(const char *service) { return DNSConfigurator::setCommand(QString::fromUtf8(service), {}); }
 
@@ -49,7 +26,7 @@ protected:
     const FakeTool osascript{kOsascript, ""};
 
 private:
-    test::HomeFolder m_home;
+    HomeFolder m_home;
 };
 
 class Restoring : public WithBackup {};
@@ -180,7 +157,7 @@ TEST_F(RestoringForRemoval, Does_not_pass_over_a_damaged_backup_when_macos_tells
 
 TEST(RefusedRestore, Is_said)
 {
-    const test::HomeFolder home;
+    const HomeFolder home;
     ASSERT_TRUE(DNSBackup::store({{kWifi, {}}}));
     EXPECT_EQ(resultOf(DNSConfigurator::restore()).failure, QStringLiteral("macOS refused the change."))
         << "there is no osascript";
@@ -189,4 +166,4 @@ TEST(RefusedRestore, Is_said)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

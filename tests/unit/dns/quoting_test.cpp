@@ -9,7 +9,7 @@
 #include <optional>
 #include <random>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 /// What one command was given, in bytes: decoding them would lose a byte order mark.
@@ -186,4 +186,4 @@ TEST(Quoting, The_flush_at_the_end_hides_no_failure_and_makes_none)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -1,12 +1,11 @@
 #include "dns/dns_configurator.h"
 #include "tests/support/fake_tool.h"
+#include "tests/unit/dns/dns_values.h"
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::recorded;
 
 const QString kUnreadable = QStringLiteral("Could not read the system's DNS servers from scutil.");
 
@@ -21,14 +20,6 @@ QString others(const char *servers)
 {
     return QStringLiteral("macOS also lists other DNS servers (") + QString::fromLatin1(servers) +
            QStringLiteral("). Queries sent to those bypass Pi-hole.");
-}
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result += QString::fromLatin1(item);
-    return result;
 }
 
 ResolverReport reportOn(const QString &text) { return ResolverReport::of(DNSConfigurator::parseResolvers(text)); }
@@ -142,4 +133,4 @@ TEST(ResolverReport, Only_the_exact_address_is_pihole)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

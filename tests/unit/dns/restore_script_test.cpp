@@ -12,7 +12,7 @@
 
 #include <sys/stat.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 const QString kWifi = QStringLiteral("Wi-Fi");
@@ -41,7 +41,7 @@ QByteArray playedOn(QByteArray script, const QByteArray &osascript)
 
 class RestoreScriptFile : public testing::Test {
 protected:
-    test::HomeFolder m_home;
+    HomeFolder m_home;
 
     [[nodiscard]] static QByteArray content()
     {
@@ -160,7 +160,7 @@ TEST_F(RestoreScriptFile, A_full_disk_keeps_both_as_they_were)
     const QByteArray before = content();
     // Room for neither; room for the backup alone.
     for (const rlim_t room : {rlim_t(40), rlim_t(before.size()) - 1}) {
-        const test::FileSizeLimit limit(room);
+        const FileSizeLimit limit(room);
         EXPECT_FALSE(DNSBackup::store(entries(QStringLiteral("LAN").repeated(30), {})));
         EXPECT_EQ(content(), before);
         expectInStep();
@@ -214,4 +214,4 @@ TEST_F(RestoreScriptFile, Goes_with_the_backup_but_outlives_one_that_is_damaged)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

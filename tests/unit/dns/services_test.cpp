@@ -1,20 +1,11 @@
 #include "dns/dns_configurator.h"
 #include "tests/support/fake_tool.h"
+#include "tests/unit/dns/dns_values.h"
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::recorded;
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result += QString::fromUtf8(item);
-    return result;
-}
 
 TEST(ServiceNames, Leave_the_explanation_and_disabled_services_out)
 {
@@ -102,4 +93,4 @@ TEST(Servers, Are_never_taken_from_an_error_sentence)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test
