@@ -26,6 +26,7 @@ protected:
     void both(const char *name)
     {
         window()->resize(980, 1300);
+        settle();
         press(Qt::Key_End);
         bothPictures(QString::fromLatin1(name));
     }
