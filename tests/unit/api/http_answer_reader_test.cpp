@@ -153,6 +153,10 @@ TEST(HttpAnswerReader, Only_a_clean_answer_leaves_the_connection_for_another)
     EXPECT_FALSE(reusable(kMeasured + "x"));
     EXPECT_FALSE(reusable(kMeasured.chopped(1)));
     EXPECT_FALSE(reusable(kToTheEnd));
+    HttpAnswerReader ended(1000);
+    ended.feed(kToTheEnd);
+    ASSERT_EQ(ended.finish(), State::Complete);
+    EXPECT_FALSE(ended.reusable());
     EXPECT_FALSE(reusable(QByteArray(kMeasured).replace("1.1", "1.0")));
     EXPECT_FALSE(reusable(withHeader("Connection: Close\r\nContent-Length: 5")));
 }

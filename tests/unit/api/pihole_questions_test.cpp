@@ -72,6 +72,15 @@ TEST(Rules, A_name_that_was_there_already_is_told_from_one_that_was_added)
     EXPECT_EQ(parseRuleAdded(recordedBody("50b-deny-regex-again")), false);
 }
 
+TEST(Rules, Of_every_kind_have_an_address_of_their_own)
+{
+    EXPECT_EQ(rulePath(PiholeRule::Kind::AllowedName, QStringLiteral("a.example")),
+              "/api/domains/allow/exact/a.example");
+    EXPECT_EQ(rulesPath(PiholeRule::Kind::AllowedPattern), "/api/domains/allow/regex");
+    EXPECT_EQ(rulesPath(PiholeRule::Kind::DeniedName), "/api/domains/deny/exact");
+    EXPECT_EQ(rulePath(PiholeRule::Kind::DeniedPattern, QStringLiteral("^a$")), "/api/domains/deny/regex/%5Ea%24");
+}
+
 TEST(Rules, Of_an_unknown_kind_are_left_out)
 {
     const auto rules =
