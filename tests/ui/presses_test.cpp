@@ -16,16 +16,21 @@ class Presses : public Screen {
 protected:
     [[nodiscard]] QPointF placeOf(const char *name) { return find(QString::fromLatin1(name))->mapToScene(QPointF()); }
 
+    /// A window lays its views out when it is drawn.
+    void draw() { Q_UNUSED(window()->grabWindow()) }
+
     /// An action that is under way spins beside its button, which is off, and moves nothing to its right.
     void expectBusy(const char *key, const char *button, const char *rightOfIt = nullptr)
     {
         const QString name = QString::fromLatin1(button);
         settle();
+        draw();
         const QPointF before = placeOf(rightOfIt ? rightOfIt : button);
         EXPECT_TRUE(enabled(name + QStringLiteral("Button"))) << key;
         EXPECT_FALSE(shows(name + QStringLiteral("Spinner"))) << key;
         m_app.setBusy({QString::fromLatin1(key)});
         QTest::qWait(20);
+        draw();
         EXPECT_FALSE(enabled(name + QStringLiteral("Button"))) << key;
         EXPECT_TRUE(shows(name + QStringLiteral("Spinner"))) << key;
         EXPECT_EQ(placeOf(rightOfIt ? rightOfIt : button), before) << key;
