@@ -4,6 +4,7 @@ import os
 import shutil
 import subprocess
 
+from launcher import display_cookies
 from launcher.folders import host_etc
 from launcher.problem import Problem
 
@@ -41,7 +42,7 @@ def arguments(folder, program, shares, display, cache):
         words += ["--cap-add", right]
     words += _system(f"{folder}/root")
     words += ["--bind", folder, "/run/simmac", "--bind", cache, "/run/simmac-cache"]
-    words += _what_the_caller_brings(program, shares, display)
+    words += _what_the_caller_brings(folder, program, shares, display)
     return words + ["--remount-ro", "/", "--chdir", "/"]
 
 
@@ -65,7 +66,7 @@ def _system(root):
                     "--dev", "/dev", "--proc", "/proc"]
 
 
-def _what_the_caller_brings(program, shares, display):
+def _what_the_caller_brings(folder, program, shares, display):
     words = ["--ro-bind", REPOSITORY, REPOSITORY]
     if "/" in program:
         for path in {os.path.abspath(program), os.path.realpath(program)}:
@@ -77,9 +78,8 @@ def _what_the_caller_brings(program, shares, display):
     if display is not None:
         number = display.lstrip(":").split(".")[0]
         words += ["--bind", f"/tmp/.X11-unix/X{number}", f"/tmp/.X11-unix/X{number}"]
-        authority = os.environ.get("XAUTHORITY", os.path.expanduser("~/.Xauthority"))
-        if os.path.isfile(authority):
-            words += ["--ro-bind", authority, "/run/xauthority"]
+        if keys := display_cookies.copy_for_any_host(folder):
+            words += ["--ro-bind", keys, "/run/xauthority"]
     return words
 
 

@@ -65,6 +65,13 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual(found.out, "x")
 
 
+class CallersDisplayTest(unittest.TestCase):
+    def test_It_is_reached_though_its_key_names_the_callers_host(self):
+        done = subprocess.run(["xvfb-run", "-a", SIMMAC, "run", "--desktop", "--", "/usr/bin/xwininfo", "-root"],
+                              capture_output=True, text=True, timeout=60, check=False)
+        self.assertIn("Width:", done.stdout, done.stderr)
+
+
 def lightness(mac):
     """How light the whole display is, from 0 to 1."""
     with tempfile.TemporaryDirectory() as folder:
