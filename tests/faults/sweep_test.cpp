@@ -102,6 +102,7 @@ protected:
         begin(scene);
         for (const QString &order : orders)
             Mac::ctl(order);
+        if (m_looksFirst) run(model().refreshStatus(Stats::Include));
         scene.play(model());
         EXPECT_TEXT(scene.missing(model()), "");
         EXPECT_TRUE(quiet()) << "left busy: " << QStringList(model().busy().values()).join(u' ').toStdString();
@@ -172,6 +173,8 @@ protected:
     int m_endured = 0;
     int m_triedAgain = 0;
     bool m_comesAndGoes = false;
+    /// Whether Corvane looks at the Mac between a mishap and the action.
+    bool m_looksFirst = false;
     /// What each scene comes to when nothing goes wrong.
     QHash<QString, QString> m_good;
 
@@ -262,6 +265,19 @@ TEST_F(Sweep, Every_command_of_every_flow_goes_wrong_in_every_way)
         }
     }
     std::printf("%d mishaps\n", m_endured);
+}
+
+TEST_F(Sweep, Every_tool_is_missed_by_a_look_before_the_action)
+{
+    m_looksFirst = true;
+    for (const Scene &scene : scenes()) {
+        QSet<QString> tools;
+        for (const Mishap &call : callsOf(scene))
+            tools += call.tool;
+        for (const QString &tool : QStringList(tools.begin(), tools.end()))
+            endure(scene, {{tool, QStringLiteral("vanish")}});
+    }
+    std::printf("%d tools gone\n", m_endured);
 }
 
 TEST_F(Sweep, Every_command_hangs_once)

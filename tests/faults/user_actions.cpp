@@ -63,6 +63,13 @@ QString startOrState(const AppModel &model)
     return model.startMessage().isEmpty() ? model.notice() + model.statusLine() : model.startMessage();
 }
 
+/// Where there is nothing that could start at login, the switch itself is all that the user sees change.
+QString autostartText(const AppModel &model)
+{
+    const QString text = operationOr(&AppModel::installOp, kNotice)(model);
+    return text.isEmpty() && !(model.hasBrew() && model.hasColima()) ? QStringLiteral("Kept for later.") : text;
+}
+
 QString permissionText(const AppModel &model) { return const_cast<AppModel &>(model).repair()->message(); }
 
 QString rowsText(const CheckRows &rows)
@@ -189,8 +196,7 @@ QList<UserAction> settingUp()
         {"startColimaOnly", Activity::StartColima, started([](AppModel &model) { model.startColimaOnly(); }),
          operationOr(&AppModel::installOp, kNotice)},
         {"changeAutostart", Activity::Autostart,
-         [](AppModel &model) { return model.changeAutostart(!model.autostartColima()); },
-         operationOr(&AppModel::installOp, kNotice)},
+         [](AppModel &model) { return model.changeAutostart(!model.autostartColima()); }, autostartText},
         {"startPihole", Activity::StartPihole, [](AppModel &model) { return model.startPihole(); },
          operationOr(&AppModel::startOp, kStart)},
         {"fixUDPForwarding", Activity::UdpFix, [](AppModel &model) { return model.fixUDPForwarding(); },
