@@ -19,6 +19,8 @@ namespace {
 
 constexpr int kReturnRounds = 20;
 constexpr std::chrono::seconds kReturnPause{3};
+const QString kNoHomebrew = QStringLiteral("Homebrew was not found.");
+const QString kNoColima = QStringLiteral("Colima was not found.");
 
 Alert autostartQuestion(bool on)
 {
@@ -57,7 +59,7 @@ Flow<> AppModel::install()
     co_await boundTo(mark);
     const CommandSteps steps = ColimaManager::installSteps();
     if (steps.isEmpty()) {
-        setNotice(QStringLiteral("Homebrew was not found."));
+        setNotice(kNoHomebrew);
         co_return;
     }
     const bool installed = co_await perform(&m_installOp, QStringLiteral("Installing Colima and Docker"), steps);
@@ -81,7 +83,10 @@ Flow<> AppModel::changeLoginService(bool enable)
 Flow<> AppModel::switchAutostart(bool enable)
 {
     const CommandSteps steps = ColimaManager::autostartSteps(enable, dockerWorks());
-    if (steps.isEmpty()) co_return;
+    if (steps.isEmpty()) {
+        setNotice(ColimaManager::find() ? kNoHomebrew : kNoColima);
+        co_return;
+    }
     const bool stopsColima = enable && dockerWorks();
     const QString title = enable ? OperationTitle::kTurningColimaOn : OperationTitle::kTurningColimaOff;
     co_await perform(&m_installOp, title, steps);
@@ -118,7 +123,7 @@ Flow<> AppModel::startColima()
     co_await boundTo(mark);
     const CommandSteps steps = colimaStartSteps(*this);
     if (steps.isEmpty()) {
-        setNotice(QStringLiteral("Colima was not found."));
+        setNotice(kNoColima);
         co_return;
     }
     co_await perform(&m_installOp, kStartingColima, steps);

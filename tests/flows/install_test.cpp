@@ -222,6 +222,18 @@ TEST_F(Stopped, A_model_that_goes_away_while_it_waits_for_docker_ends_the_waitin
     EXPECT_LE(Mac::calls(QStringLiteral("docker")).size(), calls + 1);
 }
 
+TEST_F(Running, A_switch_whose_tool_has_gone_since_the_last_look_says_so)
+{
+    Mac::ctl(QStringLiteral("fault brew vanish"));
+    run(model().changeAutostart(false));
+    EXPECT_TEXT(model().notice(), "Homebrew was not found.");
+    EXPECT_TRUE(quiet());
+    model().setNotice({});
+    Mac::ctl(QStringLiteral("fault colima vanish"));
+    run(model().changeAutostart(true));
+    EXPECT_TEXT(model().notice(), "Colima was not found.");
+}
+
 TEST(GeneratedPassword, Has_sixteen_signs_and_no_look_alikes)
 {
     const QString password = AppModel::generatePassword();
