@@ -100,7 +100,7 @@ Flow<bool> AppModel::runUpdate(QString newTag)
         co_return false;
     }
     if (steps->isEmpty()) {
-        setNotice(QStringLiteral("docker was not found."));
+        setUpdateMessage(QStringLiteral("docker was not found."));
         co_return false;
     }
     co_return co_await exchangeVersion(newTag, *steps);

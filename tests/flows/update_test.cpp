@@ -141,7 +141,7 @@ TEST_F(Update, Without_docker_nothing_begins)
 {
     Mac::ctl(QStringLiteral("fault docker vanish"));
     update();
-    EXPECT_TEXT(model().notice(), "docker was not found.");
+    EXPECT_TEXT(model().updateMessage(), "docker was not found.");
     EXPECT_TEXT(model().pinnedTag(), "2026.09.0");
     EXPECT_TEXT(PiholeFiles::composeTag(), "2026.09.0");
 }
