@@ -28,7 +28,9 @@ QRectF lowest(const QRectF &area, double height) { return {area.left(), area.bot
 
 QSGNode *showAreas(QQuickWindow &window, QSGNode *old, const ColoredAreas &areas)
 {
-    QSGNode *root = old ? old : new QSGNode;
+    // Of a plain node Qt's software renderer keeps no position, and would draw what is added later at the window's
+    // corner.
+    QSGNode *root = old ? old : new QSGTransformNode;
     while (root->childCount() > areas.size()) {
         QSGNode *last = root->lastChild();
         root->removeChildNode(last);
