@@ -35,9 +35,6 @@ const QList<Event> &events()
 constexpr int kLooksUntilSeen = 3;
 constexpr int kMoments = 5;
 
-/// Each worker has a descriptor of its own, and how many workers there are depends on the machine's load.
-qint64 heldByNoThread(const Household &all) { return all.descriptors - all.threads; }
-
 /// A Corvane that starts Pi-hole again by itself.
 class DayOutside : public Polling {
 protected:
@@ -61,7 +58,7 @@ protected:
         });
         waitFor([&found] { return found.size() >= kMoments; }, "all is at rest");
         quickClock.betweenPolls({});
-        return *std::ranges::min_element(found, {}, heldByNoThread);
+        return *std::ranges::min_element(found, {}, &Household::heldByNoThread);
     }
 
     void live(const Event &event, std::chrono::minutes asleep)
@@ -92,7 +89,7 @@ TEST_F(DayOutside, Of_sleep_and_other_networks_ends_as_it_began)
     const Household after = atRest();
     std::printf("%lld events in %lld looks; descriptors and threads %lld and %lld, then %lld and %lld\n", wanted,
                 quickClock.polls(), before.descriptors, before.threads, after.descriptors, after.threads);
-    EXPECT_LE(heldByNoThread(after), heldByNoThread(before) + 1) << "a connection to Pi-hole may be kept";
+    EXPECT_LE(after.heldByNoThread(), before.heldByNoThread() + 1) << "a connection to Pi-hole may be kept";
     EXPECT_LT(after.threads, before.threads + wanted) << "no event keeps a thread";
     EXPECT_EQ(DNSBackup::load().size(), 1);
 }

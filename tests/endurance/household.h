@@ -14,6 +14,8 @@ struct Household {
     qint64 children = 0;
 
     [[nodiscard]] static Household now();
+    /// Each worker thread has a descriptor of its own, and how many workers there are depends on the machine's load.
+    [[nodiscard]] qint64 heldByNoThread() const { return descriptors - threads; }
 };
 
 /// A straight line through values that were taken at equal distances.
