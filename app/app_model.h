@@ -363,6 +363,7 @@ private:
     [[nodiscard]] Flow<bool> exchangeVersion(QString newTag, CommandSteps steps);
     [[nodiscard]] Flow<QString> pin(QString tag);
     [[nodiscard]] QCoro::Task<std::expected<void, QString>> writeFiles() const;
+    [[nodiscard]] Flow<> lookAfterExchange(bool made);
     void tellOfRollback(const QString &unwritten);
     [[nodiscard]] Flow<> movePihole(int port, CommandSteps steps);
     [[nodiscard]] Flow<> putFilesRight();

@@ -74,11 +74,17 @@ Flow<> AppModel::performUpdate()
     }
     const bool updated = co_await runUpdate(newTag);
     mark.reset(); // nothing that follows is in the way of anything
-    if (updated)
+    co_await lookAfterExchange(updated);
+    co_await putRight();
+}
+
+/// Tests a container that has just been made; else shows what is there.
+Flow<> AppModel::lookAfterExchange(bool made)
+{
+    if (made)
         co_await runPiholeTests(Wait::ForStart);
     else
         co_await refreshStatus(Stats::Include);
-    co_await putRight();
 }
 
 /// Saves Pi-hole's settings into the backups folder; answers why it could not, or nothing.

@@ -133,10 +133,7 @@ Flow<> AppModel::bringBack()
     co_await boundTo(*mark);
     const bool back = co_await remake(tag);
     mark.reset(); // nothing that follows is in the way of anything
-    if (back)
-        co_await runPiholeTests(Wait::ForStart);
-    else
-        co_await refreshStatus(Stats::Include);
+    co_await lookAfterExchange(back);
     co_await putRight();
 }
 
