@@ -1,58 +1,60 @@
 #pragma once
 
-#include <QFlags>
+#include "app/enum_set.h"
 
+#include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace corvane {
 
-/// What Corvane can be in the middle of.
-enum class Activity : quint32 {
-    Checks = 1U << 0,
-    DockerTest = 1U << 1,
-    PiholeTests = 1U << 2,
-    BlockingTest = 1U << 3,
-    SystemTest = 1U << 4,
-    BrowserTest = 1U << 5,
-    LoadServices = 1U << 6,
-    ApplyDns = 1U << 7,
-    RestoreDns = 1U << 8,
-    Install = 1U << 9,
-    StartColima = 1U << 10,
-    Autostart = 1U << 11,
-    UdpFix = 1U << 12,
-    StartPihole = 1U << 13,
-    StartContainer = 1U << 14,
-    StopContainer = 1U << 15,
-    RestartContainer = 1U << 16,
-    Update = 1U << 17,
-    PortChange = 1U << 18,
-    Removal = 1U << 19,
-    ExportBackup = 1U << 20,
-    ImportBackup = 1U << 21,
-    ScanBrowsers = 1U << 22,
-    LoadLogs = 1U << 23,
-    CheckForUpdates = 1U << 24,
-    BringBack = 1U << 25,
-    LoadLists = 1U << 26,
-    BrowserProof = 1U << 27,
-    PutRight = 1U << 28,
-    Exchange = 1U << 29,
-    ChangeRules = 1U << 30,
-    MakeReport = 1U << 31,
+/// What Corvane can be in the middle of. A new one takes the same place here and in the table below.
+enum class Activity : quint8 {
+    Checks,
+    DockerTest,
+    PiholeTests,
+    BlockingTest,
+    SystemTest,
+    BrowserTest,
+    BrowserProof,
+    LoadServices,
+    ApplyDns,
+    RestoreDns,
+    Install,
+    StartColima,
+    Autostart,
+    UdpFix,
+    StartPihole,
+    StartContainer,
+    StopContainer,
+    RestartContainer,
+    Update,
+    PortChange,
+    Removal,
+    ExportBackup,
+    ImportBackup,
+    LoadLists,
+    ChangeRules,
+    ScanBrowsers,
+    LoadLogs,
+    MakeReport,
+    CheckForUpdates,
+    BringBack,
+    PutRight,
+    Exchange,
 };
-Q_DECLARE_FLAGS(Activities, Activity)
-Q_DECLARE_OPERATORS_FOR_FLAGS(Activities)
+using Activities = EnumSet<Activity>;
+[[nodiscard]] constexpr Activities operator|(Activity one, Activity other) { return Activities(one) | other; }
 
 /// What there is one of, so that one activity at a time may change it.
 enum class Subject : quint8 {
-    Engine = 1U << 0,    ///< Colima's machine and Docker in it.
-    Container = 1U << 1, ///< Pi-hole, its files and its settings.
-    Dns = 1U << 2,       ///< This Mac's servers and the file that they are saved in.
-    Rules = 1U << 3,     ///< What Pi-hole blocks and allows; a list run replaces it as a whole.
+    Engine,    ///< Colima's machine and Docker in it.
+    Container, ///< Pi-hole, its files and its settings.
+    Dns,       ///< This Mac's servers and the file that they are saved in.
+    Rules,     ///< What Pi-hole blocks and allows; a list run replaces it as a whole.
 };
-Q_DECLARE_FLAGS(Subjects, Subject)
-Q_DECLARE_OPERATORS_FOR_FLAGS(Subjects)
+using Subjects = EnumSet<Subject>;
+[[nodiscard]] constexpr Subjects operator|(Subject one, Subject other) { return Subjects(one) | other; }
 
 /// What is to be known about an activity.
 struct ActivityRule {
@@ -109,6 +111,16 @@ inline constexpr std::array kActivityRules{
     ActivityRule{Activity::Exchange, "", "the container is being exchanged", {}, {}, true},
 };
 
+[[nodiscard]] constexpr bool rulesStandInOrder()
+{
+    std::size_t place = 0;
+    return std::ranges::all_of(kActivityRules, [&place](const ActivityRule &rule) {
+        return static_cast<std::size_t>(rule.activity) == place++;
+    });
+}
+static_assert(rulesStandInOrder(), "the table's rows have the order of the names");
+static_assert(kActivityRules.size() <= Activities::kMost, "a set of activities has room for all of them");
+
 [[nodiscard]] constexpr bool exclude(const ActivityRule &one, const ActivityRule &other)
 {
     if (one.activity == other.activity) return !one.overlapsItself;
@@ -117,10 +129,14 @@ inline constexpr std::array kActivityRules{
 
 [[nodiscard]] constexpr const ActivityRule &ruleOf(Activity activity)
 {
-    for (const ActivityRule &rule : kActivityRules) {
-        if (rule.activity == activity) return rule;
-    }
-    return kActivityRules.front(); // not reached: the table holds every activity
+    return kActivityRules.at(static_cast<std::size_t>(activity));
+}
+
+/// Whether an activity has this key in the model's `busy`.
+[[nodiscard]] constexpr bool isBusyKey(std::string_view key)
+{
+    return !key.empty() &&
+           std::ranges::any_of(kActivityRules, [key](const ActivityRule &rule) { return rule.busyKey == key; });
 }
 
 /// What may not be under way when the activity begins.

@@ -4,7 +4,7 @@ namespace corvane {
 
 CurrentActivities::Count &CurrentActivities::count(Activity activity)
 {
-    return m_counts[static_cast<size_t>(&ruleOf(activity) - kActivityRules.data())];
+    return m_counts.at(static_cast<size_t>(activity));
 }
 
 bool CurrentActivities::isNewest(Activity activity, int run) { return count(activity).newest == run; }
@@ -32,7 +32,7 @@ QSet<QString> CurrentActivities::busyKeys() const
     QSet<QString> keys;
     const Activities now = underWay();
     for (const ActivityRule &rule : kActivityRules) {
-        if (now.testFlag(rule.activity) && *rule.busyKey) keys.insert(QString::fromLatin1(rule.busyKey));
+        if (now.contains(rule.activity) && *rule.busyKey) keys.insert(QString::fromLatin1(rule.busyKey));
     }
     return keys;
 }
@@ -42,10 +42,10 @@ bool CurrentActivities::mayBegin(Activity activity) const { return !m_closed && 
 QString CurrentActivities::obstacle(Activity activity) const
 {
     const Activities inTheWay = marked() & excludedBy(activity);
-    if (!inTheWay || inTheWay.testFlag(activity)) return {};
+    if (!inTheWay || inTheWay.contains(activity)) return {};
     if (!(inTheWay & underWay())) return QStringLiteral("Not now: answer the open question first.");
     for (const ActivityRule &rule : kActivityRules) {
-        if (!(inTheWay & underWay()).testFlag(rule.activity)) continue;
+        if (!(inTheWay & underWay()).contains(rule.activity)) continue;
         return QStringLiteral("Not now: %1. Try again when that is done.").arg(QString::fromLatin1(rule.words));
     }
     return {};
@@ -54,7 +54,7 @@ QString CurrentActivities::obstacle(Activity activity) const
 void CurrentActivities::outdate(Activities activities)
 {
     for (size_t i = 0; i < m_counts.size(); ++i) {
-        if (activities.testFlag(kActivityRules[i].activity)) ++m_counts[i].newest;
+        if (activities.contains(kActivityRules[i].activity)) ++m_counts[i].newest;
     }
 }
 

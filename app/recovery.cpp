@@ -52,7 +52,7 @@ Flow<> AppModel::windDown(Clock::Duration limit)
 {
     stopEverything();
     const Clock::Instant deadline = m_clock.now() + limit;
-    while (m_activities.underWay().testFlag(Activity::Exchange) && m_clock.now() < deadline)
+    while (m_activities.underWay().contains(Activity::Exchange) && m_clock.now() < deadline)
         co_await m_clock.pause(kBetweenLooks);
 }
 
@@ -111,7 +111,7 @@ bool AppModel::judgeNewVersion(const QString &left)
 {
     const Fate fate = fateOf(containerState());
     // The tests give it the time that it may take.
-    if (fate == Fate::Unclear || m_activities.underWay().testFlag(Activity::PiholeTests)) return false;
+    if (fate == Fate::Unclear || m_activities.underWay().contains(Activity::PiholeTests)) return false;
     const bool complained = !wayBack().isEmpty();
     setWayBack(fate == Fate::Failing ? left : QString());
     if (fate == Fate::Failing) {

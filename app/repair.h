@@ -68,7 +68,7 @@ private:
     [[nodiscard]] Flow<QString> verdictOnLookup(QString name);
     void postpone(const Permission &permission, Wish wish, const QString &what);
     void remember(const Permission &permission, Wish wish);
-    [[nodiscard]] bool listsRun() const { return m_activities.underWay().testFlag(Activity::LoadLists); }
+    [[nodiscard]] bool listsRun() const { return m_activities.underWay().contains(Activity::LoadLists); }
     void onActivities();
 
     PiholeAPI &m_api;

@@ -109,7 +109,7 @@ protected:
             const auto latest = model().latestTag();
             const bool autostart = model().autostartColima();
             const auto run = start(second);
-            const bool itself = obstacles.testFlag(*second.activity) || second.quietlyRefused;
+            const bool itself = obstacles.contains(*second.activity) || second.quietlyRefused;
             const bool setOnly = second.activity == Activity::Autostart && model().installOp()->running();
             if (!itself && !setOnly) {
                 EXPECT_TRUE(refused(second)) << second.name << " during " << first.name << " said: '"

@@ -52,7 +52,7 @@ TEST(SweptActions, Begin_every_activity_but_those_that_are_parts_of_others)
         if (action.activity) begun |= *action.activity;
     }
     for (const ActivityRule &rule : kActivityRules)
-        EXPECT_TRUE(begun.testFlag(rule.activity)) << rule.words;
+        EXPECT_TRUE(begun.contains(rule.activity)) << rule.words;
 }
 
 } // namespace corvane::test

@@ -24,7 +24,7 @@ protected:
         Mac::ctl(QStringLiteral("pihole pace 1"));
     }
     QString verdict() { return model().notes().value(QStringLiteral("lists")).toString(); }
-    bool loading() { return model().underWay().testFlag(Activity::LoadLists); }
+    bool loading() { return model().underWay().contains(Activity::LoadLists); }
 };
 
 } // namespace

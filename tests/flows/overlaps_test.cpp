@@ -117,7 +117,7 @@ TEST_F(Overlaps, Colima_is_left_alone_while_the_backup_before_an_update_is_saved
     Mac::ctl(QStringLiteral("pihole silent on"));
     model().setLatestTag(QStringLiteral("2026.10.0"));
     launch(model().performUpdate());
-    waitFor([this] { return model().underWay().testFlag(Activity::Update); }, "the backup is on its way");
+    waitFor([this] { return model().underWay().contains(Activity::Update); }, "the backup is on its way");
     expectColimaLeftAlone("Not now: Pi-hole is being updated. Try again when that is done.");
     Mac::ctl(QStringLiteral("pihole silent off"));
     waitFor([this] { return quiet(); }, "the update ended");

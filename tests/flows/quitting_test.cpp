@@ -69,7 +69,7 @@ TEST_F(Quitting, Lets_nothing_begin_any_more)
 TEST_F(Quitting, Before_the_first_command_of_an_update_begins_none)
 {
     launch(model().performUpdate());
-    waitFor([this] { return model().underWay().testFlag(Activity::Exchange); }, "it is about to begin");
+    waitFor([this] { return model().underWay().contains(Activity::Exchange); }, "it is about to begin");
     windDown();
     expectAllOf(kOldTag, 8080);
     EXPECT_TRUE(Mac::calls(QStringLiteral("docker")).filter(QStringLiteral("pull")).isEmpty());
@@ -79,7 +79,7 @@ TEST_F(Quitting, Waits_no_longer_than_its_limit)
 {
     updateUpTo(QStringLiteral("pull"));
     run(model().windDown(std::chrono::milliseconds(0)));
-    EXPECT_TRUE(model().underWay().testFlag(Activity::Exchange)) << "the tool has not ended yet";
+    EXPECT_TRUE(model().underWay().contains(Activity::Exchange)) << "the tool has not ended yet";
     relaunch();
     compare();
     expectAllOf(kOldTag, 8080);
@@ -89,7 +89,7 @@ TEST_F(Quitting, Waits_for_nothing_when_nothing_is_exchanged)
 {
     Mac::ctl(QStringLiteral("pihole silent on")); // the backup does not come
     launch(model().performUpdate());
-    waitFor([this] { return model().underWay().testFlag(Activity::Update); }, "the backup is on its way");
+    waitFor([this] { return model().underWay().contains(Activity::Update); }, "the backup is on its way");
     const auto before = clock.waited();
     windDown();
     EXPECT_EQ(clock.waited(), before);

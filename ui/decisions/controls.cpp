@@ -17,21 +17,21 @@ bool operating(bool operationRuns, Activities underWay)
 
 QString startInPreparation(Activities underWay, bool operationRuns)
 {
-    const bool prepares = !operationRuns && underWay.testFlag(Activity::StartPihole);
+    const bool prepares = !operationRuns && underWay.contains(Activity::StartPihole);
     return prepares ? QStringLiteral("Getting ready...") : QString();
 }
 
 QString updateInPreparation(Activities underWay, bool operationRuns)
 {
-    if (operationRuns || underWay.testFlag(Activity::Exchange)) return {};
-    if (underWay.testFlag(Activity::Update)) return QStringLiteral("Saving a backup first...");
-    return underWay.testFlag(Activity::BringBack) ? QStringLiteral("Getting ready...") : QString();
+    if (operationRuns || underWay.contains(Activity::Exchange)) return {};
+    if (underWay.contains(Activity::Update)) return QStringLiteral("Saving a backup first...");
+    return underWay.contains(Activity::BringBack) ? QStringLiteral("Getting ready...") : QString();
 }
 
 QString backupUnderWay(Activities underWay)
 {
-    if (underWay.testFlag(Activity::ExportBackup)) return QStringLiteral("Saving a backup...");
-    return underWay.testFlag(Activity::ImportBackup) ? QStringLiteral("Restoring the backup...") : QString();
+    if (underWay.contains(Activity::ExportBackup)) return QStringLiteral("Saving a backup...");
+    return underWay.contains(Activity::ImportBackup) ? QStringLiteral("Restoring the backup...") : QString();
 }
 
 bool canStart(const ContainerState &container, bool operating) { return !operating && !container.isRunning(); }
