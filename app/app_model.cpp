@@ -20,8 +20,6 @@ constexpr std::chrono::seconds kPollInterval{15};
 
 } // namespace
 
-static_assert(AppModel::kStepCount == kWizardSteps.size());
-
 const QStringList &AppModel::stepTitles()
 {
     static const QStringList titles = [] {
@@ -127,7 +125,7 @@ void AppModel::configureAPI()
 
 void AppModel::go(int step)
 {
-    setStep(std::clamp(step, 0, kStepCount - 1));
+    setStep(std::clamp(step, 0, kLastStep));
     QSet<int> seen = visited();
     seen.insert(this->step());
     setVisited(seen);
@@ -135,8 +133,8 @@ void AppModel::go(int step)
 
 bool AppModel::isStepDone(int step) const
 {
-    const bool known = step >= 0 && step < kStepCount;
-    return isProven(kWizardSteps.at(known ? static_cast<std::size_t>(step) : kWizardSteps.size() - 1), *this);
+    const bool known = step >= 0 && step <= kLastStep;
+    return isProven(kWizardSteps.at(static_cast<std::size_t>(known ? step : kLastStep)), *this);
 }
 
 bool AppModel::mayBegin(Activity activity, void (AppModel::*say)(const QString &))

@@ -46,7 +46,6 @@ class AppModel : public corvane::AppState {
     Q_PROPERTY(corvane::Comeback *comeback READ comeback CONSTANT)
 
 public:
-    static constexpr int kStepCount = 8;
     [[nodiscard]] static const QStringList &stepTitles();
 
     /// Reads the settings and the login item and begins to read the keychain; nothing else runs before `bootstrap`.

@@ -48,7 +48,8 @@ inline constexpr std::array kWizardSteps{
     WizardStepRow{WizardStep::Browser, "Check your browser", "Browser", nullptr, "browser", "Browser (step %1)"},
     WizardStepRow{WizardStep::Done, "Done", "Done", [](const AppState &app) { return app.setupSucceeded(); }},
 };
-inline constexpr int kLastStep = static_cast<int>(kWizardSteps.size()) - 1;
+inline constexpr int kStepCount = static_cast<int>(kWizardSteps.size());
+inline constexpr int kLastStep = kStepCount - 1;
 
 /// The number by which sentences name the step.
 [[nodiscard]] constexpr int stepNumber(WizardStep::Name step) { return step + 1; }

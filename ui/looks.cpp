@@ -202,7 +202,7 @@ void Looks::followOperations()
 void Looks::showSteps()
 {
     QList<Row> rows;
-    for (int step = 0; step < AppModel::kStepCount; ++step)
+    for (int step = 0; step < kStepCount; ++step)
         rows.append(stepRow(step, AppModel::stepTitles().at(step), m_app.isStepDone(step), step == m_app.step()));
     m_steps.show(rows);
 }

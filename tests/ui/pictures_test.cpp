@@ -171,7 +171,7 @@ TEST_F(Pictures, Nothing_is_cut_off_in_the_smallest_window_with_text_enlarged_by
     QFont large = usual;
     large.setPixelSize(20);
     QApplication::setFont(large);
-    for (int step = 0; step < AppModel::kStepCount; ++step) {
+    for (int step = 0; step < kStepCount; ++step) {
         openStep(step);
         resize(860, 620);
         showChecks(m_app, true);

@@ -30,7 +30,7 @@ TEST_F(PlainText, Is_all_that_any_screen_shows)
     showChecks(m_app, true);
     showPiholeTests(m_app, false);
     showBrowsers(m_app);
-    for (int step = 0; step < AppModel::kStepCount; ++step) {
+    for (int step = 0; step < kStepCount; ++step) {
         openStep(step);
         expectNoMarkup(QStringLiteral("step %1").arg(step + 1));
     }

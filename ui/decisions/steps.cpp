@@ -19,11 +19,11 @@ Row stepRow(int step, const QString &title, bool done, bool current)
     row.badge = stepBadge(done, current);
     row.title = QStringLiteral("%1. %2").arg(step + 1).arg(title);
     row.detail = QStringLiteral("%1, %2, step %3 of %4")
-                     .arg(title, row.badge.spoken, QString::number(step + 1), QString::number(AppModel::kStepCount));
+                     .arg(title, row.badge.spoken, QString::number(step + 1), QString::number(kStepCount));
     return row;
 }
 
-QString stepPosition(int step) { return QStringLiteral("Step %1 of %2").arg(step + 1).arg(AppModel::kStepCount); }
+QString stepPosition(int step) { return QStringLiteral("Step %1 of %2").arg(step + 1).arg(kStepCount); }
 
 QString stepView(int step)
 {
