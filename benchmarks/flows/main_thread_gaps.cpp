@@ -1,11 +1,8 @@
-#include "app/clock.h"
 #include "benchmarks/exec/measure.h"
 #include "benchmarks/flows/gap_timer.h"
 #include "exec/keychain.h"
-#include "tests/flows/memory_settings.h"
-#include "tests/flows/user.h"
+#include "tests/story/model_on_mac.h"
 #include "tests/story/story.h"
-#include "tests/support/begun.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
@@ -105,20 +102,13 @@ bool print(const QList<Row> &rows)
 
 QList<Row> measureStory()
 {
-    MemorySettings settings;
-    SystemClock clock;
-    Dialogs dialogs;
-    User user(dialogs);
-    const auto workspace = systemWorkspace();
-    const auto loginItem = systemLoginItem();
-    AppModel model(Surroundings{settings, dialogs, *workspace, *loginItem, clock, QUrl()});
-    test::untilBegun(model);
+    ModelOnMac mac;
 
     const double keychain = keychainCall(QStringLiteral("measured-word-1"));
     IdleProgram idle;
     GapTimer gaps;
     QList<Row> rows;
-    const Story story(model);
+    const Story story(mac.model());
     for (const Story::Step &step : story.steps())
         rows += measured(step, gaps, idle, keychain);
     return rows;

@@ -3,13 +3,10 @@
 //   simmac/simmac run --speed real --state homebrew --keyring -- build/release/benchmarks/flows/bench_setup_cost
 // Ends with 1 when its processor time is over 2 % of the tools' own time.
 
-#include "app/clock.h"
 #include "benchmarks/exec/measure.h"
 #include "tests/flows/mac.h"
-#include "tests/flows/memory_settings.h"
-#include "tests/flows/user.h"
+#include "tests/story/model_on_mac.h"
 #include "tests/story/story.h"
-#include "tests/support/begun.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -65,19 +62,12 @@ bool runStory(AppModel &model)
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    MemorySettings settings;
-    SystemClock clock;
-    Dialogs dialogs;
-    User user(dialogs);
-    const auto workspace = systemWorkspace();
-    const auto loginItem = systemLoginItem();
-    AppModel model(Surroundings{settings, dialogs, *workspace, *loginItem, clock, QUrl()});
-    untilBegun(model);
+    ModelOnMac mac;
 
     QElapsedTimer elapsed;
     elapsed.start();
     const double before = processorSeconds();
-    if (!runStory(model)) return 2;
+    if (!runStory(mac.model())) return 2;
     const double own = processorSeconds() - before;
     const double tools = toolSeconds();
     std::printf("set-up and way back %.1f s; the tools ran %.1f s, Corvane used %.2f s of a processor\n",

@@ -1,8 +1,5 @@
-#include "app/clock.h"
-#include "tests/flows/memory_settings.h"
-#include "tests/flows/user.h"
+#include "tests/story/model_on_mac.h"
 #include "tests/story/story.h"
-#include "tests/support/begun.h"
 
 #include <QCoreApplication>
 #include <QCoro/QCoroTask>
@@ -37,16 +34,9 @@ bool tell(const Story &story)
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    MemorySettings settings;
-    SystemClock clock;
-    Dialogs dialogs;
-    User user(dialogs);
-    const auto workspace = systemWorkspace();
-    const auto loginItem = systemLoginItem();
-    AppModel model(Surroundings{settings, dialogs, *workspace, *loginItem, clock, QUrl()});
-    test::untilBegun(model);
+    ModelOnMac mac;
 
-    const bool good = tell(Story(model));
+    const bool good = tell(Story(mac.model()));
     std::printf("%s\n", good ? "From a bare Mac to a protected one, and back." : "The story ended early.");
     return good ? 0 : 1;
 }
