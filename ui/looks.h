@@ -16,7 +16,11 @@ namespace corvane {
 #define CORVANE_BUSY(name, key)                                                                                        \
     Q_PROPERTY(bool name READ name NOTIFY busyChanged)                                                                 \
 public:                                                                                                                \
-    [[nodiscard]] bool name() const { return m_app.busy().contains(QStringLiteral(key)); }
+    [[nodiscard]] bool name() const                                                                                    \
+    {                                                                                                                  \
+        static_assert(isBusyKey(key), "the key of an activity");                                                       \
+        return m_app.busy().contains(QStringLiteral(key));                                                             \
+    }
 
 /// What the views show and allow, decided from the model: every property follows the model's fields.
 class Looks : public QObject {
