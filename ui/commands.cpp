@@ -2,7 +2,7 @@
 
 #include "runtime/docker_cli.h"
 #include "ui/decisions/places.h"
-#include "ui/decisions/rows.h"
+#include "ui/decisions/ports.h"
 
 #include <QFileInfo>
 

@@ -9,6 +9,7 @@
 #include "ui/decisions/dashboard_texts.h"
 #include "ui/decisions/lists_texts.h"
 #include "ui/decisions/places.h"
+#include "ui/decisions/ports.h"
 #include "ui/decisions/steps.h"
 #include "ui/fonts.h"
 
@@ -219,6 +220,10 @@ void Looks::showPorts()
     m_freePorts = ports;
     Q_EMIT freePortsChanged();
 }
+
+QStringList Looks::webPorts() const { return webPortChoices(); }
+
+QString Looks::noWebPortFree() const { return corvane::noWebPortFree(); }
 
 QString Looks::fixedFamily() const { return fixedFont().family(); }
 

@@ -114,6 +114,8 @@ class Looks : public QObject {
     Q_PROPERTY(corvane::RowList *outcomes READ outcomes CONSTANT)
     Q_PROPERTY(corvane::RowList *testResults READ testResults CONSTANT)
     Q_PROPERTY(QList<QString> freePorts READ freePorts NOTIFY freePortsChanged)
+    Q_PROPERTY(QList<QString> webPorts READ webPorts CONSTANT)
+    Q_PROPERTY(QString noWebPortFree READ noWebPortFree CONSTANT)
     Q_PROPERTY(QColor accent READ accent NOTIFY appearanceChanged)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY appearanceChanged)
     Q_PROPERTY(bool increasesContrast READ increasesContrast NOTIFY appearanceChanged)
@@ -136,6 +138,8 @@ public:
 
     /// The ports on offer when another program holds the web port.
     [[nodiscard]] QStringList freePorts() const { return m_freePorts; }
+    [[nodiscard]] QStringList webPorts() const;
+    [[nodiscard]] QString noWebPortFree() const;
     [[nodiscard]] QColor accent() const { return m_appearance.accent(); }
     [[nodiscard]] bool reducesMotion() const { return m_appearance.reducesMotion(); }
     [[nodiscard]] bool increasesContrast() const { return m_appearance.increasesContrast(); }

@@ -43,7 +43,7 @@ GroupBox {
     BodyText {
         width: parent.width
         visible: Looks.webPortTaken && Looks.freePorts.length === 0
-        text: qsTr("Ports 8081 to 8090 are all taken too.")
+        text: Looks.noWebPortFree
         color: Theme.redText
     }
     Row {

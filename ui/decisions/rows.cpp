@@ -2,8 +2,6 @@
 
 #include "app/wizard_steps.h"
 
-#include <algorithm>
-
 namespace corvane {
 
 namespace {
@@ -11,10 +9,6 @@ namespace {
 const Badge kDone{QStringLiteral("checkmark.circle.fill"), Tint::Green, QStringLiteral("done")};
 const Badge kFailed{QStringLiteral("xmark.octagon.fill"), Tint::Red, QStringLiteral("failed")};
 const Badge kOpen{QStringLiteral("circle"), Tint::Secondary, QStringLiteral("not done yet")};
-
-bool isTaken(const PortReport &report) { return report.probe == PortProbe::InUse; }
-
-bool isWebPort(const PortReport &report) { return report.id == QLatin1String("web"); }
 
 Row toolRow(const QString &name, bool found)
 {
@@ -77,28 +71,6 @@ QList<Row> toolRows(bool hasBrew, bool hasColima, bool hasDocker)
 {
     return {toolRow(QStringLiteral("Homebrew"), hasBrew), toolRow(QStringLiteral("colima"), hasColima),
             toolRow(QStringLiteral("docker"), hasDocker)};
-}
-
-QList<Row> takenPorts(const QList<PortReport> &reports)
-{
-    QList<Row> rows;
-    for (const PortReport &report : reports) {
-        const Badge badge = checkBadge(isTaken(report) ? CheckState::Failed : CheckState::Warning);
-        const QString title =
-            report.label + (isTaken(report) ? QStringLiteral(" is in use by:") : QStringLiteral(" may be in use by:"));
-        if (isTaken(report) || !report.holder.isEmpty()) rows.append({report.id, badge, title, report.holder});
-    }
-    return rows;
-}
-
-bool webPortTaken(const QList<PortReport> &reports)
-{
-    return std::ranges::any_of(reports, [](const PortReport &report) { return isTaken(report) && isWebPort(report); });
-}
-
-bool dnsPortTaken(const QList<PortReport> &reports)
-{
-    return std::ranges::any_of(reports, [](const PortReport &report) { return isTaken(report) && !isWebPort(report); });
 }
 
 QList<Row> blockingRows(const std::optional<BlockingTestResult> &result)

@@ -2,7 +2,6 @@
 
 #include "app/check_row.h"
 #include "app/test_outcome.h"
-#include "checks/port_report.h"
 #include "dns/network_service.h"
 #include "dns/resolver_report.h"
 #include "ui/decisions/badge.h"
@@ -39,11 +38,6 @@ public:
 
 /// The tools that the set-up needs.
 [[nodiscard]] QList<Row> toolRows(bool hasBrew, bool hasColima, bool hasDocker);
-
-/// One row for each port that is taken; the detail names its holder.
-[[nodiscard]] QList<Row> takenPorts(const QList<PortReport> &reports);
-[[nodiscard]] bool webPortTaken(const QList<PortReport> &reports);
-[[nodiscard]] bool dnsPortTaken(const QList<PortReport> &reports);
 
 /// What the blocking test found; empty before its first run.
 [[nodiscard]] QList<Row> blockingRows(const std::optional<BlockingTestResult> &result);

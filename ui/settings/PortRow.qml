@@ -18,7 +18,7 @@ Item {
         anchors.right: parent.right
         label: qsTr("Admin page port")
         enabled: !Looks.operating
-        choices: ["8080", "8081", "8082", "8083", "8084", "8085", "8086", "8087", "8088", "8089", "8090"]
+        choices: Looks.webPorts
         value: App.webPort.toString()
         onPicked: choice => Commands.changeWebPort(parseInt(choice))
     }
