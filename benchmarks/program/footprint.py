@@ -101,7 +101,8 @@ def peers(bare_window):
     if importlib.util.find_spec("PyQt6"):
         script = pathlib.Path(__file__).parent / "peers" / "window.py"
         commands["a bare PyQt window"] = (["/usr/bin/python3", "-B", str(script)], "Bare window")
-    if chromium := shutil.which("chromium", path="/usr/bin"):
+    # Debian's script in front of it wants files that a simulated Mac does not have.
+    if chromium := shutil.which("chromium", path="/usr/lib/chromium"):
         commands["Chromium with an empty page"] = ([chromium, "--no-sandbox", "--no-first-run", "--disable-gpu",
                                                     "--user-data-dir=/tmp/peer", "about:blank"], "about:blank")
     for name, (command, title) in commands.items():
