@@ -173,6 +173,15 @@ class ForwarderTest(ContainerCase):
         self.colima("start")
         self.assertEqual(self.container_state().split("|")[0], "exited")
 
+    def test_Container_comes_back_also_when_the_first_stop_was_cut_short(self):
+        stuck = self.docker("inspect", "--format", "{{.State.Pid}}", "pihole").out.strip()
+        self.mac.run("/bin/kill", "-STOP", stuck)
+        self.assertEqual(self.colima("stop", limit=0.5).status, -15)
+        self.assertTrue(eventually(lambda: self.container_state().startswith("exited|")))
+        self.colima("stop")
+        self.colima("start")
+        self.assertTrue(eventually(lambda: self.udp_and_tcp() == [True, True]))
+
     def test_Deaf_pihole_runs_and_does_not_answer(self):
         self.mac.ctl("pihole", "silent", "on")
         self.assertEqual(self.container_state(), "running|healthy\n")

@@ -155,11 +155,19 @@ class Container:
                     await self.ask({"do": "end"})
                     await asyncio.sleep(seconds)
             finally:
-                by_force = by_force or self._frozen
-                by_force = await self._process.end(by_force, self._engine.times.of("patience"))
-                self.state, self.ended = "exited", time.time()
-                self.exit_code = 137 if by_force else 0
+                await self._end(by_force or self._frozen)
         await self._engine.ports_changed()
+
+    async def _end(self, by_force):
+        """Ends its process; by force when nobody waits for a clean end any more."""
+        try:
+            by_force = await self._process.end(by_force, self._engine.times.of("patience"))
+        except asyncio.CancelledError:
+            by_force = await self._process.end(by_force=True)
+            raise
+        finally:
+            self.state, self.ended = "exited", time.time()
+            self.exit_code = 137 if by_force else 0
 
     async def crash(self):
         """Its process dies by kill -9, without anybody having asked Docker."""

@@ -157,8 +157,9 @@ class Engine:
                     container.error = error.text
 
     async def machine_stops(self):
+        """What comes back is not forgotten when the machine stops once more before it has."""
         for container in list(self.containers.values()):
-            container.comes_back = container.running
+            container.comes_back = container.comes_back or container.running
             await container.stop()
 
     async def clear(self, kept=None):
