@@ -142,6 +142,16 @@ class ForwarderTest(ContainerCase):
         self.assertEqual(self.holders("-iUDP:53"), "")
         self.assertIn("\ncssh\n", self.holders("-iTCP:8080"))
 
+    def test_Port_is_given_back_also_when_a_start_was_cut_short(self):
+        forwarder = self.mac.run("/usr/sbin/lsof", "-nP", "-t", "-iTCP:53").out.strip()
+        self.docker("stop", "pihole")
+        self.mac.run("/bin/kill", "-STOP", forwarder)
+        self.assertEqual(self.docker("start", "pihole", limit=1).status, -15)
+        self.mac.run("/bin/kill", "-CONT", forwarder)
+        self.assertTrue(eventually(lambda: self.udp_and_tcp() == [True, True]))
+        self.docker("stop", "pihole")
+        self.assertEqual(self.holders("-iTCP:53") + self.holders("-iUDP:53") + self.holders("-iTCP:8080"), "")
+
     def test_Port_that_is_taken_on_the_mac_is_not_forwarded(self):
         self.docker("stop", "pihole")
         self.mac.ctl("take-port", "8080", "tcp", "--as", "nginx")

@@ -156,7 +156,6 @@ class Container:
                     await asyncio.sleep(seconds)
             finally:
                 await self._end(by_force or self._frozen)
-        await self._engine.ports_changed()
 
     async def _end(self, by_force):
         """Ends its process; by force when nobody waits for a clean end any more."""
@@ -168,6 +167,7 @@ class Container:
         finally:
             self.state, self.ended = "exited", time.time()
             self.exit_code = 137 if by_force else 0
+            await self._engine.ports_changed()
 
     async def crash(self):
         """Its process dies by kill -9, without anybody having asked Docker."""

@@ -123,8 +123,10 @@ class Engine:
             for port in container.spec.ports:
                 self._check_port(container, port)
             container.told_health = None
-            await container.start(at_once)
-        await self.ports_changed()
+            try:
+                await container.start(at_once)
+            finally:
+                await self.ports_changed()
 
     def _check_port(self, container, port):
         for other in self.containers.values():

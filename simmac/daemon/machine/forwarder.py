@@ -21,10 +21,15 @@ class Forwarder:
         self._ways = {}      # (name, protocol, port) to its number, or none when the Mac's port is taken
         self._last = 0
         self._turn = asyncio.Lock()
+        self._work = None    # the newest turn
         self.kind = "ssh"
 
     async def follow(self):
-        """From now on exactly what listens in the machine is forwarded."""
+        """From now on exactly what listens in the machine is forwarded. It goes on when whoever waits for it is gone."""
+        self._work = asyncio.create_task(self._follow())
+        await asyncio.shield(self._work)
+
+    async def _follow(self):
         async with self._turn:
             wanted = self._wanted()
             for way in [each for each in self._ways if each not in wanted]:
