@@ -212,7 +212,7 @@ Flow<bool> AppModel::startContainer(QString password)
         co_return false;
     }
     if (steps->isEmpty()) {
-        setNotice(QStringLiteral("docker was not found."));
+        setStartMessage(QStringLiteral("docker was not found."));
         co_return false;
     }
     const bool kept = co_await keepPassword(password);

@@ -254,6 +254,23 @@ TEST_F(Engine, An_engine_that_stops_during_the_pull_is_named)
     EXPECT_TEXT(model().startOp()->failureText(), "Docker is not running. Start Colima first (step 3).");
 }
 
+TEST_F(Engine, A_docker_that_goes_away_at_any_of_its_calls_is_missed_in_words)
+{
+    for (int call = 1; call <= 6; ++call) {
+        SCOPED_TRACE(call);
+        Mac::reset(QStringLiteral("engine"));
+        relaunch();
+        Mac::ctl(QStringLiteral("fault docker vanish --at %1").arg(call));
+        model().setPasswordInput(kPassword);
+        run(model().startPihole());
+        waitFor([this] { return !model().startOp()->running(); }, "the start ends");
+        EXPECT_FALSE(model().startOp()->succeeded());
+        EXPECT_TEXT(model().notice(), "");
+        EXPECT_FALSE(model().startMessage().isEmpty() && model().startOp()->failureText().isEmpty());
+        Mac::ctl(QStringLiteral("fault clear"));
+    }
+}
+
 TEST_F(Engine, Pressing_start_twice_starts_once)
 {
     model().setPasswordInput(kPassword);
