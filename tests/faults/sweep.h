@@ -38,8 +38,9 @@ private:
     /// What went wrong is over: the same action comes to where it comes when nothing goes wrong.
     void expectAnotherTryToWork(const Scene &scene);
 
-    /// What the user presses before another try: Start, or the step of the set-up that Start names.
-    void getPiholeBack(const Scene &scene);
+    /// What the user presses before another try: Start, or the step of the set-up that Start names; "Reload list" of
+    /// an empty list.
+    void undoTheDamage(const Scene &scene);
 
     /// DNS was never changed without the old servers on disk. Servers that could not be read count as none, and the
     /// question says so; what it says is what is saved.
