@@ -49,6 +49,7 @@ async def _run_until_gone(call, reader):
     call.mac.work.add(work)
     work.add_done_callback(call.mac.work.discard)
     gone = asyncio.ensure_future(reader.read(1))
+    gone.add_done_callback(lambda ended: ended.cancelled() or ended.exception())   # a killed caller resets it
     await asyncio.wait((work, gone), return_when=asyncio.FIRST_COMPLETED)
     if not work.done():
         work.cancel()
