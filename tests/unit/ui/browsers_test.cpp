@@ -103,6 +103,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Expected{"127.0.0.1 192.168.1.1", BrowserRule::NotNeeded, Way::WithPihole, Tint::Green},
                     Expected{"127.0.0.1 10.255.0.1", BrowserRule::NotNeeded, Way::WithPihole, Tint::Green},
                     Expected{"127.0.0.1 172.31.255.1", BrowserRule::NotNeeded, Way::WithPihole, Tint::Green},
+                    Expected{"127.0.0.1 172.15.0.1", BrowserRule::NotNeeded, Way::Uncertain, Tint::Orange},
                     Expected{"127.0.0.1 172.32.0.1", BrowserRule::NotNeeded, Way::Uncertain, Tint::Orange},
                     Expected{"127.0.0.1 fd12::1", BrowserRule::NotNeeded, Way::WithPihole, Tint::Green},
                     Expected{"127.0.0.1 fe80::1%en0", BrowserRule::NotNeeded, Way::WithPihole, Tint::Green},
