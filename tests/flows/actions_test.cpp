@@ -92,9 +92,13 @@ TEST_F(Running, A_refused_restart_is_told_in_plain_words_and_the_next_action_cle
     Mac::ctl(QStringLiteral("engine stop"));
     run(model().restartPihole());
     EXPECT_TEXT(model().startMessage(), "Docker is not running. Start Colima first (step 3).");
+    const QString start = QStringLiteral("start");
+    EXPECT_TRUE(
+        model().notes().value(start).toString().contains(QStringLiteral("Cannot connect to the Docker daemon")));
     Mac::ctl(QStringLiteral("engine start"));
     run(model().restartPihole());
     EXPECT_TEXT(model().startMessage(), "");
+    EXPECT_TEXT(model().notes().value(start).toString(), "");
 }
 
 TEST_F(Running, Starting_without_a_container_names_the_step_that_makes_one)

@@ -228,6 +228,17 @@ TEST_F(Running, Nothing_that_needs_colima_begins_while_the_question_is_open)
     EXPECT_TRUE(model().startOp()->succeeded());
 }
 
+TEST_F(Running, A_fix_is_under_way_while_colima_restarts)
+{
+    QList<bool> underWay;
+    const auto told = QObject::connect(model().startOp(), &OperationRunner::runningChanged, model().startOp(),
+                                       [&] { underWay += model().underWay().contains(Activity::UdpFix); });
+    run(model().fixUDPForwarding());
+    EXPECT_EQ(underWay.value(0), true);
+    EXPECT_FALSE(model().underWay().contains(Activity::UdpFix));
+    QObject::disconnect(told);
+}
+
 TEST_F(Running, The_newest_of_two_runs_owns_the_rows)
 {
     Mac::ctl(QStringLiteral("container health starting"));

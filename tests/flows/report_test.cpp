@@ -50,7 +50,9 @@ TEST_F(Report, Tells_versions_states_and_checks)
     expect("colima: ");
     expect(" ms)\n");
     expect("Status: Pi-hole is answering and this Mac uses it\n");
+    expect("Checked: yes\n");
     expect("Answers: yes\n");
+    expect("Old servers are saved: no\n");
     expect("Apple silicon: ok.");
     EXPECT_TRUE(quiet());
 }

@@ -70,6 +70,7 @@ TEST(HttpAnswerReader, A_head_may_not_grow_without_end)
     EXPECT_EQ(read(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(5000)), State::Malformed);
     EXPECT_EQ(read(kChunked.chopped(2) + QByteArray("X: y\r\n").repeated(20000)), State::Malformed);
     EXPECT_EQ(read(withHeader("X: " + QByteArray(60000, 'x') + "\r\nContent-Length: 5")), State::Complete);
+    EXPECT_EQ(read(withHeader("X: " + QByteArray(66000, 'x') + "\r\nContent-Length: 5")), State::Malformed);
 }
 
 TEST(HttpAnswerReader, A_chunk_line_may_not_grow_without_end)

@@ -169,9 +169,10 @@ TEST(ToolFailures, A_machine_that_makes_no_room_is_told_whatever_it_says)
     failed.step.exe = QStringLiteral("/opt/homebrew/bin/colima");
     failed.lines = QStringList{QStringLiteral("Job for dnsmasq.service failed."), QStringLiteral("exit status 1")};
     const FailureReading reading = ToolFailures::read(failed);
-    EXPECT_TRUE(reading.sentence.startsWith(QStringLiteral(
-        "Colima's virtual machine could not make room for Pi-hole: its own name service keeps port 53.")))
-        << reading.sentence.toStdString();
+    EXPECT_EQ(
+        reading.sentence,
+        QStringLiteral("Colima's virtual machine could not make room for Pi-hole: its own name service keeps port "
+                       "53. Restart Colima (\"colima restart\" in Terminal), then try again."));
     EXPECT_EQ(reading.line, QStringLiteral("exit status 1"));
     failed.lines.clear();
     EXPECT_FALSE(ToolFailures::read(failed).sentence.isEmpty());

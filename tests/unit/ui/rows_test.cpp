@@ -141,7 +141,9 @@ TEST(Tools, Show_what_is_there)
     const QList<Row> rows = toolRows(true, false, true);
     EXPECT_EQ(rows.at(0).title, QStringLiteral("Homebrew"));
     EXPECT_EQ(rows.at(0).badge.tint, Tint::Green);
+    EXPECT_EQ(rows.at(0).badge.spoken, QStringLiteral("found"));
     EXPECT_EQ(rows.at(1).badge.symbol, QStringLiteral("circle"));
+    EXPECT_EQ(rows.at(1).badge.spoken, QStringLiteral("not found"));
     EXPECT_EQ(rows.at(2).title, QStringLiteral("docker"));
 }
 
