@@ -170,7 +170,7 @@ protected:
         QList<std::shared_ptr<Course>> runs;
         bool mayBegin = true;
         Waits waits([&](int wait) {
-            if (wait != moment || runs.isEmpty()) return;
+            if (wait != moment || runs.size() != 1) return; // it may have begun after the first had ended
             mayBegin = !inTheWayOf(second, first);
             runs.first()->saidBefore = saidNow(first);
             runs += start(second);
