@@ -1,6 +1,7 @@
 #include "api/http_answer_reader.h"
 #include "api/multipart.h"
 #include "api/pihole_answers.h"
+#include "api/pihole_history.h"
 #include "api/pihole_lists.h"
 #include "api/pihole_rules.h"
 
@@ -51,6 +52,8 @@ void checkAnswers(const QByteArray &bytes)
     (void)parseLists(bytes);
     (void)parseRules(bytes);
     (void)parseRuleAdded(bytes);
+    (void)parseHistory(bytes);
+    (void)parseTopBlocked(bytes);
 }
 
 } // namespace
