@@ -1,5 +1,7 @@
+#include "api/http_client.h"
 #include "tests/io/api/api_fixture.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -27,6 +29,23 @@ TEST(PiholeConnection, Calls_share_one_kept_connection)
     Client client(server);
     for (int call = 0; call < 5; ++call)
         EXPECT_TRUE(QCoro::waitFor(client.api.blocking()));
+    EXPECT_EQ(server.connections(), 1);
+}
+
+TEST(PiholeConnection, Each_answer_over_it_is_heard_from_its_beginning)
+{
+    ScriptedServer server([](const ReceivedRequest & /*request*/) { return answer(200, kEnabled); });
+    HttpClient client;
+    for (int call = 0; call < 2; ++call) {
+        QByteArray heard;
+        HttpRequest request{.port = server.port(), .verb = "GET", .target = "/", .inactivity = 9s, .whole = 9s};
+        request.largestAnswer = 1000;
+        request.heard = [&heard](const QByteArray &piece) { heard += piece; };
+        const QFuture<HttpOutcome> ending = client.send(request);
+        while (!ending.isFinished())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        EXPECT_EQ(heard, kEnabled);
+    }
     EXPECT_EQ(server.connections(), 1);
 }
 

@@ -58,19 +58,6 @@ TEST(PiholeLists, What_a_run_prints_is_heard_while_it_goes_on)
     EXPECT_GT(heard.size(), 1);
 }
 
-TEST(PiholeLists, Every_run_is_heard_from_its_beginning)
-{
-    const QByteArray printed = "  [i] Target: https://lists.example/a.txt\n\n  Done.\n";
-    ScriptedServer server(withLists(run(printed)));
-    Client client(server);
-    for (int turn = 0; turn < 2; ++turn) {
-        QByteArray heard;
-        const std::function<void(const QByteArray &)> hear = [&heard](const QByteArray &piece) { heard += piece; };
-        ASSERT_TRUE(QCoro::waitFor(client.api.updateLists(hear)));
-        EXPECT_EQ(heard, printed);
-    }
-}
-
 TEST(PiholeLists, A_refusal_is_no_output)
 {
     ScriptedServer server(withLists(answer(400, R"({"error":{"key":"bad_request"}})")));
