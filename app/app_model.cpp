@@ -1,8 +1,8 @@
 #include "app/app_model.h"
 
+#include "app/needed_tools.h"
 #include "app/password_work.h"
 #include "app/wizard_steps.h"
-#include "exec/tools.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
 #include "runtime/tool_failures.h"
@@ -90,9 +90,8 @@ Flow<> AppModel::poll()
 
 Flow<> AppModel::refreshTools()
 {
-    setHasBrew(Tools::find(QStringLiteral("brew"), ColimaManager::homebrewDirs()).has_value());
-    setHasDocker(DockerCLI::find().has_value());
-    setHasColima(Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()).has_value());
+    for (const NeededTool &tool : kNeededTools)
+        (this->*tool.setIsThere)(tool.find().has_value());
 
     const int search = ++m_toolSearches;
     const EngineAnswer engine = co_await DockerCLI::engine();

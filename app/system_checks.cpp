@@ -1,7 +1,6 @@
 #include "app/app_model.h"
 #include "app/wizard_steps.h"
 #include "checks/port_checker.h"
-#include "exec/tools.h"
 #include "platform/system_facts.h"
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
@@ -81,8 +80,7 @@ Flow<> AppModel::runSystemChecks()
     co_await refreshTools();
     CheckRows rows{cpuRow(), osRow(), brewRow(hasBrew(), !hasDocker() || !hasColima()),
                    toolRow(QStringLiteral("docker"), hasDocker(), DockerCLI::find()),
-                   toolRow(QStringLiteral("colima"), hasColima(),
-                           Tools::find(QStringLiteral("colima"), ColimaManager::homebrewDirs()))};
+                   toolRow(QStringLiteral("colima"), hasColima(), ColimaManager::find())};
 
     const ContainerState container = co_await PiholeController::containerState();
     setContainerState(container);

@@ -11,8 +11,6 @@ namespace {
 
 constexpr std::chrono::seconds kHelpTimeout{10};
 
-std::optional<QString> findBrew() { return Tools::find(QStringLiteral("brew"), ColimaManager::homebrewDirs()); }
-
 CommandStep stopColima(const QString &colima, const QString &label)
 {
     return {.label = label, .exe = colima, .args = {QStringLiteral("stop")}, .allowFailure = true};
@@ -61,19 +59,21 @@ const QStringList &ColimaManager::startArguments()
     return arguments;
 }
 
+std::optional<QString> ColimaManager::findHomebrew() { return Tools::find(QStringLiteral("brew"), homebrewDirs()); }
+
 std::optional<QString> ColimaManager::find() { return Tools::find(QStringLiteral("colima"), homebrewDirs()); }
 
 std::optional<QString> ColimaManager::expectedColimaPath()
 {
     if (const auto colima = find()) return colima;
-    const auto brew = findBrew();
+    const auto brew = findHomebrew();
     if (!brew) return std::nullopt;
     return QFileInfo(*brew).path() + QStringLiteral("/colima");
 }
 
 CommandSteps ColimaManager::installSteps()
 {
-    const auto brew = findBrew();
+    const auto brew = findHomebrew();
     const auto colima = expectedColimaPath();
     if (!brew || !colima) return {};
     return {
@@ -113,7 +113,7 @@ CommandSteps ColimaManager::startSteps(bool clearAwayFirst)
 
 CommandSteps ColimaManager::autostartSteps(bool enable, bool colimaRunning)
 {
-    const auto brew = findBrew();
+    const auto brew = findHomebrew();
     const auto colima = find();
     if (!brew || !colima) return {};
     return enable ? switchOnSteps(*brew, *colima, colimaRunning) : switchOffSteps(*brew, *colima);

@@ -14,6 +14,8 @@ class ColimaManager {
 public:
     /// Where Homebrew puts programs.
     [[nodiscard]] static const QStringList &homebrewDirs();
+    /// The installed Homebrew.
+    [[nodiscard]] static std::optional<QString> findHomebrew();
     /// "start" with Corvane's fixed sizes: 2 CPUs, 2 GiB of memory, 10 GiB of disk.
     [[nodiscard]] static const QStringList &startArguments();
 

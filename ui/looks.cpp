@@ -1,6 +1,7 @@
 #include "ui/looks.h"
 
 #include "app/admin_password.h"
+#include "app/needed_tools.h"
 #include "app/version_tag.h"
 #include "checks/port_checker.h"
 #include "runtime/pihole_controller.h"
@@ -138,10 +139,14 @@ void Looks::followLists()
     const auto counters = [this] { m_counters.show(counterRows(m_app.summary(), m_app.blocking())); };
     follow(&AppModel::summaryChanged, counters);
     follow(&AppModel::blockingChanged, counters);
-    const auto tools = [this] { m_tools.show(toolRows(m_app.hasBrew(), m_app.hasColima(), m_app.hasDocker())); };
-    follow(&AppModel::hasBrewChanged, tools);
-    follow(&AppModel::hasColimaChanged, tools);
-    follow(&AppModel::hasDockerChanged, tools);
+    const auto tools = [this] {
+        QList<Row> rows;
+        for (const NeededTool &tool : kNeededTools)
+            rows.append(toolRow(QString::fromLatin1(tool.name), (m_app.*tool.isThere)()));
+        m_tools.show(rows);
+    };
+    for (const NeededTool &tool : kNeededTools)
+        follow(tool.changed, tools);
     const auto steps = [this] { showSteps(); };
     follow(&AppModel::stepChanged, steps);
     follow(&AppModel::visitedChanged, steps);

@@ -10,13 +10,6 @@ const Badge kDone{QStringLiteral("checkmark.circle.fill"), Tint::Green, QStringL
 const Badge kFailed{QStringLiteral("xmark.octagon.fill"), Tint::Red, QStringLiteral("failed")};
 const Badge kOpen{QStringLiteral("circle"), Tint::Secondary, QStringLiteral("not done yet")};
 
-Row toolRow(const QString &name, bool found)
-{
-    const Badge badge = found ? Badge{kDone.symbol, kDone.tint, QStringLiteral("found")}
-                              : Badge{kOpen.symbol, kOpen.tint, QStringLiteral("not found")};
-    return {name, badge, name, {}};
-}
-
 Row blockedRow(const BlockingTestResult &result)
 {
     const QString id = QStringLiteral("blocked");
@@ -67,10 +60,11 @@ QList<Row> checkRows(const CheckRows &rows)
     return shown;
 }
 
-QList<Row> toolRows(bool hasBrew, bool hasColima, bool hasDocker)
+Row toolRow(const QString &name, bool found)
 {
-    return {toolRow(QStringLiteral("Homebrew"), hasBrew), toolRow(QStringLiteral("colima"), hasColima),
-            toolRow(QStringLiteral("docker"), hasDocker)};
+    const Badge badge = found ? Badge{kDone.symbol, kDone.tint, QStringLiteral("found")}
+                              : Badge{kOpen.symbol, kOpen.tint, QStringLiteral("not found")};
+    return {name, badge, name, {}};
 }
 
 QList<Row> blockingRows(const std::optional<BlockingTestResult> &result)

@@ -36,8 +36,8 @@ public:
 [[nodiscard]] Badge checkBadge(CheckState state);
 [[nodiscard]] QList<Row> checkRows(const CheckRows &rows);
 
-/// The tools that the set-up needs.
-[[nodiscard]] QList<Row> toolRows(bool hasBrew, bool hasColima, bool hasDocker);
+/// A tool that the set-up needs.
+[[nodiscard]] Row toolRow(const QString &name, bool found);
 
 /// What the blocking test found; empty before its first run.
 [[nodiscard]] QList<Row> blockingRows(const std::optional<BlockingTestResult> &result);

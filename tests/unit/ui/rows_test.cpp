@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -138,13 +138,14 @@ TEST(ResolverWarning, Is_silent_before_the_test)
 
 TEST(Tools, Show_what_is_there)
 {
-    const QList<Row> rows = toolRows(true, false, true);
-    EXPECT_EQ(rows.at(0).title, QStringLiteral("Homebrew"));
-    EXPECT_EQ(rows.at(0).badge.tint, Tint::Green);
-    EXPECT_EQ(rows.at(0).badge.spoken, QStringLiteral("found"));
-    EXPECT_EQ(rows.at(1).badge.symbol, QStringLiteral("circle"));
-    EXPECT_EQ(rows.at(1).badge.spoken, QStringLiteral("not found"));
-    EXPECT_EQ(rows.at(2).title, QStringLiteral("docker"));
+    const Row found = toolRow(QStringLiteral("Homebrew"), true);
+    EXPECT_EQ(found.title, QStringLiteral("Homebrew"));
+    EXPECT_EQ(found.badge.tint, Tint::Green);
+    EXPECT_EQ(found.badge.spoken, QStringLiteral("found"));
+    const Row missing = toolRow(QStringLiteral("colima"), false);
+    EXPECT_EQ(missing.title, QStringLiteral("colima"));
+    EXPECT_EQ(missing.badge.symbol, QStringLiteral("circle"));
+    EXPECT_EQ(missing.badge.spoken, QStringLiteral("not found"));
 }
 
 TEST(Rows, A_failed_test_of_Docker_says_what_to_do)
@@ -160,4 +161,4 @@ TEST(Rows, A_failed_test_of_Docker_says_what_to_do)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test
