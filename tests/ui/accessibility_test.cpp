@@ -95,10 +95,10 @@ TEST_F(Accessibility, The_dashboard_is_spoken_and_readable)
     openDashboard();
     showRunning(m_app);
     expectGood(QStringLiteral("dashboard"));
-    m_app.setNotice(QStringLiteral("Your old DNS settings are back."));
-    m_app.setApiMessage(QStringLiteral("Blocking is paused for 5 minutes."));
-    m_app.setStartMessage(QStringLiteral("Docker is not running. Start Colima first (step 3)."));
-    m_app.setDnsMessage(QStringLiteral("You cancelled the administrator prompt. Nothing was changed."));
+    m_app.setNotice(QStringLiteral("The first thing is as it was."));
+    m_app.setApiMessage(QStringLiteral("The second one rests for a while."));
+    m_app.setStartMessage(QStringLiteral("The third one does not run. Do something first (step 9)."));
+    m_app.setDnsMessage(QStringLiteral("You did not want the fourth one. Nothing was done."));
     m_app.setUpdateMessage(QStringLiteral("Version 2026.10.0 is available."));
     showAllPassed(m_app);
     expectGood(QStringLiteral("messages"));
@@ -109,9 +109,9 @@ TEST_F(Accessibility, The_dashboard_is_spoken_and_readable)
 TEST_F(Accessibility, A_question_is_spoken_and_readable)
 {
     Alert alert;
-    alert.title = QStringLiteral("Remove Pi-hole?");
-    alert.text = QStringLiteral("This removes the container 'pihole' and its two data volumes.");
-    alert.accept = QStringLiteral("Remove Pi-hole");
+    alert.title = QStringLiteral("Remove it?");
+    alert.text = QStringLiteral("This removes all of it, and what belongs to it.");
+    alert.accept = QStringLiteral("Remove it");
     alert.reject = QStringLiteral("Cancel");
     for (const Alert::Style style : {Alert::Style::Informational, Alert::Style::Warning}) {
         alert.style = style;
@@ -128,7 +128,7 @@ TEST_F(Accessibility, An_operation_with_its_open_log_is_spoken_and_readable)
 {
     openStep(2);
     {
-        const SleepingOperation operation(*m_app.installOp(), QStringLiteral("Installing Colima and Docker"));
+        const SleepingOperation operation(*m_app.installOp(), QStringLiteral("Making something"));
         for (const QString &line : logLines(5))
             m_app.installOp()->append(line);
         click(QStringLiteral("installLogDetailsHeader"));

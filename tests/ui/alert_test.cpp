@@ -10,11 +10,11 @@ namespace {
 Alert question()
 {
     Alert alert;
-    alert.title = QStringLiteral("Change DNS on 1 network service(s)?");
+    alert.title = QStringLiteral("Change it in 1 place(s)?");
     alert.text = QStringLiteral("• Wi-Fi: Automatic  ->  127.0.0.1, then 1.1.1.1\n\nYour old values are saved first in "
                                 "dns-backup.json (Application Support/Corvane). The DNS cache is flushed. macOS will "
                                 "ask for your administrator password once.");
-    alert.accept = QStringLiteral("Change DNS");
+    alert.accept = QStringLiteral("Change it");
     alert.reject = QStringLiteral("Cancel");
     return alert;
 }
@@ -45,7 +45,7 @@ TEST_F(AlertView, Works_with_every_window_closed)
     ask();
     EXPECT_EQ(textOf(QStringLiteral("alertHeading")), question().title);
     EXPECT_EQ(textOf(QStringLiteral("alertMessage")), question().text);
-    EXPECT_EQ(textOf(QStringLiteral("alertAccept")), QStringLiteral("Change DNS"));
+    EXPECT_EQ(textOf(QStringLiteral("alertAccept")), QStringLiteral("Change it"));
     picture(QStringLiteral("alert-light"));
     setDark(true);
     picture(QStringLiteral("alert-dark"));
@@ -193,7 +193,7 @@ TEST_F(AlertView, One_question_follows_the_other)
 {
     ask();
     Alert second = question();
-    second.title = QStringLiteral("Restore my old DNS settings?");
+    second.title = QStringLiteral("Change it back?");
     const QCoro::Task<bool> asked = m_dialogs.confirm(second);
     click(QStringLiteral("alertReject"));
     ASSERT_TRUE(m_windows.alert());

@@ -21,8 +21,7 @@ protected:
         for (BrowserInfo &browser : browsers) {
             browser.decidesItself = browser.id == u"brave" || browser.id == u"firefox";
             if (browser.id == u"brave")
-                browser.detail = QStringLiteral("Secure DNS is on 'automatic': it is used only if the system DNS "
-                                                "server supports it, so Pi-hole stays in charge.");
+                browser.detail = QStringLiteral("What was found in this browser's own settings is so and so.");
         }
         m_app.setBrowsers(browsers);
         m_app.setResolverReport(ResolverReport{{QStringLiteral("127.0.0.1"), QStringLiteral("1.1.1.1")}, true, {}});

@@ -16,7 +16,7 @@ protected:
         step.label = QStringLiteral("a step");
         step.exe = QStringLiteral("/bin/sh");
         step.args = {QStringLiteral("-c"), QString::fromLatin1(script)};
-        m_app.installOp()->start(QStringLiteral("Installing Colima and Docker"), {step});
+        m_app.installOp()->start(QStringLiteral("Making something"), {step});
         QTest::qWait(50);
     }
     void waitForEnd()
@@ -35,7 +35,7 @@ TEST_F(OperationLog, While_it_runs_it_can_be_cancelled)
 {
     openStep(2);
     run("echo one; sleep 30");
-    EXPECT_TRUE(texts().contains(QStringLiteral("Installing Colima and Docker")));
+    EXPECT_TRUE(texts().contains(QStringLiteral("Making something")));
     EXPECT_TRUE(texts().contains(QStringLiteral("Live log")));
     click(QStringLiteral("installLogCancel"));
     waitForEnd();
@@ -49,7 +49,7 @@ TEST_F(OperationLog, A_good_end_says_finished)
     run("echo done");
     waitForEnd();
     EXPECT_TRUE(texts().contains(QStringLiteral("Finished.")));
-    EXPECT_TRUE(texts().contains(QStringLiteral("Show details")));
+    EXPECT_TRUE(shows(QStringLiteral("installLogDetailsHeader")));
 }
 
 TEST_F(OperationLog, A_bad_end_says_why_and_offers_the_details)

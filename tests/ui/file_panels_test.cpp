@@ -126,8 +126,8 @@ TEST_F(FilePanelView, The_screens_stay_alive_beside_an_open_panel)
     openDashboard();
     ask(FilePanel());
     ASSERT_TRUE(shownPanel());
-    m_app.setApiMessage(QStringLiteral("Blocking is back on."));
-    EXPECT_EQ(textOf(QStringLiteral("apiMessage")), QStringLiteral("Blocking is back on."));
+    m_app.setApiMessage(QStringLiteral("Something has changed."));
+    EXPECT_EQ(textOf(QStringLiteral("apiMessage")), QStringLiteral("Something has changed."));
     EXPECT_FALSE(m_answered);
     QMetaObject::invokeMethod(shownPanel(), "reject");
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_answered; }));

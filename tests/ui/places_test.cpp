@@ -1,3 +1,4 @@
+#include "app/operation_title.h"
 #include "tests/ui/screen.h"
 #include "tests/ui/states.h"
 
@@ -133,14 +134,14 @@ protected:
 
 TEST_F(Ends, Another_screens_failure_is_not_told_beside_the_ports)
 {
-    for (const char *title : {"Starting Colima", "Updating Pi-hole to 2026.10.0"}) {
-        fail(*m_app.maintOp(), QString::fromLatin1(title));
+    for (const QString &title : {QString(AppModel::kStartingColima), QStringLiteral("Changing something")}) {
+        fail(*m_app.maintOp(), title);
         openStep(1);
-        EXPECT_FALSE(shows(QStringLiteral("checksMaintLog"))) << title;
+        EXPECT_FALSE(shows(QStringLiteral("checksMaintLog"))) << title.toStdString();
         openStep(3);
-        EXPECT_FALSE(shows(QStringLiteral("portLog"))) << title;
+        EXPECT_FALSE(shows(QStringLiteral("portLog"))) << title.toStdString();
         openSettings();
-        EXPECT_FALSE(shows(QStringLiteral("settingsMaintLog"))) << title;
+        EXPECT_FALSE(shows(QStringLiteral("settingsMaintLog"))) << title.toStdString();
         lookAt(nullptr);
     }
     fail(*m_app.maintOp(), QStringLiteral("Recreating Pi-hole on port 8085"));
@@ -155,16 +156,16 @@ TEST_F(Ends, Another_screens_failure_is_not_told_beside_the_ports)
 TEST_F(Ends, A_failed_installation_is_not_told_beside_the_switch_for_Colima)
 {
     openSettings();
-    fail(*m_app.installOp(), QStringLiteral("Installing Colima and Docker"));
+    fail(*m_app.installOp(), QStringLiteral("Making something"));
     EXPECT_FALSE(shows(QStringLiteral("settingsInstallLog")));
-    fail(*m_app.installOp(), QStringLiteral("Turning on Colima at login"));
+    fail(*m_app.installOp(), QString(OperationTitle::kTurningColimaOn));
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("settingsInstallLog")); }));
 }
 
 TEST_F(Ends, What_runs_for_another_screen_is_seen_wherever_it_keeps_controls_off)
 {
     openSettings();
-    const SleepingOperation update(*m_app.maintOp(), QStringLiteral("Updating Pi-hole to 2026.10.0"));
+    const SleepingOperation update(*m_app.maintOp(), QStringLiteral("Changing something"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return shows(QStringLiteral("settingsMaintLog")); }));
     EXPECT_FALSE(enabled(QStringLiteral("webPortPicker")));
 }

@@ -147,7 +147,7 @@ TEST_F(Presses, A_log_that_was_not_saved_brings_its_message_into_sight)
     const auto messageInSight = [this] {
         return shows(QStringLiteral("apiMessage")) && placeOf("apiMessage").y() > placeOf("content").y();
     };
-    m_app.setApiMessage(QStringLiteral("Pi-hole did not answer on 127.0.0.1."));
+    m_app.setApiMessage(QStringLiteral("Something has changed."));
     QTest::qWait(100);
     EXPECT_FALSE(messageInSight()) << "nobody pressed anything";
     m_app.setApiMessage(QStringLiteral("Could not save the log: No space left on device"));
@@ -160,7 +160,7 @@ TEST_F(Presses, A_failed_operation_says_so_in_red)
     CommandStep step;
     step.label = QStringLiteral("false");
     step.exe = QStringLiteral("/bin/false");
-    m_app.installOp()->start(QStringLiteral("Installing Colima and Docker"), {step});
+    m_app.installOp()->start(QStringLiteral("Making something"), {step});
     ASSERT_TRUE(QTest::qWaitFor([this] { return m_app.installOp()->ended() && shows(QStringLiteral("installLog")); }));
     const QString failure = m_app.installOp()->failureText();
     const QList<QQuickItem *> items = itemsOf(find(QStringLiteral("installLog")));

@@ -219,7 +219,7 @@ TEST_F(Wizard, Blocking_results_say_what_was_blocked_and_what_was_not)
     EXPECT_FALSE(shows(QStringLiteral("blockingCounts")));
     BlockingTestResult result;
     result.blockedDomain = QStringLiteral("ads.example.net");
-    result.blockedKind = QStringLiteral("answered 0.0.0.0 (nowhere)");
+    result.blockedKind = QStringLiteral("answered in a way that leads nowhere");
     result.allowedAnswer = QStringLiteral("93.184.216.34");
     result.queries = 120;
     result.blockedToday = 17;
