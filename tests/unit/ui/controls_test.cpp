@@ -109,6 +109,21 @@ TEST(Controls, A_start_failed_on_a_port_by_its_message_or_by_how_its_operation_e
         startFailedOnPort(QStringLiteral("Docker is not running. Finish step 3 first."), QStringLiteral("Cancelled.")));
 }
 
+TEST(Controls, What_is_being_prepared_is_told_until_its_operation_shows_steps)
+{
+    const Activities start(Activity::StartPihole);
+    EXPECT_EQ(startInPreparation(start, false), QStringLiteral("Getting ready..."));
+    EXPECT_EQ(startInPreparation(start, true), QString());
+    EXPECT_EQ(startInPreparation({}, false), QString());
+
+    const Activities update(Activity::Update);
+    EXPECT_EQ(updateInPreparation(update, false), QStringLiteral("Saving a backup first..."));
+    EXPECT_EQ(updateInPreparation(update, true), QString());
+    EXPECT_EQ(updateInPreparation(update | Activity::Exchange, false), QString());
+    EXPECT_EQ(updateInPreparation(Activity::BringBack, false), QStringLiteral("Getting ready..."));
+    EXPECT_EQ(updateInPreparation({}, false), QString());
+}
+
 } // namespace
 
 } // namespace corvane
