@@ -9,7 +9,7 @@
 
 #include <sys/stat.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 const QString kChrome = QStringLiteral("com.google.Chrome");
@@ -36,7 +36,7 @@ private:
 
 class Browsers : public testing::Test {
 protected:
-    test::HomeFolder m_home;
+    HomeFolder m_home;
 
     [[nodiscard]] QString library(const char *below) const
     {
@@ -193,4 +193,4 @@ TEST_F(Browsers, A_file_in_place_of_the_profiles_is_no_profile)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 const SecureDNSReading kNotSet{SecureDNSState::UnknownDefault,
@@ -104,4 +104,4 @@ TEST(LocalState, A_server_as_long_as_a_book_is_shortened)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 QList<QStringList> callsToOpen(const BrowserInfo &browser)
 {
-    const test::FakeTool open(QStringLiteral("/usr/bin/open"), "exit 1");
+    const FakeTool open(QStringLiteral("/usr/bin/open"), "exit 1");
     QCoro::waitFor(BrowserInspector::openSettings(browser));
     return open.calls();
 }
@@ -48,7 +48,7 @@ TEST(OpeningAnAddress, Goes_to_the_named_browser_and_says_whether_that_worked)
     const QString address = QStringLiteral("http://cv-1a2b3c.example.com/");
     const QStringList inBrave{QStringLiteral("-b"), QStringLiteral("com.brave.Browser"), address};
     for (const char *status : {"exit 0", "exit 1"}) {
-        const test::FakeTool open(QStringLiteral("/usr/bin/open"), status);
+        const FakeTool open(QStringLiteral("/usr/bin/open"), status);
         const bool opened = QCoro::waitFor(BrowserInspector::open(scanned("brave"), address));
         EXPECT_EQ(opened, QByteArray(status) == "exit 0");
         EXPECT_EQ(open.calls(), QList<QStringList>{inBrave});
@@ -56,4 +56,4 @@ TEST(OpeningAnAddress, Goes_to_the_named_browser_and_says_whether_that_worked)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

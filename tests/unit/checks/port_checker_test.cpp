@@ -14,10 +14,8 @@
 #include <memory>
 #include <vector>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::FakeTool;
 
 const QString kLsof = QStringLiteral("/usr/sbin/lsof");
 const QString kNobody =
@@ -214,4 +212,4 @@ TEST(FreeWebPorts, Are_none_when_all_are_taken)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

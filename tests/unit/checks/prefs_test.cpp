@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 const SecureDNSReading kNotSet{
@@ -119,4 +119,4 @@ TEST(Prefs, A_line_of_many_megabytes_is_read)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -15,7 +15,7 @@
 #include <cstring>
 #include <thread>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 class SettingsFile : public testing::Test {
@@ -149,4 +149,4 @@ TEST_F(SettingsFile, Leaves_no_descriptor_open)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

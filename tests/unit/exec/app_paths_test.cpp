@@ -4,11 +4,9 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
-
-using test::HomeFolder;
 
 TEST(AppPaths, Both_folders_are_made_with_everything_above_them_on_access)
 {
@@ -37,4 +35,4 @@ TEST(AppPaths, A_folder_that_cannot_be_made_is_answered_all_the_same)
     EXPECT_FALSE(AppPaths::backupsDir().exists());
 }
 
-} // namespace corvane
+} // namespace corvane::test

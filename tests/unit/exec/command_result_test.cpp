@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -64,4 +64,4 @@ TEST(CommandResult, Success_needs_a_start_an_end_in_time_and_status_0)
     EXPECT_FALSE(result.succeeded());
 }
 
-} // namespace corvane
+} // namespace corvane::test

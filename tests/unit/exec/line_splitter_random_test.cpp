@@ -7,7 +7,7 @@
 #include <array>
 #include <random>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -103,4 +103,4 @@ TEST(LineSplitter, Any_bytes_at_once_give_the_lines_of_the_whole_text)
     }
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -156,4 +156,4 @@ TEST(LineSplitter, A_flushed_splitter_starts_afresh)
     EXPECT_EQ(lines, (QStringList{u"a"_s, u"b"_s}));
 }
 
-} // namespace corvane
+} // namespace corvane::test

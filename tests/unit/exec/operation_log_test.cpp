@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -101,4 +101,4 @@ TEST(OperationLog, Cancelling_with_nothing_running_does_nothing)
     EXPECT_EQ(log.runner.failureSummary(), std::nullopt);
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -42,4 +42,4 @@ TEST(PlainText, Is_cut_into_lines_where_a_terminal_begins_anew)
     EXPECT_EQ(plainText(QString()), QString());
 }
 
-} // namespace corvane
+} // namespace corvane::test

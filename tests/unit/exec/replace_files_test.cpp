@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 /// This process is another user, as far as files go, while it lives.
@@ -93,4 +93,4 @@ TEST_F(ReplacingFiles, One_that_cannot_be_put_into_place_puts_the_others_back)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -7,7 +7,7 @@
 
 #include <cstdlib>
 
-namespace corvane {
+namespace corvane::test {
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -114,4 +114,4 @@ TEST(Tools, Extra_variables_win_over_everything)
     EXPECT_EQ(environment.value("HOMEBREW_NO_ENV_HINTS"), "1");
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,11 +4,8 @@
 #include <QCoro/QCoroTask>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::FakeTool;
-using test::printing;
 
 const QString kBrew = QStringLiteral("/opt/homebrew/bin/brew");
 const QString kColima = QStringLiteral("/opt/homebrew/bin/colima");
@@ -151,4 +148,4 @@ TEST(ColimaManager, An_older_colima_does_not_know_the_forwarder_option)
 TEST(ColimaManager, Without_colima_there_is_no_forwarder_option) { EXPECT_FALSE(supportsFlag()); }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

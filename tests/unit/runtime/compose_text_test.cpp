@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 std::string compose(const char *tag, int webPort, const char *zone)
@@ -120,4 +120,4 @@ TEST(SafeTimeZone, Of_this_computer_is_safe)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

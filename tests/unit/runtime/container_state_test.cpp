@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 TEST(ContainerState, A_running_container_tells_its_health)
@@ -46,4 +46,4 @@ TEST(ContainerState, The_kinds_are_told_apart)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 std::optional<DeployedContainer> parsed(const char *text) { return DeployedContainer::parse(QString::fromUtf8(text)); }
@@ -38,4 +38,4 @@ TEST(DeployedContainer, Is_not_read_from_rubbish)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::recorded;
 
 DigResult parse(const QString &output, int status = 0)
 {
@@ -105,4 +103,4 @@ TEST(DigResult, A_dig_that_never_started_is_no_reply)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

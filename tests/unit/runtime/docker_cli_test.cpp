@@ -4,10 +4,9 @@
 #include <QCoro/QCoroTask>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
-using test::FakeTool;
 using namespace std::chrono_literals;
 
 const QString kHomebrew = QStringLiteral("/opt/homebrew/bin/docker");
@@ -94,4 +93,4 @@ TEST(DockerCLI, Is_stopped_at_the_time_limit)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 constexpr const char *kNotRunning = "Docker is not running. Start Colima first (step 3).";
@@ -107,4 +107,4 @@ TEST(DockerWording, Anything_else_points_to_the_details)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -5,7 +5,7 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 const QString kTag = QStringLiteral("2026.09.0");
@@ -20,7 +20,7 @@ protected:
         return PiholeController::filesSay(tag, port, password);
     }
 
-    test::HomeFolder m_home;
+    HomeFolder m_home;
 };
 
 TEST_F(FilesSay, What_was_written)
@@ -53,4 +53,4 @@ TEST_F(FilesSay, Another_port_when_the_compose_file_alone_was_written_anew)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

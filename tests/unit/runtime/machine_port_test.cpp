@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 using Holder = MachinePort::Holder;
@@ -61,4 +61,4 @@ TEST(MachinePort, Rubbish_is_nobody)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -6,18 +6,15 @@
 #include <QCoro/QCoroTask>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
-
-using test::FakeTool;
-using test::printing;
 
 const QString kDocker = QStringLiteral("/opt/homebrew/bin/docker");
 const QString kTag = QStringLiteral("2026.09.0");
 
 QStringList words(const char *text) { return QString::fromLatin1(text).split(u' '); }
 
-ContainerState stateNow() { return test::resultOf(PiholeController::containerState()); }
+ContainerState stateNow() { return resultOf(PiholeController::containerState()); }
 
 /// A docker whose engine answers and whose container is inspected by this command.
 QByteArray inspecting(const QByteArray &command) { return "[ $1 = info ] && { echo 27.1; exit 0; }\n" + command; }
@@ -58,7 +55,7 @@ TEST(ContainerStateOfDocker, Is_stopped_with_an_empty_state_when_nothing_is_prin
 
 TEST(AskingDig, Uses_the_fixed_arguments)
 {
-    const FakeTool dig(QStringLiteral("/usr/bin/dig"), printing(test::recorded("dig_noerror.txt").toUtf8()));
+    const FakeTool dig(QStringLiteral("/usr/bin/dig"), printing(recorded("dig_noerror.txt").toUtf8()));
     const auto ask = [](Transport transport) {
         return QCoro::waitFor(PiholeController::dig(QStringLiteral("example.org"), QStringLiteral("AAAA"), transport,
                                                     QStringLiteral("127.0.0.1")));
@@ -94,7 +91,7 @@ TEST(ContainerLog, Without_docker_says_so)
 
 class PiholeSteps : public testing::Test {
 protected:
-    test::HomeFolder m_home;
+    HomeFolder m_home;
     const FakeTool m_docker{kDocker, ""};
     const QString m_compose = PiholeController::composeFile();
 
@@ -163,4 +160,4 @@ TEST(ContainerLog, Is_plain_text_in_the_order_in_which_it_was_written)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -13,7 +13,7 @@
 #include <atomic>
 #include <thread>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 /// Sets the file-creation mask while it lives.
@@ -29,9 +29,6 @@ public:
 private:
     mode_t m_before;
 };
-
-using test::FileSizeLimit;
-using test::ReadOnlyFolder;
 
 QByteArray contentOf(const QString &path)
 {
@@ -63,7 +60,7 @@ const QByteArray kSecret = "FTLCONF_webserver_api_password=pass word-ü\n";
 
 class PiholeFiles : public testing::Test {
 protected:
-    test::HomeFolder m_home;
+    HomeFolder m_home;
     const QString m_folder = AppPaths::supportDir().path();
     const QString m_secret = PiholeController::environmentFile();
     const QString m_compose = PiholeController::composeFile();
@@ -191,4 +188,4 @@ TEST_F(PiholeFiles, A_full_disk_keeps_the_old_compose_file_whole)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 using Remedy = FailureReading::Remedy;
@@ -186,4 +186,4 @@ TEST(ToolFailures, Nothing_printed_tells_nothing)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test
