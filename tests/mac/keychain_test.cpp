@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -82,4 +82,4 @@ TEST_F(MacKeychain, Removing_deletes_the_item_and_does_not_mind_when_there_is_no
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

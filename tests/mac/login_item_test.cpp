@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -73,4 +73,4 @@ TEST_F(MacLoginItem, The_state_after_the_change_decides_what_is_said)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -78,4 +78,4 @@ TEST_F(MacStatusItem, It_leaves_the_menu_bar_with_its_owner)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -6,7 +6,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -66,4 +66,4 @@ TEST_F(MacWakeSignals, Without_the_systems_store_waking_is_still_told)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -71,4 +71,4 @@ TEST_F(MacWorkspace, A_secret_is_copied_with_the_mark_that_asks_others_not_to_ke
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -10,7 +10,7 @@
 /// Runs one flow of Corvane with the real settings and the real clock, and says when it begins and when it has ended.
 /// Made to be killed in between.
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -29,10 +29,10 @@ int drive(const QString &flow)
     const auto workspace = systemWorkspace();
     const auto loginItem = systemLoginItem();
     Dialogs dialogs;
-    const test::User user(dialogs);
+    const User user(dialogs);
     SystemClock clock;
     AppModel model({*settings, dialogs, *workspace, *loginItem, clock, QUrl(QString::fromLatin1(kFeed))});
-    test::untilBegun(model);
+    untilBegun(model);
     model.setLatestTag(QStringLiteral("2026.10.0"));
 
     std::puts("begin");
@@ -47,12 +47,12 @@ int drive(const QString &flow)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test
 
 int main(int argc, char **argv)
 {
     QCoreApplication::setOrganizationName(QStringLiteral("Corvane"));
     QCoreApplication::setApplicationName(QStringLiteral("Corvane"));
     const QCoreApplication app(argc, argv);
-    return corvane::drive(app.arguments().value(1));
+    return corvane::test::drive(app.arguments().value(1));
 }

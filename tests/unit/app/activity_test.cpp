@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -217,4 +217,4 @@ TEST(CurrentActivities, May_go_before_their_marks)
     EXPECT_FALSE(mark.stands());
 }
 
-} // namespace corvane
+} // namespace corvane::test

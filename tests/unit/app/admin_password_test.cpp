@@ -3,7 +3,7 @@
 #include <QSet>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -93,4 +93,4 @@ TEST(AdminPassword, Every_character_is_drawn_equally_often)
     EXPECT_LT(chiSquare, 120) << "55 degrees of freedom; beyond 120 once in a million runs";
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -183,4 +183,4 @@ TEST_F(Plan, A_clock_that_is_set_back_makes_no_time_negative)
     EXPECT_EQ(answering(kNoon - 4000)->seconds, 0);
 }
 
-} // namespace corvane
+} // namespace corvane::test

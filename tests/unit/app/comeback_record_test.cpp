@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -82,4 +82,4 @@ TEST(ComebackRecord, What_is_no_entry_is_left_out)
               (QList<ComebackEntry>{{5, Outage::Woke, ComebackEnd::Back, 9}}));
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 #include <QCoro/QCoroTask>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -27,7 +27,7 @@ protected:
     void runs(int seconds) { look(seconds, true, ContainerState::running(QStringLiteral("healthy"))); }
     void goes(int seconds) { look(seconds, false, ContainerState::dockerDown()); }
 
-    test::MemorySettings m_settings;
+    MemorySettings m_settings;
     SetClock m_clock;
     Comeback m_comeback{m_settings, m_clock};
 };
@@ -128,4 +128,4 @@ TEST_F(ComebackOf, A_start_that_is_cancelled_is_recorded_only_for_those_who_chos
     EXPECT_EQ(m_comeback.history().size(), 1);
 }
 
-} // namespace corvane
+} // namespace corvane::test

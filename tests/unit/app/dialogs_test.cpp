@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -71,4 +71,4 @@ TEST(DialogsTest, Questions_still_open_at_the_end_count_as_cancelled)
     EXPECT_EQ(answers.join(u',').toStdString(), "open no,nothing");
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 TEST(MenuIconTest, Before_the_first_check_the_icon_is_unknown_whatever_runs)
 {
@@ -43,4 +43,4 @@ TEST(MenuIconTest, Every_state_has_its_sentence)
     EXPECT_EQ(line(MenuIcon::Stopped, up), "Pi-hole is stopped");
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 
 #include <random>
 
-namespace corvane {
+namespace corvane::test {
 namespace {
 
 Redaction::Known known()
@@ -104,4 +104,4 @@ TEST(Redaction, Endures_what_no_rule_expects)
 }
 
 } // namespace
-} // namespace corvane
+} // namespace corvane::test

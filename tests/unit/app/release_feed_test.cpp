@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -28,4 +28,4 @@ TEST(ReleaseFeedAnswer, Anything_else_holds_no_tag)
     }
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -80,4 +80,4 @@ TEST(Settings, The_systems_store_gives_back_what_it_was_given)
     EXPECT_TRUE(settings.wizardFinished);
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -96,4 +96,4 @@ TEST(NoLists, Are_none_or_a_negative_number_of_names)
     EXPECT_FALSE(hasNoLists(std::nullopt));
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 #include <QSet>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 TEST(TestName, It_is_made_up_anew_each_time_under_example_com)
 {
@@ -19,4 +19,4 @@ TEST(TestName, It_is_made_up_anew_each_time_under_example_com)
     EXPECT_GT(names.size(), 490);
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -46,4 +46,4 @@ TEST(VersionTag, Only_the_stated_form_is_accepted)
     }
 }
 
-} // namespace corvane
+} // namespace corvane::test

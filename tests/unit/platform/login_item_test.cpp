@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -62,4 +62,4 @@ TEST(LoginItem, Switching_off_while_approval_is_missing_follows_the_system)
     EXPECT_EQ(reason(false, kRefused, Status::RequiresApproval), *kRefused);
 }
 
-} // namespace corvane
+} // namespace corvane::test

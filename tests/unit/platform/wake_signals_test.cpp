@@ -11,7 +11,7 @@
 
 #include <cstring>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -63,4 +63,4 @@ TEST(WakeSignals, A_quiet_network_wakes_nobody)
     EXPECT_FALSE(woke.wait(kWithinASecond));
 }
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -56,4 +56,4 @@ TEST(Accent, Stays_as_it_is_where_it_can_be_seen)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

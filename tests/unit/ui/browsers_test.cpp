@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -209,4 +209,4 @@ TEST(BrowserRuleText, Says_what_an_outage_and_a_pause_leave_behind)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

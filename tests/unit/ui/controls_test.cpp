@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -126,4 +126,4 @@ TEST(Controls, What_is_being_prepared_is_told_until_its_operation_shows_steps)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

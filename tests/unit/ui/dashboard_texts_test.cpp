@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -94,4 +94,4 @@ TEST(DashboardTexts, The_dot_is_green_only_when_all_is_well)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -90,4 +90,4 @@ TEST(LogLayout, Draws_a_blank_for_signs_without_a_picture)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

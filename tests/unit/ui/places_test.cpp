@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -42,4 +42,4 @@ TEST(Places, An_operation_belongs_to_the_screen_that_its_title_speaks_of)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

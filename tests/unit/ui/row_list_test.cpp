@@ -3,7 +3,7 @@
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -48,4 +48,4 @@ TEST(RowList, Other_rows_replace_the_list_whole)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -38,4 +38,4 @@ TEST(Spoken, Of_the_checks_only_what_needs_attention_is_said)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -57,4 +57,4 @@ TEST(Steps, The_position_names_step_and_count) { EXPECT_EQ(stepPosition(7), QStr
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace corvane {
+namespace corvane::test {
 
 namespace {
 
@@ -60,4 +60,4 @@ TEST(WindowPlace, Rubbish_is_no_frame)
 
 } // namespace
 
-} // namespace corvane
+} // namespace corvane::test
