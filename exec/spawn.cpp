@@ -29,6 +29,7 @@ public:
     [[nodiscard]] std::vector<char *> pointers()
     {
         std::vector<char *> result;
+        result.reserve(m_strings.size() + 1);
         for (QByteArray &string : m_strings)
             result.push_back(string.data());
         result.push_back(nullptr);
