@@ -13,7 +13,7 @@ namespace corvane {
 
 [[nodiscard]] std::expected<QList<PiholeList>, PiholeAPIError> parseLists(const QByteArray &json);
 
-/// Whether what a run of the block lists printed tells of its end. The status of the answer says nothing: it goes out
+/// Whether what a run of the block lists printed shows its end. The status of the answer says nothing: it goes out
 /// before the run begins.
 [[nodiscard]] bool listsWereLoaded(const QByteArray &printed);
 

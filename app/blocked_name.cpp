@@ -20,7 +20,7 @@ BlockedName::By groupOf(const QString &status)
     return status.startsWith(QLatin1String("GRAVITY")) ? BlockedName::By::List : BlockedName::By::Rule;
 }
 
-/// Fills in what blocked the question, as far as the lists and rules tell.
+/// Fills in what blocked the question, as far as the lists and rules say.
 void explain(BlockedName &blocked, const PiholeQuery &question, const QList<PiholeList> &lists,
              const QList<PiholeRule> &rules)
 {

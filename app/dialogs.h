@@ -42,8 +42,8 @@ struct FilePanel {
 
 /// The questions that flows ask and the user answers.
 ///
-/// A question is published state: whoever shows it reads `alert` or `panel` and answers it once. One question is open
-/// at a time; others wait their turn.
+/// A question is published state: the view that shows it reads `alert` or `panel` and answers it once. One question is
+/// open at a time; others wait their turn.
 class Dialogs : public QObject {
     Q_OBJECT
 

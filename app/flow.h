@@ -126,7 +126,7 @@ public:
         return {};
     }
 
-    /// Resumes whoever waits; a frame that nobody owns goes.
+    /// Resumes what waits; a frame that nobody owns goes.
     class Ending {
     public:
         [[nodiscard]] bool await_ready() const noexcept { return false; }

@@ -7,7 +7,7 @@
 namespace corvane {
 
 /// The run of the block lists that is under way, kept in the settings: Pi-hole goes on with it when Corvane ends, and
-/// the next Corvane can tell what became of it.
+/// the next Corvane can say what became of it.
 class LeftListRun {
 public:
     explicit LeftListRun(SettingsStore &settings)

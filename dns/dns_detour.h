@@ -4,11 +4,11 @@
 
 namespace corvane {
 
-/// Who takes this Mac's lookups before Pi-hole gets them, as far as its resolvers tell, and what to do about it: a
+/// Who takes this Mac's lookups before Pi-hole gets them, as far as its resolvers show, and what to do about it: a
 /// sentence for the user, empty when nobody does.
 [[nodiscard]] QString dnsDetour(const ResolverBlock &first);
 
-/// The same where no resolver tells: Pi-hole is the first server, and yet its log shows no lookup of this Mac.
+/// The same where no resolver shows it: Pi-hole is the first server, and yet its log shows no lookup of this Mac.
 [[nodiscard]] QString hiddenDnsDetour();
 
 } // namespace corvane

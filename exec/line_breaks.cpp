@@ -8,7 +8,7 @@ namespace corvane {
 namespace {
 
 /// Whether a line break may begin with this byte: LF to CR, C2 of U+0085, E2 of U+2028 and U+2029. Neither C2 nor E2
-/// ever stands inside a character, so no text before it can change what it means.
+/// is ever inside a character, so no text before it can change what it means.
 constexpr bool mayBreak(uchar byte) { return static_cast<uchar>(byte - '\n') <= '\r' - '\n' || (byte | 0x20) == 0xE2; }
 
 /// How long the break is that begins here; none when these bytes are another character, or their rest has yet to come.

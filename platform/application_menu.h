@@ -11,7 +11,7 @@ namespace corvane {
 struct ApplicationCommands {
     std::function<void()> openWindow;
     std::function<void()> openSettings;
-    /// Asked, never told: Corvane ends only through QCoreApplication::exit().
+    /// A request, never an order: Corvane ends only through QCoreApplication::exit().
     std::function<void()> quit;
     /// Told, never asked: the session ends. Corvane does what cannot be left undone, within moments and without a
     /// question, and ends through QCoreApplication::exit() as well.

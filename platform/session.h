@@ -6,7 +6,7 @@ namespace corvane::platform {
 /// restart or a shut-down.
 [[nodiscard]] bool sessionIsEnding();
 
-/// Ends the process here and now, without a word to whoever asked it to quit.
+/// Ends the process here and now, without a word to the caller that asked it to quit.
 void leaveAtOnce();
 
 } // namespace corvane::platform

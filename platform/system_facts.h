@@ -11,7 +11,7 @@ struct OsVersion {
     int minor = 0;
 };
 
-/// The macOS version this Mac runs; zeros when the system does not tell.
+/// The macOS version this Mac runs; zeros when the system does not say.
 [[nodiscard]] OsVersion osVersion();
 
 /// The system control "hw.optional.arm64"; absent when it cannot be read.

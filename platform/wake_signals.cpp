@@ -19,7 +19,7 @@ WakeSignals::WakeSignals()
 
 void WakeSignals::noticeChange()
 {
-    // A running timer is left alone, so that an endless burst is told of too.
+    // A running timer is left alone, so that an endless burst is reported too.
     if (!m_burst.isActive()) m_burst.start();
 }
 

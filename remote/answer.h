@@ -12,7 +12,7 @@ namespace corvane::remote {
 struct Answer {
     /// How the command ends; absent while Corvane works on it.
     std::optional<int> status;
-    /// A sentence for whoever asked; may be empty.
+    /// A sentence for the caller; may be empty.
     QString text;
     /// The same as facts for a program, where there are any.
     QJsonObject facts = {};

@@ -14,7 +14,7 @@ enum class Silence {
     NoAnswer,   ///< One runs, and says nothing, or nothing that can be understood.
 };
 
-/// How long whoever asks waits, in milliseconds.
+/// How long a caller waits, in milliseconds.
 struct Patience {
     /// Until Corvane has heard.
     int hearing = 3'000;

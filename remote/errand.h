@@ -6,7 +6,7 @@
 
 namespace corvane::remote {
 
-/// Where a command tells what came of it.
+/// Where a command reports what came of it.
 struct Terminal {
     std::FILE *out = stdout;
     std::FILE *err = stderr;

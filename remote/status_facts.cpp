@@ -23,7 +23,7 @@ QString colour(Light light)
     return QStringLiteral("gray");
 }
 
-/// Null where Pi-hole has not told.
+/// Null where Pi-hole has not said.
 QJsonValue blocking(const std::optional<PiholeBlocking> &state)
 {
     if (!state) return QJsonValue::Null;

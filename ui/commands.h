@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// A flow of the model that a view begins; what it is and where it ends stands beside it in AppModel.
+/// A flow of the model that a view begins; what it is and where it ends is said beside it in AppModel.
 #define CORVANE_COMMAND(flow)                                                                                          \
     Q_INVOKABLE void flow() { launch(m_app.flow()); }
 

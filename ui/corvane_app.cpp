@@ -60,7 +60,7 @@ void CorvaneApp::start()
     connect(m_wakeSignals.get(), &WakeSignals::woke, this, [this] { launch(m_model.refreshStatus(Stats::Include)); });
     m_watching = platform::keepWatching();
     m_windows.openMain();
-    // Without it Corvane works on; a caller is then told that it does not answer.
+    // Without it Corvane works on; a caller then learns that it does not answer.
     m_receiver.open();
     launch(m_model.bootstrap());
 }

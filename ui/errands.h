@@ -9,7 +9,7 @@
 namespace corvane {
 
 /// The everyday actions of the menu, which may be used with every window closed: one that does not come to what was
-/// asked for opens the main window at the dashboard, where its message stands.
+/// asked for opens the main window at the dashboard, where its message is.
 class Errands : public QObject {
     Q_OBJECT
 

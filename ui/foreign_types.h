@@ -4,7 +4,7 @@
 
 #include <QtQml/qqmlregistration.h>
 
-// How the views name what stands below them. The three shared objects come from the engine that runs the view.
+// How the views name what is below them. The three shared objects come from the engine that runs the view.
 
 namespace corvane {
 

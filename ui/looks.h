@@ -51,7 +51,7 @@ class Looks : public QObject {
     CORVANE_DERIVED(Looks, bool, movesPort)
     /// The last installation changed what starts Colima.
     CORVANE_DERIVED(Looks, bool, changesAutostart)
-    /// The banner tells how the start, or the change of the DNS servers, goes.
+    /// The banner says how the start, or the change of the DNS servers, goes.
     CORVANE_DERIVED(Looks, bool, bannerTellsStart)
     CORVANE_DERIVED(Looks, bool, bannerTellsDNS)
 

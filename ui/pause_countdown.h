@@ -9,7 +9,7 @@
 namespace corvane {
 
 /// Counts a pause of blocking down, second by second, for as long as somebody looks. What is left comes from Pi-hole,
-/// which is asked again every few seconds and when it should be over: its timer may stand still, and others may set it.
+/// which is asked again every few seconds and when it should be over: its timer may stop, and others may set it.
 class PauseCountdown : public QObject {
     Q_OBJECT
     QML_ELEMENT

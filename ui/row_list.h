@@ -6,7 +6,8 @@
 
 namespace corvane {
 
-/// A list of rows for a view. A row that changes is told as such, so that its neighbours keep their place and focus.
+/// A list of rows for a view. A row that changes is reported as such, so that its neighbours keep their place and
+/// focus.
 class RowList : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged)

@@ -18,8 +18,7 @@ QWindow *anyWindow()
     return windows.isEmpty() ? nullptr : windows.first();
 }
 
-/// An alert that is nowhere in its window: it is told of when it comes, and whoever reads the window does not meet
-/// it.
+/// An alert that is nowhere in its window: it is announced when it comes, and its reader does not meet it.
 class SpokenAlert final : public QAccessibleObject {
 public:
     SpokenAlert(QObject *self, const QString &sentence)

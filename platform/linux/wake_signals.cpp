@@ -13,7 +13,7 @@ namespace corvane {
 
 namespace {
 
-/// A socket on which the kernel tells of changed links, addresses and routes, or -1.
+/// A socket on which the kernel reports changed links, addresses and routes, or -1.
 int openRouteSocket()
 {
     const int descriptor = socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE);

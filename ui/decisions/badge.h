@@ -23,7 +23,7 @@ class Badge {
     Q_PROPERTY(bool spins READ spins CONSTANT)
 
 public:
-    /// Empty while work is under way: a spinning indicator stands in its place.
+    /// Empty while work is under way: a spinning indicator is in its place.
     QString symbol;
     Tint::Name tint = Tint::Secondary;
     QString spoken;

@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-/// Whether the banner tells how an action goes. `banner`: it is shown; `setUp`: the set-up stands below it.
+/// Whether the banner says how an action goes. `banner`: it is shown; `setUp`: the set-up is below it.
 [[nodiscard]] bool answersInBanner(Place::Name asked, bool banner, bool setUp);
 
 /// Whether an operation with this title moves Pi-hole to another port, so that its end belongs beside the ports.

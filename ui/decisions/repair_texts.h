@@ -17,7 +17,7 @@ inline constexpr qsizetype kMostNames = 20;
 /// One row for each permission; the id is the name.
 [[nodiscard]] QList<Row> permissionRows(const QList<Permission> &permissions);
 
-/// What stands where no name does; empty when there are new ones.
+/// What is shown where no name is; empty when there are new ones.
 [[nodiscard]] QString noNamesText(const QList<BlockedName> &names, int privacyLevel, const QString &trouble);
 
 } // namespace corvane

@@ -27,7 +27,7 @@ public:
     QString detail;
     /// Whether the row's control, if it has one, can be used.
     bool enabled = true;
-    /// What Corvane adds beneath the detail.
+    /// What Corvane adds below the detail.
     QString note = {};
 
     bool operator==(const Row &) const = default;

@@ -8,8 +8,8 @@
 
 namespace corvane {
 
-/// Draws the bars of the day and, beneath them on the same axis, the band of its protection, out of rectangles that
-/// begin and end at whole pixels of the display. Colours are never all that tells two things apart.
+/// Draws the bars of the day and, below them on the same axis, the band of its protection, out of rectangles that
+/// begin and end at whole pixels of the display. Two things never differ in their colour alone.
 class DayCanvas : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(DayCanvas)
@@ -27,7 +27,7 @@ class DayCanvas : public QQuickItem {
     Q_PROPERTY(QColor idleColor MEMBER m_idle NOTIFY looksChanged)
     /// The slot that is pointed at or has been walked to; -1 for none.
     Q_PROPERTY(int current READ current WRITE setCurrent NOTIFY currentChanged)
-    /// Where that slot stands.
+    /// Where that slot is.
     Q_PROPERTY(QRectF currentArea READ currentArea NOTIFY currentChanged)
 
 public:

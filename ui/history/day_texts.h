@@ -28,11 +28,11 @@ struct DaySource {
     bool read = false;
     QString problem = {};
 };
-/// What stands in the picture's place; empty when the bars speak for themselves.
+/// What is shown in the picture's place; empty when the bars speak for themselves.
 [[nodiscard]] QString missingText(const DaySource &source);
 /// What has to be known beside the bars; else empty.
 [[nodiscard]] QString staleText(const DaySource &source);
-/// What stands in the place of the names; empty while there are some.
+/// What is shown in place of the names; empty while there are some.
 [[nodiscard]] QString missingNamesText(const std::optional<PiholeTopBlocked> &top);
 
 } // namespace corvane

@@ -15,7 +15,7 @@ namespace {
 
 using Place = LogLayout::Place;
 
-/// Two offsets between which a piece of text stands.
+/// Two offsets around a piece of text.
 struct Range {
     int start = 0;
     int end = 0;

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// Where the lines of a log stand when each is broken into rows of equally many characters.
+/// Where the lines of a log are when each is broken into rows of equally many characters.
 class LogLayout {
 public:
     /// A place between two characters.
@@ -18,7 +18,7 @@ public:
         auto operator<=>(const Place &) const = default;
     };
 
-    /// Lays all lines out anew.
+    /// Lays all lines out again.
     void reset(const QStringList &lines, int columns);
     /// Follows a change of the lines: `removed` went from the front, then `appended` came at the end.
     void change(const QStringList &lines, int removed, int appended);
@@ -42,7 +42,7 @@ private:
 
 /// How many characters the lines have, with one break between each two of them.
 [[nodiscard]] int sizeOf(const QStringList &lines);
-/// How many characters stand before a place, and the place before which so many stand.
+/// How many characters come before a place, and the place that comes after so many.
 [[nodiscard]] int offsetOf(const QStringList &lines, LogLayout::Place place);
 [[nodiscard]] LogLayout::Place placeOf(const QStringList &lines, int offset);
 /// The nearest place that the lines have.

@@ -147,7 +147,7 @@ private:
     LogLayout m_layout;
     LogLayout::Place m_anchor;
     LogLayout::Place m_caret;
-    /// The end of the text as it was laid out last: a caret that stands there goes on standing at the end.
+    /// The end of the text as it was laid out last: a caret that is there stays at the end.
     LogLayout::Place m_end;
 
     bool m_dragging = false;
