@@ -111,14 +111,14 @@ inline constexpr std::array kActivityRules{
     ActivityRule{Activity::Exchange, "", "the container is being exchanged", {}, {}, true},
 };
 
-[[nodiscard]] constexpr bool rulesStandInOrder()
+[[nodiscard]] constexpr bool rulesAreInOrder()
 {
     std::size_t place = 0;
     return std::ranges::all_of(kActivityRules, [&place](const ActivityRule &rule) {
         return static_cast<std::size_t>(rule.activity) == place++;
     });
 }
-static_assert(rulesStandInOrder(), "the table's rows have the order of the names");
+static_assert(rulesAreInOrder(), "the table's rows have the order of the names");
 static_assert(kActivityRules.size() <= Activities::kMost, "a set of activities has room for all of them");
 
 [[nodiscard]] constexpr bool exclude(const ActivityRule &one, const ActivityRule &other)
