@@ -337,6 +337,7 @@ private:
     // `run` belongs to the flow that waits.
     void showPiholeCheck(int row, CheckState state, const QString &detail);
     [[nodiscard]] Flow<bool> testContainer(const ActivityMark *run, Clock::Duration limit);
+    [[nodiscard]] Flow<ContainerState> containerAtRest(const ActivityMark *run);
     [[nodiscard]] Flow<bool> testAdminPage(const ActivityMark *run, int attempts);
     [[nodiscard]] Flow<bool> testDns(const ActivityMark *run, int attempts, bool containerPassed);
     [[nodiscard]] Flow<> explainSilentDns(const ActivityMark *run);
@@ -362,6 +363,7 @@ private:
     [[nodiscard]] Flow<bool> exchangeVersion(QString newTag, CommandSteps steps);
     [[nodiscard]] Flow<QString> pin(QString tag);
     [[nodiscard]] QCoro::Task<std::expected<void, QString>> writeFiles() const;
+    [[nodiscard]] bool isExchanged() const { return m_activities.underWay().contains(Activity::Exchange); }
     [[nodiscard]] Flow<> lookAfterExchange(bool made);
     void tellOfRollback(const QString &unwritten);
     [[nodiscard]] Flow<> movePihole(int port, CommandSteps steps);

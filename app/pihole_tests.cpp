@@ -94,21 +94,35 @@ Flow<bool> AppModel::testContainer(const ActivityMark *run, Clock::Duration limi
 {
     co_await boundTo(*run);
     const Clock::Instant deadline = m_clock.now() + limit;
-    ContainerState container = co_await PiholeController::containerState();
+    ContainerState container = co_await containerAtRest(run);
     while (mayStillBecomeHealthy(container) && m_clock.now() < deadline) {
         co_await m_clock.pause(kBetweenAttempts);
-        container = co_await PiholeController::containerState();
+        container = co_await containerAtRest(run);
     }
     const Finding finding = containerFinding(container);
     showPiholeCheck(kContainerRow, stateOf(finding.passed), finding.detail);
     co_return finding.passed;
 }
 
+/// What Docker says of the container, but not while it is being exchanged: then there may be none for a moment.
+Flow<ContainerState> AppModel::containerAtRest(const ActivityMark *run)
+{
+    co_await boundTo(*run);
+    bool early = isExchanged();
+    ContainerState container = co_await PiholeController::containerState();
+    while (early || isExchanged()) {
+        co_await m_clock.pause(kBetweenAttempts);
+        early = isExchanged();
+        container = co_await PiholeController::containerState();
+    }
+    co_return container;
+}
+
 Flow<bool> AppModel::testAdminPage(const ActivityMark *run, int attempts)
 {
     co_await boundTo(*run);
     bool answers = co_await m_api.webAnswers();
-    for (int attempt = 1; !answers && attempt < attempts; ++attempt) {
+    for (int attempt = 1; !answers && (attempt < attempts || isExchanged()); ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
         answers = co_await m_api.webAnswers();
     }
@@ -127,7 +141,7 @@ Flow<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool contain
     setNote(kPihole, {});
     const QString name = QStringLiteral("example.com");
     DigResult reply = co_await PiholeController::ask(name);
-    for (int attempt = 1; !reply.answered() && attempt < attempts; ++attempt) {
+    for (int attempt = 1; !reply.answered() && (attempt < attempts || isExchanged()); ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
         reply = co_await PiholeController::ask(name);
     }

@@ -209,6 +209,7 @@ TEST_F(WebPort, A_container_without_files_moves_too)
 TEST_F(WebPort, A_test_under_way_names_the_port_that_it_asked)
 {
     Mac::ctl(QStringLiteral("container health starting"));
+    Mac::ctl(QStringLiteral("fault docker late 0.5 --when run*")); // with no container for as long as that
     launch(model().runPiholeTests(Wait::ForStart));
     change(8083);
     waitFor([this] { return model().piholeChecks().value(1).state == CheckState::Ok; }, "the admin page was tested");
