@@ -69,6 +69,11 @@ TEST_F(TheDay, Is_summed_up_and_told_slot_by_slot)
     EXPECT_TRUE(appears("ad0.example.net"));
     find(QStringLiteral("dayCanvas"))->forceActiveFocus(Qt::TabFocusReason);
     press(Qt::Key_Left);
+    // A slot that has just begun knows of nothing before the next look.
+    EXPECT_TRUE(eventually([&] {
+        look();
+        return textOf(QStringLiteral("dayText")).contains(QLatin1String("Protected "));
+    }));
     EXPECT_TRUE(sums("\\d\\d:\\d\\d to now: \\d+ allowed, \\d+ blocked\\. Protected .*\\."));
     press(Qt::Key_Home);
     EXPECT_TRUE(sums("\\d\\d:\\d\\d to \\d\\d:\\d\\d: \\d+ allowed, \\d+ blocked\\."));
