@@ -18,6 +18,7 @@ cask "corvane" do
 
   zap trash: [
     "~/Library/Application Support/Corvane",
+    "~/Library/Caches/Corvane",
     "~/Library/Preferences/app.corvane.Corvane.plist",
     "~/Library/Saved Application State/app.corvane.Corvane.savedState",
   ]
