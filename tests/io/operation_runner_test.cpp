@@ -259,6 +259,17 @@ TEST(OperationRunner, A_new_start_forgets_the_last_failure_and_cancellation)
     EXPECT_EQ(operation.runner.lineCount(), 2);
 }
 
+TEST(OperationRunner, Has_not_succeeded_before_its_end_however_the_last_one_ended)
+{
+    Operation operation;
+    for (int i = 0; i < 2; ++i) {
+        operation.start({printing(u"Good"_s, "good")});
+        EXPECT_FALSE(operation.runner.succeeded());
+        ASSERT_TRUE(spinUntil([&] { return !operation.runner.running(); }));
+        EXPECT_TRUE(operation.runner.succeeded());
+    }
+}
+
 TEST(OperationRunner, The_end_may_start_the_next_operation)
 {
     Operation operation;
