@@ -57,6 +57,19 @@ TEST_F(Report, Tells_versions_states_and_checks)
     EXPECT_TRUE(quiet());
 }
 
+TEST_F(Report, Names_its_sections_and_says_what_is_known)
+{
+    model().setEngineProblem(QStringLiteral("Docker does not answer."));
+    run(model().makeReport());
+    for (const char *title : {"Versions\n--------\n", "State\n-----\n", "Messages\n--------\n", "Checks\n------\n"})
+        expect(title);
+    expect("Engine: Docker does not answer.\n");
+    expect("Password known: yes\n");
+    model().setAdminPassword({});
+    run(model().makeReport());
+    expect("Password known: no\n");
+}
+
 TEST_F(Report, Holds_the_end_of_the_last_operations_logs)
 {
     Mac::reset(QStringLiteral("stopped"));

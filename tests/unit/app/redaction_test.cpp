@@ -42,8 +42,8 @@ TEST(Redaction, Keeps_what_every_Mac_with_Corvane_has)
 {
     for (const char *text : {"127.0.0.1, then 1.1.1.1", "0.0.0.0:53 and ::1 and ::",
                              "Docker version 24.0.7, build afdd53b", "colima version 0.9.1", "pihole/pihole:2026.09.0",
-                             "time 12:34:56, 2026-09-21T12:34:56Z", "docker-compose.yml and pihole.env", "pi.hole",
-                             "e.g. this", "Done. Next", "ghcr.io", "level=info msg=\"done\"", "com/docker"})
+                             "time 12:34:56, 2026-09-21T12:34:56Z", "time 9:05:01", "docker-compose.yml and pihole.env",
+                             "pi.hole", "e.g. this", "Done. Next", "ghcr.io", "level=info msg=\"done\"", "com/docker"})
         EXPECT_EQ(cleaned(text), text);
 }
 
