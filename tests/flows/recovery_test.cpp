@@ -187,6 +187,23 @@ TEST_F(CutOff, Nothing_is_concluded_while_something_else_changes_the_container)
     expectAllOf(kOldTag, 8080);
 }
 
+TEST_F(CutOff, Nothing_is_concluded_while_a_change_that_began_earlier_goes_on)
+{
+    leave(kNewTag, kOldTag);
+    relaunch();
+    run(model().refreshStatus(Stats::Leave));
+    Mac::ctl(QStringLiteral("pihole silent on"));
+    launch(model().loadBlockLists());
+    ASSERT_TRUE(model().underWay().contains(Activity::LoadLists));
+    run(model().putRight());
+    expectAllOf(kNewTag, 8080);
+    EXPECT_TEXT(left(), "2026.09.0");
+    Mac::ctl(QStringLiteral("pihole silent off"));
+    waitFor([this] { return quiet(); }, "the lists are done with");
+    compare();
+    expectAllOf(kOldTag, 8080);
+}
+
 TEST_F(CutOff, The_first_look_after_a_start_puts_it_right)
 {
     leave(kNewTag, kOldTag, 8083);

@@ -141,6 +141,18 @@ TEST_F(WebPort, An_old_container_that_stays_is_where_the_port_goes_back_to)
     EXPECT_TEXT(model().wayBack(), "");
 }
 
+TEST_F(WebPort, After_a_change_the_container_is_compared_again_though_it_looks_as_before)
+{
+    run(model().refreshStatus(Stats::Leave));
+    run(model().putRight());
+    model().setWebPort(8083);
+    Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("1"),
+              QStringLiteral("permission denied"), QStringLiteral("--when"), QStringLiteral("rm *")});
+    change(8084);
+    EXPECT_TEXT(model().notice(), "The web port is 8080 again, where Pi-hole runs.");
+    expectPort(8080);
+}
+
 TEST_F(WebPort, Files_that_cannot_be_written_leave_port_and_container_as_they_were)
 {
     QFile::remove(PiholeFiles::compose());
