@@ -93,6 +93,15 @@ TEST_F(BrowserProofFlow, A_second_test_during_the_first_does_nothing)
     EXPECT_EQ(opened().size(), 2);
 }
 
+TEST_F(BrowserProofFlow, A_test_in_the_middle_of_which_corvane_quits_opens_nothing_more_and_finds_nothing)
+{
+    launch(model().proveBrowser(QStringLiteral("brave")));
+    model().stopEverything();
+    waitFor([this] { return quiet(); }, "it ended");
+    EXPECT_LE(opened().size(), 1);
+    EXPECT_EQ(proof(), BrowserProof::Running);
+}
+
 TEST_F(BrowserProofFlow, Ends_the_doubt_that_an_outage_left)
 {
     ASSERT_EQ(model().browserRule(), BrowserRule::InPlace);

@@ -4,6 +4,10 @@ namespace corvane::test {
 
 namespace {
 
+constexpr const char *kCutOff =
+    "Corvane was closed while Pi-hole loaded its block lists, and that run did not come to its "
+    "end. The older lists are in use. Refresh them again.";
+
 /// A Corvane that ended in the middle of a run of the block lists.
 class LeftListRun : public Running {
 protected:
@@ -74,8 +78,17 @@ TEST_F(LeftListRun, That_was_cut_off_is_told_to_be_so)
     clock.sleep(std::chrono::minutes(11));
     run(model().refreshStatus(Stats::Include));
     EXPECT_FALSE(loading());
-    EXPECT_TEXT(verdict(), "Corvane was closed while Pi-hole loaded its block lists, and that run did not come to its "
-                           "end. The older lists are in use. Refresh them again.");
+    EXPECT_TEXT(verdict(), kCutOff);
+}
+
+TEST_F(LeftListRun, That_ends_with_pihole_while_it_is_waited_for_is_told_to_be_cut_off)
+{
+    leaveInTheMiddle(20);
+    run(model().refreshStatus(Stats::Include));
+    ASSERT_TRUE(loading());
+    Mac::ctl(QStringLiteral("container kill"));
+    waitFor([this] { return !loading(); }, "that Pi-hole has gone");
+    EXPECT_TEXT(verdict(), kCutOff);
 }
 
 TEST_F(LeftListRun, That_ended_before_corvane_did_leaves_nothing_to_tell)
