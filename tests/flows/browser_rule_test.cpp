@@ -157,6 +157,17 @@ TEST_F(BrowserRuleFlow, Is_taken_away_later_when_pihole_was_down_at_the_restore)
     EXPECT_FALSE(rule());
 }
 
+TEST_F(BrowserRuleFlow, Goes_with_the_poll_when_somebody_else_takes_the_backup_server_away)
+{
+    run(model().refreshStatus(Stats::Include));
+    run(model().applyDNS());
+    ASSERT_TRUE(rule());
+    Mac::ctl(QStringLiteral("servers Wi-Fi 127.0.0.1"));
+    run(model().refreshStatus(Stats::Include));
+    EXPECT_FALSE(rule());
+    EXPECT_EQ(model().browserRule(), BrowserRule::NotNeeded);
+}
+
 TEST_F(BrowserRuleFlow, Stays_while_a_vpn_is_in_front)
 {
     run(model().applyDNS());
