@@ -68,6 +68,15 @@ TEST(DayRecord, The_time_without_corvane_is_not_known)
                                               {kNoon + 90, kNoon + 120, Protection::Protected}}));
 }
 
+TEST(DayRecord, Is_written_and_read_in_the_form_that_earlier_versions_wrote)
+{
+    const QByteArray written = "corvane day 1\nspan 1795262400 1795262460 0\nown 1795262400 3 1\nend\n";
+    const std::optional<DayRecord> record = DayRecord::fromBytes(written);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->spans().size(), 1);
+    EXPECT_EQ(record->toBytes(), written);
+}
+
 TEST(DayRecord, What_was_noted_before_the_file_was_read_comes_after_it)
 {
     DayRecord before;
