@@ -102,6 +102,21 @@ TEST_F(Overlaps, A_test_that_began_before_a_restore_says_nothing_after_it)
     expectNoProof();
 }
 
+TEST_F(Overlaps, A_test_that_began_before_a_restore_says_nothing_when_the_restore_is_cancelled)
+{
+    run(model().applyDNS());
+    model().setSystemTestDetail({});
+    user.beforeAnswering([this] {
+        Mac::ctl(QStringLiteral("fault scutil late 3 --at 1"));
+        launch(model().runSystemTest());
+    });
+    Mac::ctl(QStringLiteral("prompt cancel once"));
+    run(model().restoreOldSettings());
+    EXPECT_TEXT(model().dnsMessage(), "You cancelled the administrator prompt. Nothing was changed.");
+    waitFor([this] { return quiet(); }, "the test ended");
+    EXPECT_TEXT(model().systemTestDetail(), "");
+}
+
 TEST_F(Overlaps, Colima_is_left_alone_while_pihole_is_removed)
 {
     Mac::ctl(QStringLiteral("fault docker late 0.5 --when rm*"));
