@@ -66,6 +66,20 @@ TEST_F(Quitting, Lets_nothing_begin_any_more)
     expectAllOf(kOldTag, 8080);
 }
 
+TEST_F(Quitting, A_question_that_is_agreed_to_too_late_begins_nothing)
+{
+    run(model().refreshStatus(Stats::Leave));
+    run(model().loadServices());
+    run(model().applyDNS());
+    ASSERT_TEXT(model().dnsMessage(), "DNS changed.");
+    const int before = Mac::prompts();
+    user.beforeAnswering([this] { model().stopEverything(); });
+    run(model().restoreOldSettings());
+    EXPECT_EQ(user.alerts().size(), 2) << "the change's and the restore's";
+    EXPECT_EQ(Mac::prompts(), before);
+    EXPECT_TEXT(model().dnsMessage(), "DNS changed.") << "nothing new is told";
+}
+
 TEST_F(Quitting, Before_the_first_command_of_an_update_begins_none)
 {
     launch(model().performUpdate());

@@ -140,6 +140,14 @@ TEST_F(Report, A_report_that_cannot_be_saved_stays_and_says_why)
     EXPECT_FALSE(model().report().isEmpty());
 }
 
+TEST_F(Report, That_corvane_quits_meanwhile_ends_it_quietly)
+{
+    launch(model().makeReport());
+    model().stopEverything();
+    waitFor([this] { return quiet(); }, "the report's end");
+    EXPECT_TEXT(model().report(), "");
+}
+
 TEST_F(Report, A_model_that_goes_away_meanwhile_ends_it_quietly)
 {
     launch(model().makeReport());
