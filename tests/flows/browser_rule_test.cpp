@@ -103,6 +103,8 @@ TEST_F(BrowserRuleFlow, Is_put_back_by_the_poll_when_it_has_gone)
 {
     run(model().applyDNS());
     ASSERT_TRUE(QCoro::waitFor(model().api().removeRule(kKind, kExpression)));
+    run(model().refreshStatus(Stats::Include));
+    EXPECT_FALSE(rule()) << "it is looked for once a minute";
     QCoro::waitFor(clock.pause(std::chrono::minutes(1)));
     run(model().refreshStatus(Stats::Include));
     EXPECT_TRUE(rule());
