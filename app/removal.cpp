@@ -105,6 +105,7 @@ void AppModel::forgetPihole()
     setPiholeChecks({});
     setBlockingTest(std::nullopt);
     setHistory(std::nullopt);
+    setHistoryProblem({});
     setTopBlocked(std::nullopt);
     setSystemChecks({});
     setPortReports({});

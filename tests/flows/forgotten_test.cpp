@@ -42,6 +42,26 @@ TEST_F(Forgotten, Is_what_the_checks_saw_of_its_ports)
     EXPECT_TRUE(model().portReports().isEmpty());
 }
 
+TEST_F(Forgotten, Is_what_was_asked_and_blocked_in_its_day)
+{
+    model().showHistory(true);
+    waitFor([this] { return model().history() && model().topBlocked(); }, "its day");
+    removeIt();
+    EXPECT_FALSE(model().history());
+    EXPECT_FALSE(model().topBlocked());
+}
+
+TEST_F(Forgotten, Is_why_its_day_could_not_be_read)
+{
+    const QString password = model().adminPassword();
+    model().setAdminPassword(QStringLiteral("not-the-password"));
+    model().showHistory(true);
+    waitFor([this] { return !model().historyProblem().isEmpty(); }, "why not");
+    model().setAdminPassword(password);
+    removeIt();
+    EXPECT_TEXT(model().historyProblem(), "");
+}
+
 TEST_F(Forgotten, Is_that_blocking_was_paused)
 {
     run(model().pauseBlocking(PauseLength::FiveMinutes));
