@@ -1,0 +1,24 @@
+#include "runtime/deployed_container.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+using namespace corvane;
+
+namespace {
+
+void require(bool claim)
+{
+    if (!claim) std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QString output = QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    const auto found = DeployedContainer::parse(output);
+    require(!found || (found->exists && !found->tag.contains(u'|') && found->tag.size() < output.size()));
+    require(DeployedContainer::parse(QStringLiteral("  %1\n").arg(output)) == found);
+    return 0;
+}
