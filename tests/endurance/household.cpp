@@ -5,15 +5,21 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace corvane::test {
 
 namespace {
 
-qint64 entries(const QString &folder)
+QStringList entries(const QString &folder)
 {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot).size();
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+bool isWaker(const QString &descriptor)
+{
+    return QFile::symLinkTarget(QStringLiteral("/proc/self/fd/") + descriptor).endsWith(QLatin1String("[eventfd]"));
 }
 
 QByteArray content(const QString &path)
@@ -38,8 +44,10 @@ Household Household::now()
     Household found;
     found.residentBytes =
         content(QStringLiteral("/proc/self/statm")).split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
-    found.descriptors = entries(QStringLiteral("/proc/self/fd"));
-    found.threads = entries(QStringLiteral("/proc/self/task"));
+    const QStringList descriptors = entries(QStringLiteral("/proc/self/fd"));
+    found.descriptors = descriptors.size();
+    found.wakers = std::ranges::count_if(descriptors, isWaker);
+    found.threads = entries(QStringLiteral("/proc/self/task")).size();
     found.children = childrenNow();
     return found;
 }

@@ -10,12 +10,14 @@ namespace corvane::test {
 struct Household {
     qint64 residentBytes = 0;
     qint64 descriptors = 0;
+    /// Of the descriptors, those by which threads wake each other. Each worker thread has one of its own, and how many
+    /// workers there are depends on the machine's load.
+    qint64 wakers = 0;
     qint64 threads = 0;
     qint64 children = 0;
 
     [[nodiscard]] static Household now();
-    /// Each worker thread has a descriptor of its own, and how many workers there are depends on the machine's load.
-    [[nodiscard]] qint64 heldByNoThread() const { return descriptors - threads; }
+    [[nodiscard]] qint64 heldByNoThread() const { return descriptors - wakers; }
 };
 
 /// A straight line through values that were taken at equal distances.

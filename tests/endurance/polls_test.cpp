@@ -61,6 +61,7 @@ TEST_F(Polling, For_weeks_leaves_nothing_behind)
     EXPECT_LE(trend.growth, std::max(trend.noise, kAllowance));
     const auto held = counts.range(&Household::heldByNoThread);
     EXPECT_EQ(held.first, held.second);
+    EXPECT_LE(descriptors.second, counts.all.sliced(0, counts.all.size() / 2).last().descriptors + 2);
     EXPECT_LE(threads.second, counts.all.sliced(0, counts.all.size() / 2).last().threads + 2);
     EXPECT_EQ(counts.range(&Household::children).second, 0);
     EXPECT_EQ(counts.seats.last(), 1);
