@@ -1,19 +1,19 @@
 #include "tests/flows/mac.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <functional>
 
 namespace corvane::test {
 
 namespace {
-
-using test::Mac;
 
 constexpr int kPatience = 60'000; // milliseconds
 
@@ -63,21 +63,21 @@ private:
     QByteArray m_err;
 };
 
+[[nodiscard]] bool eventually(const std::function<bool()> &condition)
+{
+    const QDeadlineTimer deadline(kPatience);
+    bool happened = condition();
+    while (!happened && !deadline.hasExpired()) {
+        QThread::msleep(10);
+        happened = condition();
+    }
+    return happened;
+}
+
 /// Waits until the one that was started can be spoken to, and has looked.
 void waitUntilGreen()
 {
-    int status = -1;
-    for (QElapsedTimer time =
-             [] {
-                 QElapsedTimer t;
-                 t.start();
-                 return t;
-             }();
-         status != 0 && time.elapsed() < kPatience;) {
-        Program asking({QStringLiteral("status")});
-        status = asking.ends();
-    }
-    ASSERT_EQ(status, 0);
+    ASSERT_TRUE(eventually([] { return Program({QStringLiteral("status")}).ends() == 0; }));
 }
 
 class SecondStart : public testing::Test {
@@ -102,6 +102,8 @@ TEST_F(SecondStart, Of_two_starts_at_once_one_stays)
 {
     Program one;
     Program other;
+    waitUntilGreen();
+    EXPECT_TRUE(eventually([&] { return one.runs() != other.runs(); }));
     waitUntilGreen();
     EXPECT_NE(one.runs(), other.runs());
 }
