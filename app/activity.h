@@ -80,7 +80,9 @@ inline constexpr std::array kActivityRules{
     ActivityRule{Activity::BrowserTest, "browser", "the browser is being tested"},
     ActivityRule{Activity::BrowserProof, "browserproof", "a browser is being tested"},
     ActivityRule{Activity::LoadServices, "services", "the network services are being read", {}, {}, true},
-    ActivityRule{Activity::ApplyDns, "applydns", "this Mac's DNS is being changed", Subject::Dns},
+    // It points this Mac at a Pi-hole that must go on answering.
+    ActivityRule{Activity::ApplyDns, "applydns", "this Mac's DNS is being changed", Subject::Dns,
+                 Subject::Container | Subject::Engine},
     ActivityRule{Activity::RestoreDns, "restoredns", "the old DNS settings are being restored", Subject::Dns},
     ActivityRule{Activity::Install, "", "Colima and Docker are being installed", Subject::Engine},
     ActivityRule{Activity::StartColima, "", "Colima is being started", Subject::Engine},
@@ -145,6 +147,16 @@ static_assert(kActivityRules.size() <= Activities::kMost, "a set of activities h
     Activities found;
     for (const ActivityRule &rule : kActivityRules) {
         if (exclude(ruleOf(activity), rule)) found |= rule.activity;
+    }
+    return found;
+}
+
+/// What changes one of these.
+[[nodiscard]] constexpr Activities changing(Subjects subjects)
+{
+    Activities found;
+    for (const ActivityRule &rule : kActivityRules) {
+        if (rule.changes & subjects) found |= rule.activity;
     }
     return found;
 }

@@ -309,6 +309,7 @@ private:
     void tellApi(const QString &about, const std::optional<PiholeAPIError> &error);
     void tellStart(const QString &message, const QString &note);
     [[nodiscard]] bool mayCount() const;
+    [[nodiscard]] Flow<bool> answersNow();
     void publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report);
     [[nodiscard]] Flow<> control(Activity activity, QString verb, Place::Name from);
     [[nodiscard]] Flow<> afterControl(CommandResult result, Activity done);
@@ -335,9 +336,9 @@ private:
     [[nodiscard]] Flow<bool> keepPassword(QString password);
 
     // `run` belongs to the flow that waits.
+    [[nodiscard]] Flow<bool> testPihole(const ActivityMark *run, HealthPatience patience);
     void showPiholeCheck(int row, CheckState state, const QString &detail);
-    [[nodiscard]] Flow<bool> testContainer(const ActivityMark *run, Clock::Duration limit);
-    [[nodiscard]] Flow<ContainerState> containerAtRest(const ActivityMark *run);
+    [[nodiscard]] Flow<bool> testContainer(const ActivityMark *run, HealthPatience patience);
     [[nodiscard]] Flow<bool> testAdminPage(const ActivityMark *run, int attempts);
     [[nodiscard]] Flow<bool> testDns(const ActivityMark *run, int attempts, bool containerPassed);
     [[nodiscard]] Flow<> explainSilentDns(const ActivityMark *run);
@@ -363,7 +364,6 @@ private:
     [[nodiscard]] Flow<bool> exchangeVersion(QString newTag, CommandSteps steps);
     [[nodiscard]] Flow<QString> pin(QString tag);
     [[nodiscard]] QCoro::Task<std::expected<void, QString>> writeFiles() const;
-    [[nodiscard]] bool isExchanged() const { return m_activities.underWay().contains(Activity::Exchange); }
     [[nodiscard]] Flow<> lookAfterExchange(bool made);
     void tellOfRollback(const QString &unwritten);
     [[nodiscard]] Flow<> movePihole(int port, CommandSteps steps);

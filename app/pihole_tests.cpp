@@ -11,6 +11,7 @@ constexpr std::chrono::seconds kHealthLimit{90};
 constexpr std::chrono::seconds kBetweenAttempts{2};
 constexpr int kAttempts = 3;
 const QString kPihole = QStringLiteral("pihole");
+const QString kSilentDns = QStringLiteral("No answer on 127.0.0.1 port 53.");
 enum Row { kContainerRow, kPageRow, kDnsRow };
 
 CheckRows initialRows(int webPort)
@@ -32,6 +33,13 @@ bool mayStillBecomeHealthy(const ContainerState &container)
 }
 
 CheckState stateOf(bool passed) { return passed ? CheckState::Ok : CheckState::Failed; }
+
+/// Whether something is under way after which container or engine is another one, or none.
+bool isPiholeChanging(Activities underWay)
+{
+    constexpr Activities kChanging = changing(Subject::Engine | Subject::Container);
+    return static_cast<bool>(underWay & kChanging);
+}
 
 struct Finding {
     bool passed = false;
@@ -65,20 +73,39 @@ Flow<> AppModel::runPiholeTests(Wait wait)
 {
     const ActivityMark run(m_activities, Activity::PiholeTests);
     co_await boundTo(run);
+    const Clock::Duration limit = wait == Wait::ForStart ? kHealthLimit : std::chrono::seconds::zero();
+    HealthPatience patience{limit, limit};
+    bool passed = false;
+    bool disturbed = true;
+    while (!passed && disturbed) {
+        const int changes = m_activities.changesBegun();
+        const bool changing = isPiholeChanging(m_activities.underWay());
+        passed = co_await testPihole(&run, patience);
+        // What was found in the middle of a change does not hold.
+        disturbed = changing || changes != m_activities.changesBegun();
+        if (!passed && disturbed) setPiholeChecks(initialRows(webPort()));
+        while (!passed && isPiholeChanging(m_activities.underWay()))
+            co_await m_clock.pause(kBetweenAttempts);
+        patience.running = kHealthLimit;
+    }
+    recordOutcome(QStringLiteral("pihole"), passed,
+                  passed ? QStringLiteral("Container, admin page and DNS answer all passed")
+                         : QStringLiteral("At least one Pi-hole check failed"));
+    co_await refreshStatus(Stats::Include);
+}
+
+/// The three rows; whether all of them are good.
+Flow<bool> AppModel::testPihole(const ActivityMark *run, HealthPatience patience)
+{
+    co_await boundTo(*run);
     setPiholeChecks(initialRows(webPort()));
     configureAPI();
 
-    const bool containerPassed =
-        co_await testContainer(&run, wait == Wait::ForStart ? kHealthLimit : std::chrono::seconds::zero());
+    const bool containerPassed = co_await testContainer(run, patience);
     const int attempts = containerPassed ? kAttempts : 1;
-    const bool pagePassed = co_await testAdminPage(&run, attempts);
-    const bool dnsPassed = co_await testDns(&run, attempts, containerPassed);
-
-    const bool allPassed = containerPassed && pagePassed && dnsPassed;
-    recordOutcome(QStringLiteral("pihole"), allPassed,
-                  allPassed ? QStringLiteral("Container, admin page and DNS answer all passed")
-                            : QStringLiteral("At least one Pi-hole check failed"));
-    co_await refreshStatus(Stats::Include);
+    const bool pagePassed = co_await testAdminPage(run, attempts);
+    const bool dnsPassed = co_await testDns(run, attempts, containerPassed);
+    co_return containerPassed &&pagePassed &&dnsPassed;
 }
 
 void AppModel::showPiholeCheck(int row, CheckState state, const QString &detail)
@@ -90,39 +117,28 @@ void AppModel::showPiholeCheck(int row, CheckState state, const QString &detail)
     setPiholeChecks(rows);
 }
 
-Flow<bool> AppModel::testContainer(const ActivityMark *run, Clock::Duration limit)
+Flow<bool> AppModel::testContainer(const ActivityMark *run, HealthPatience patience)
 {
     co_await boundTo(*run);
-    const Clock::Instant deadline = m_clock.now() + limit;
-    ContainerState container = co_await containerAtRest(run);
-    while (mayStillBecomeHealthy(container) && m_clock.now() < deadline) {
+    const Clock::Instant begun = m_clock.now();
+    const auto limit = [patience](const ContainerState &seen) {
+        return seen.isRunning() ? patience.running : patience.stopped;
+    };
+    ContainerState container = co_await PiholeController::containerState();
+    while (mayStillBecomeHealthy(container) && m_clock.now() < begun + limit(container)) {
         co_await m_clock.pause(kBetweenAttempts);
-        container = co_await containerAtRest(run);
+        container = co_await PiholeController::containerState();
     }
     const Finding finding = containerFinding(container);
     showPiholeCheck(kContainerRow, stateOf(finding.passed), finding.detail);
     co_return finding.passed;
 }
 
-/// What Docker says of the container, but not while it is being exchanged: then there may be none for a moment.
-Flow<ContainerState> AppModel::containerAtRest(const ActivityMark *run)
-{
-    co_await boundTo(*run);
-    bool early = isExchanged();
-    ContainerState container = co_await PiholeController::containerState();
-    while (early || isExchanged()) {
-        co_await m_clock.pause(kBetweenAttempts);
-        early = isExchanged();
-        container = co_await PiholeController::containerState();
-    }
-    co_return container;
-}
-
 Flow<bool> AppModel::testAdminPage(const ActivityMark *run, int attempts)
 {
     co_await boundTo(*run);
     bool answers = co_await m_api.webAnswers();
-    for (int attempt = 1; !answers && (attempt < attempts || isExchanged()); ++attempt) {
+    for (int attempt = 1; !answers && attempt < attempts; ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
         answers = co_await m_api.webAnswers();
     }
@@ -141,7 +157,7 @@ Flow<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool contain
     setNote(kPihole, {});
     const QString name = QStringLiteral("example.com");
     DigResult reply = co_await PiholeController::ask(name);
-    for (int attempt = 1; !reply.answered() && (attempt < attempts || isExchanged()); ++attempt) {
+    for (int attempt = 1; !reply.answered() && attempt < attempts; ++attempt) {
         co_await m_clock.pause(kBetweenAttempts);
         reply = co_await PiholeController::ask(name);
     }
@@ -149,7 +165,7 @@ Flow<bool> AppModel::testDns(const ActivityMark *run, int attempts, bool contain
     if (reply.answered())
         showPiholeCheck(kDnsRow, CheckState::Ok, QStringLiteral("Answer: ") + reply.answers.join(QStringLiteral(", ")));
     else if (!containerPassed)
-        showPiholeCheck(kDnsRow, CheckState::Failed, QStringLiteral("No answer on 127.0.0.1 port 53."));
+        showPiholeCheck(kDnsRow, CheckState::Failed, kSilentDns);
     co_await explainReply(run, reply);
     if (containerPassed && !reply.answered()) co_await explainSilentDns(run);
     co_return reply.answered();
@@ -168,6 +184,11 @@ Flow<> AppModel::explainReply(const ActivityMark *run, DigResult reply)
 Flow<> AppModel::explainSilentDns(const ActivityMark *run)
 {
     co_await boundTo(*run);
+    const ContainerState container = co_await PiholeController::containerState();
+    if (!container.isRunning()) { // it has ended since
+        showPiholeCheck(kDnsRow, CheckState::Failed, kSilentDns);
+        co_return;
+    }
     const QString name = QStringLiteral("example.com");
     const DigResult overTcp = co_await PiholeController::ask(name, Transport::Tcp);
     const bool flagSupported = co_await ColimaManager::supportsPortForwarderFlag();

@@ -52,7 +52,7 @@ Flow<> AppModel::windDown(Clock::Duration limit)
 {
     stopEverything();
     const Clock::Instant deadline = m_clock.now() + limit;
-    while (isExchanged() && m_clock.now() < deadline)
+    while (m_activities.underWay().contains(Activity::Exchange) && m_clock.now() < deadline)
         co_await m_clock.pause(kBetweenLooks);
 }
 

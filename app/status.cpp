@@ -23,6 +23,13 @@ QCoro::Task<bool> mayAnswer(ContainerState container)
     const MachinePort port = co_await MachinePort::ask();
     co_return port.holder() != MachinePort::Holder::NameService;
 }
+
+/// Whether a new container takes the place of the old one.
+bool isReplaced(Activities underWay)
+{
+    return static_cast<bool>(underWay & (Activity::Exchange | Activity::StartPihole));
+}
+
 const QString kNotMadeAnew =
     QStringLiteral("Corvane has a newer admin password than Pi-hole: the start that was to bring it "
                    "did not come to its end. Press 'Start Pi-hole' in step %1 of the wizard.")
@@ -53,12 +60,15 @@ Flow<> AppModel::look(Stats stats)
 {
     const int changes = m_activities.changesBegun();
     const bool free = m_activities.mayBegin(Activity::StartContainer);
+    const bool replaced = isReplaced(m_activities.underWay());
     // None of the three needs another's answer: a pass takes as long as the slowest.
     const auto asksContainer = PiholeController::containerState();
     const auto asksPihole = PiholeController::ask(QStringLiteral("example.com"));
     const auto asksResolver = DNSConfigurator::resolverReport();
     const ContainerState container = co_await asksContainer;
-    setContainerState(container);
+    // Between the old container and the new one there is none for a moment.
+    const bool between = container.isMissing() && (replaced || isReplaced(m_activities.underWay()));
+    if (!between) setContainerState(container);
 
     const DigResult reply = co_await asksPihole;
     DnsTrouble trouble = co_await dnsTroubleBehind(reply, container.isRunning());
@@ -84,6 +94,16 @@ Flow<> AppModel::look(Stats stats)
         co_await refreshStats();
     }
     co_await readHistory(stats);
+}
+
+/// Asks now, whatever the last look has found.
+Flow<bool> AppModel::answersNow()
+{
+    const ContainerState container = co_await PiholeController::containerState();
+    const DigResult reply = co_await PiholeController::ask(QStringLiteral("example.com"));
+    const bool fromPihole = reply.answered() && co_await mayAnswer(container);
+    if (fromPihole) m_day.countOwn();
+    co_return fromPihole;
 }
 
 /// Whether there is a password to read the counters with, or may be one.

@@ -52,6 +52,17 @@ TEST_F(Running, A_healthy_pihole_passes_all_three)
     EXPECT_TRUE(quiet());
 }
 
+TEST_F(Running, A_test_during_which_pihole_is_stopped_blames_no_port)
+{
+    launch(model().runPiholeTests(Wait::No));
+    waitFor([this] { return model().piholeChecks()[0].state == CheckState::Ok; }, "the container was looked at");
+    run(model().stopPihole());
+    waitFor([this] { return quiet(); }, "the test ended");
+    EXPECT_EQ(rowText(model(), 0), "failed: The container exists but is 'exited'.");
+    EXPECT_EQ(rowText(model(), 2), "failed: No answer on 127.0.0.1 port 53.");
+    EXPECT_FALSE(model().udpProblem());
+}
+
 TEST_F(Running, Without_waiting_a_starting_container_fails_at_once_with_one_attempt_each)
 {
     Mac::ctl(QStringLiteral("container health starting"));

@@ -170,6 +170,18 @@ TEST_F(FailedUpdate, Leaves_the_old_files_when_the_password_file_cannot_be_writt
     EXPECT_FALSE(Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("pull pihole/pihole:2026.10.0")));
 }
 
+TEST_F(FailedUpdate, In_its_download_leaves_the_old_version_to_be_tested)
+{
+    Mac::ctl(QStringLiteral("fault docker hang --when pull*"));
+    launch(model().performUpdate());
+    waitFor([this] { return model().maintOp()->running(); }, "the pull runs");
+    run(model().runPiholeTests(Wait::No));
+    EXPECT_TRUE(model().outcomes().value(QStringLiteral("pihole")).passed);
+    EXPECT_TRUE(model().maintOp()->running()) << "the pull still runs";
+    model().maintOp()->cancel();
+    waitFor([this] { return quiet(); }, "the update ended");
+}
+
 TEST_F(FailedUpdate, By_cancelling_goes_back_to_the_old_version)
 {
     Mac::ctl(QStringLiteral("fault docker late 5 --when pull*"));

@@ -21,6 +21,12 @@ protected:
         run(model().changeWebPort(port));
         waitFor([this] { return quiet(); }, "the change ended");
     }
+    void expectAllPassed()
+    {
+        for (const CheckRow &row : model().piholeChecks())
+            EXPECT_EQ(row.state, CheckState::Ok) << row.title.toStdString() << ": " << row.detail.toStdString();
+        EXPECT_TRUE(model().outcomes().value(QStringLiteral("pihole")).passed);
+    }
     bool answersOnItsPort() { return QCoro::waitFor(model().api().webAnswers()); }
     int stored() { return settings.value(QStringLiteral("webPort")).toInt(); }
     void expectPort(int port)
@@ -224,8 +230,34 @@ TEST_F(WebPort, A_test_under_way_names_the_port_that_it_asked)
     Mac::ctl(QStringLiteral("fault docker late 0.5 --when run*")); // with no container for as long as that
     launch(model().runPiholeTests(Wait::ForStart));
     change(8083);
-    waitFor([this] { return model().piholeChecks().value(1).state == CheckState::Ok; }, "the admin page was tested");
+    waitFor([this] { return quiet(); }, "the test ended");
     EXPECT_TEXT(model().piholeChecks().value(1).title, "Admin page answers on 127.0.0.1:8083");
+    expectAllPassed();
+}
+
+TEST_F(WebPort, A_test_that_finds_pihole_in_the_middle_of_the_change_begins_anew)
+{
+    Mac::ctl(QStringLiteral("fault docker late 0.5 --when run*"));
+    launch(model().changeWebPort(8083));
+    waitFor([] { return Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("rm -f pihole")); }, "it moves");
+    launch(model().runPiholeTests(Wait::No));
+    waitFor([this] { return quiet(); }, "the test ended");
+    expectAllPassed();
+}
+
+TEST_F(WebPort, A_look_during_the_change_does_not_call_pihole_missing)
+{
+    run(model().refreshStatus(Stats::Leave));
+    ASSERT_TRUE(model().containerState().isRunning());
+    QSet<ContainerState::Kind> seen;
+    QObject::connect(&model(), &AppModel::containerStateChanged, &user,
+                     [&] { seen += model().containerState().kind(); });
+    Mac::ctl(QStringLiteral("fault docker late 0.5 --when run*"));
+    launch(model().changeWebPort(8083));
+    waitFor([] { return Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("rm -f pihole")); }, "it moves");
+    run(model().refreshStatus(Stats::Leave));
+    waitFor([this] { return model().answering() && quiet(); }, "the change ended");
+    EXPECT_FALSE(seen.contains(ContainerState::Kind::Missing));
 }
 
 TEST_F(WebPort, During_another_operation_nothing_changes)
