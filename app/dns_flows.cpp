@@ -16,6 +16,9 @@ constexpr int kTestLookups = 3;
 constexpr int kLogReads = 3;
 constexpr int kLogLength = 300;
 constexpr std::chrono::milliseconds kBeforeLogRead{1500};
+const QString kNoAnswer =
+    QStringLiteral("Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step %1 first.")
+        .arg(stepNumber(WizardStep::Pihole));
 
 QStringList namesOf(const QList<NetworkService> &services)
 {
@@ -91,9 +94,7 @@ Flow<> AppModel::applyDNS()
     setDnsPlace(Place::SetUp);
     setDnsMessage({});
     if (!answering()) {
-        setDnsMessage(
-            QStringLiteral("Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step %1 first.")
-                .arg(stepNumber(WizardStep::Pihole)));
+        setDnsMessage(kNoAnswer);
         co_return;
     }
     QList<NetworkService> chosen = services();
@@ -103,12 +104,19 @@ Flow<> AppModel::applyDNS()
         co_return;
     }
     const bool onlyPihole = piholeOnly();
+    chosen = co_await DNSConfigurator::readAfresh(chosen);
     const Alert question = changeQuestion(chosen, onlyPihole);
     const bool accepted = co_await m_dialogs.confirm(question);
     if (!accepted) co_return;
 
     mark.agreed();
     setNotice({});
+    // Both may be otherwise since the question was put.
+    const bool answers = co_await answersNow();
+    if (!answers) {
+        setDnsMessage(kNoAnswer);
+        co_return;
+    }
     const auto saved = co_await saveDnsBackup(chosen);
     co_await showRestoreScript();
     if (!saved) {

@@ -54,7 +54,7 @@ QCoro::Task<Written> writePiholeFiles(QString tag, int webPort, QString password
 
 QCoro::Task<Written> saveDnsBackup(QList<NetworkService> services)
 {
-    const QList<NetworkService> known = co_await DNSConfigurator::readAgain(services);
+    const QList<NetworkService> known = co_await DNSConfigurator::readAfresh(services);
     const std::function<Written()> write = [known] { return DNSConfigurator::saveBackup(known); };
     co_return co_await onWorker(write);
 }

@@ -26,7 +26,7 @@ struct FileContent {
 /// that is not known, which is empty, leaves its file as it is.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> writePiholeFiles(QString tag, int webPort, QString password);
 
-/// Saves the servers of these services to the backup file, on a worker thread; those that are not known are read again.
+/// Saves the servers of these services to the backup file, on a worker thread; read once more for it.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> saveDnsBackup(QList<NetworkService> services);
 
 /// Brings the script in step that restores the saved servers, on a worker thread; where it is, or nothing.

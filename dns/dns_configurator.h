@@ -33,6 +33,8 @@ public:
     [[nodiscard]] static QCoro::Task<std::optional<QStringList>> readServers(QString service);
     /// The services, those whose servers are not known read once more.
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> readAgain(QList<NetworkService> services);
+    /// The services with the servers that they have now; what cannot be read stays as it was known.
+    [[nodiscard]] static QCoro::Task<QList<NetworkService>> readAfresh(QList<NetworkService> services);
     /// Device name by service name.
     [[nodiscard]] static QCoro::Task<QHash<QString, QString>> serviceDevices();
     /// The device of the default route; absent without one.

@@ -74,6 +74,17 @@ QCoro::Task<QList<NetworkService>> DNSConfigurator::readAgain(QList<NetworkServi
     co_return services;
 }
 
+QCoro::Task<QList<NetworkService>> DNSConfigurator::readAfresh(QList<NetworkService> services)
+{
+    for (NetworkService &service : services) {
+        const std::optional<QStringList> servers = co_await readServers(service.name);
+        if (!servers) continue;
+        service.servers = *servers;
+        service.serversKnown = true;
+    }
+    co_return services;
+}
+
 QCoro::Task<QHash<QString, QString>> DNSConfigurator::serviceDevices()
 {
     const QStringList order{QStringLiteral("-listnetworkserviceorder")};

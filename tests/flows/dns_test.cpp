@@ -1,3 +1,4 @@
+#include "dns/dns_backup.h"
 #include "dns/dns_configurator.h"
 #include "tests/flows/in_state.h"
 
@@ -35,6 +36,14 @@ protected:
     }
 
     void select(const QStringList &names) { model().setSelectedServices(QSet<QString>(names.begin(), names.end())); }
+
+    static QStringList savedServers(const QString &service)
+    {
+        for (const DNSBackupEntry &entry : DNSBackup::load()) {
+            if (entry.service == service) return entry.servers;
+        }
+        return {QStringLiteral("not saved")};
+    }
 
     /// Nothing was asked, run as administrator, saved or changed.
     void expectUntouched()
@@ -98,6 +107,42 @@ TEST_F(DnsStep, While_pihole_does_not_answer_nothing_is_asked_or_changed)
                 "Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step 4 first.");
     EXPECT_TRUE(user.alerts().isEmpty());
     expectUntouched();
+}
+
+TEST_F(DnsStep, A_pihole_that_ends_while_the_question_is_open_gets_no_mac)
+{
+    model().setPiholeOnly(true);
+    user.beforeAnswering([] { Mac::ctl(QStringLiteral("container stop")); });
+    run(model().applyDNS());
+    EXPECT_EQ(user.alerts().size(), 1);
+    EXPECT_TEXT(model().dnsMessage(),
+                "Pi-hole is not answering yet, so the Mac's DNS was not changed. Finish step 4 first.");
+    expectUntouched();
+}
+
+TEST_F(DnsStep, Nothing_stops_pihole_while_the_question_is_open)
+{
+    user.beforeAnswering([this] { run(model().stopPihole()); });
+    run(model().applyDNS());
+    EXPECT_TEXT(model().dnsMessage(), "DNS changed.");
+    EXPECT_FALSE(Mac::calls(QStringLiteral("docker")).contains(QStringLiteral("stop pihole")));
+    EXPECT_TEXT(model().startMessage(), "Not now: answer the open question first.");
+}
+
+TEST_F(DnsStep, Servers_that_were_set_after_the_list_was_read_are_asked_about_and_saved)
+{
+    Mac::ctl(QStringLiteral("servers Wi-Fi 9.9.9.9"));
+    run(model().applyDNS());
+    ASSERT_EQ(user.alerts().size(), 1);
+    EXPECT_TRUE(user.alerts().first().text.startsWith(QStringLiteral("• Wi-Fi: 9.9.9.9  ->  ")));
+    EXPECT_EQ(savedServers(kWifi), QStringList{QStringLiteral("9.9.9.9")});
+}
+
+TEST_F(DnsStep, Servers_that_were_set_while_the_question_was_open_are_saved)
+{
+    user.beforeAnswering([] { Mac::ctl(QStringLiteral("servers Wi-Fi 9.9.9.9")); });
+    run(model().applyDNS());
+    EXPECT_EQ(savedServers(kWifi), QStringList{QStringLiteral("9.9.9.9")});
 }
 
 TEST_F(DnsStep, The_question_tells_what_each_service_has_and_will_get)

@@ -96,6 +96,11 @@ TEST(ActivityTable, Lets_the_dns_be_changed_back_whatever_becomes_of_the_contain
     EXPECT_EQ(excludedBy(RestoreDns), ApplyDns | RestoreDns | Removal);
 }
 
+TEST(ActivityTable, Points_the_mac_at_no_pihole_that_is_about_to_change)
+{
+    EXPECT_EQ(excludedBy(ApplyDns) & (kOnContainer | kOnEngine), kOnContainer | kOnEngine);
+}
+
 TEST(ActivityTable, Calls_everything_that_changes_something_a_loss_when_it_is_cut_off)
 {
     EXPECT_EQ(notToBeCutOff(),

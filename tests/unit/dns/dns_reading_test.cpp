@@ -95,6 +95,21 @@ TEST(ReadingAgain, Asks_only_for_what_is_not_known)
     EXPECT_EQ(networksetup.calls().size(), 1);
 }
 
+TEST(ReadingAfresh, Takes_what_each_service_has_now)
+{
+    const NetworkService before{.name = QStringLiteral("A"), .servers = {QStringLiteral("9.9.9.9")}};
+    const FakeTool networksetup(kNetworksetup, "echo 8.8.8.8");
+    const QList<NetworkService> services = resultOf(DNSConfigurator::readAfresh({before}));
+    EXPECT_EQ(services[0].servers, QStringList{QStringLiteral("8.8.8.8")});
+}
+
+TEST(ReadingAfresh, Keeps_what_was_known_where_nothing_can_be_read)
+{
+    const NetworkService before{.name = QStringLiteral("A"), .servers = {QStringLiteral("9.9.9.9")}};
+    const FakeTool networksetup(kNetworksetup, printing("127.0.0.1", 1));
+    EXPECT_EQ(resultOf(DNSConfigurator::readAfresh({before})), QList<NetworkService>{before});
+}
+
 TEST(CurrentServers, Of_a_tool_that_fails_are_none)
 {
     const FakeTool networksetup(kNetworksetup, printing("127.0.0.1", 1));
