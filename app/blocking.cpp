@@ -30,6 +30,7 @@ Flow<> AppModel::pauseBlocking(std::chrono::seconds length)
 
 Flow<> AppModel::pause(std::chrono::seconds length, PauseEnd endedBy, QString sentence)
 {
+    m_pause.userDecides();
     configureAPI();
     const auto changed = co_await m_api.setBlocking(false, static_cast<int>(length.count()));
     // Pi-hole may have heard what it did not answer.
@@ -46,6 +47,7 @@ Flow<> AppModel::pause(std::chrono::seconds length, PauseEnd endedBy, QString se
 
 Flow<> AppModel::resumeBlocking()
 {
+    m_pause.userDecides();
     configureAPI();
     const auto changed = co_await m_api.setBlocking(true, std::nullopt);
     if (changed) m_pause.end();
@@ -113,6 +115,7 @@ std::optional<std::chrono::seconds> AppModel::restOfPause(const PiholeBlocking &
 Flow<std::expected<PiholeArchive, PiholeAPIError>> AppModel::downloadSettings()
 {
     configureAPI();
+    const int decisions = m_pause.decisions();
     const auto state = co_await m_api.blocking();
     const std::optional<std::chrono::seconds> rest = state ? restOfPause(*state) : std::nullopt;
     if (rest) {
@@ -122,7 +125,7 @@ Flow<std::expected<PiholeArchive, PiholeAPIError>> AppModel::downloadSettings()
     auto archive = co_await m_api.teleporterDownload();
     // Whatever else it sent, it is no backup.
     if (archive && !archive->bytes.startsWith("PK")) archive = std::unexpected(PiholeAPIError::badResponse());
-    if (!rest || rest->count() == 0) co_return archive;
+    if (!rest || rest->count() == 0 || decisions != m_pause.decisions()) co_return archive;
     const auto paused = co_await m_api.setBlocking(false, static_cast<int>(rest->count()));
     if (!paused) co_return archive;
     m_pause.begin(*rest, m_pause.endedBy());

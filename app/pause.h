@@ -23,6 +23,9 @@ public:
 
     void begin(std::chrono::seconds length, PauseEnd endedBy);
     void end();
+    /// The user has asked for a pause, or for its end: whoever meant to pause again keeps off.
+    void userDecides() { ++m_decisions; }
+    [[nodiscard]] int decisions() const { return m_decisions; }
     [[nodiscard]] PauseEnd endedBy() const;
     /// What is left of it, 0 when it is over, absent when there is none. Never more than its whole length, even if the
     /// wall clock was changed during it.
@@ -30,6 +33,7 @@ public:
 
 private:
     SettingsStore &m_settings;
+    int m_decisions = 0;
 };
 
 } // namespace corvane

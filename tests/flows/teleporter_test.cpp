@@ -93,6 +93,19 @@ TEST_F(Backups, A_cancelled_export_writes_nothing_and_says_nothing)
     EXPECT_EQ(user.panels().size(), 1);
 }
 
+TEST_F(Backups, A_pause_that_the_user_ends_during_the_export_stays_ended)
+{
+    run(model().pauseBlocking(std::chrono::hours(1)));
+    user.cancels();
+    launch(model().exportBackup());
+    run(model().resumeBlocking());
+    waitFor([this] { return quiet(); }, "the export ended");
+    EXPECT_TEXT(model().apiMessage(), "Blocking is back on.");
+    run(model().refreshStatus(Stats::Include));
+    ASSERT_TRUE(model().blocking());
+    EXPECT_TRUE(model().blocking()->enabled);
+}
+
 TEST_F(Backups, Export_from_a_pihole_that_is_stopped_fails_before_any_panel)
 {
     Mac::ctl(QStringLiteral("container stop"));
