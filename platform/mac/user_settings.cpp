@@ -8,8 +8,8 @@ namespace {
 
 QVariant fromNumber(CFNumberRef number)
 {
-    int value = 0;
-    if (!CFNumberGetValue(number, kCFNumberIntType, &value)) return {}; // a fraction, or too large
+    qlonglong value = 0;
+    if (!CFNumberGetValue(number, kCFNumberLongLongType, &value)) return {}; // a fraction, or too large
     return value;
 }
 
@@ -18,8 +18,8 @@ Owned<CFTypeRef> toSystem(const QVariant &value)
     if (value.typeId() == QMetaType::Bool)
         return Owned<CFTypeRef>(CFRetain(value.toBool() ? kCFBooleanTrue : kCFBooleanFalse));
     if (value.typeId() == QMetaType::QString) return Owned<CFTypeRef>(value.toString().toCFString());
-    const int number = value.toInt();
-    return Owned<CFTypeRef>(CFNumberCreate(kCFAllocatorDefault, kCFNumberIntType, &number));
+    const qlonglong number = value.toLongLong();
+    return Owned<CFTypeRef>(CFNumberCreate(kCFAllocatorDefault, kCFNumberLongLongType, &number));
 }
 
 } // namespace

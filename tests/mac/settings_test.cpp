@@ -55,6 +55,12 @@ TEST_F(MacSettings, Each_setting_keeps_its_type)
     EXPECT_EQ(userSetting(QStringLiteral("autostartColima")), QVariant(false));
 }
 
+TEST_F(MacSettings, A_time_after_the_year_2038_is_kept)
+{
+    setUserSetting(QStringLiteral("pauseEnd"), qlonglong{2'200'000'000});
+    EXPECT_EQ(userSetting(QStringLiteral("pauseEnd")).toLongLong(), 2'200'000'000);
+}
+
 TEST_F(MacSettings, What_was_never_stored_or_is_of_another_kind_is_invalid)
 {
     EXPECT_FALSE(userSetting(QStringLiteral("webPort")).isValid());

@@ -112,14 +112,20 @@ CFTypeID CFNumberGetTypeID() { return PlayedObject::Number; }
 CFTypeID CFBooleanGetTypeID() { return PlayedObject::Boolean; }
 Boolean CFBooleanGetValue(CFBooleanRef boolean) { return object(boolean)->number != 0; }
 
-CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType, const void *value)
+CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void *value)
 {
-    return reinterpret_cast<CFNumberRef>(made(PlayedObject::Number, {}, *static_cast<const int *>(value)));
+    const long long number =
+        type == kCFNumberIntType ? *static_cast<const int *>(value) : *static_cast<const long long *>(value);
+    return reinterpret_cast<CFNumberRef>(made(PlayedObject::Number, {}, number));
 }
 
-Boolean CFNumberGetValue(CFNumberRef number, CFNumberType, void *value)
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void *value)
 {
-    *static_cast<int *>(value) = object(number)->number;
+    const long long kept = object(number)->number;
+    if (type == kCFNumberIntType)
+        *static_cast<int *>(value) = static_cast<int>(kept);
+    else
+        *static_cast<long long *>(value) = kept;
     return object(number)->bytes.isEmpty(); // what does not fit keeps its digits in there
 }
 

@@ -16,15 +16,15 @@ struct PlayedObject {
     Kind kind;
     int references = 1;
     QByteArray bytes;
-    int number = 0;
+    long long number = 0;
     QList<std::pair<const void *, const void *>> pairs;
 };
 
 namespace corvane::played {
 
 /// A new object, with one reference; or one that the system keeps for ever.
-[[nodiscard]] PlayedObject *made(PlayedObject::Kind kind, const QByteArray &bytes = {}, int number = 0);
-[[nodiscard]] PlayedObject *lasting(PlayedObject::Kind kind, const QByteArray &bytes = {}, int number = 0);
+[[nodiscard]] PlayedObject *made(PlayedObject::Kind kind, const QByteArray &bytes = {}, long long number = 0);
+[[nodiscard]] PlayedObject *lasting(PlayedObject::Kind kind, const QByteArray &bytes = {}, long long number = 0);
 /// The object behind a reference; a literal of the source becomes one.
 [[nodiscard]] PlayedObject *object(const void *reference);
 /// A text as UTF-8, a number, a boolean, or bytes as they are.

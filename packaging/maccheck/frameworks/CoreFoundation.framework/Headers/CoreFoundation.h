@@ -37,7 +37,7 @@ extern const CFBooleanRef kCFBooleanTrue;
 extern const CFBooleanRef kCFBooleanFalse;
 CFTypeID CFBooleanGetTypeID(void);
 Boolean CFBooleanGetValue(CFBooleanRef boolean);
-enum CFNumberType : CFIndex { kCFNumberIntType = 9 };
+enum CFNumberType : CFIndex { kCFNumberIntType = 9, kCFNumberLongLongType = 11 };
 typedef enum CFNumberType CFNumberType;
 typedef const struct CORVANE_BRIDGED(NSNumber) __CFNumber *CFNumberRef;
 CFTypeID CFNumberGetTypeID(void);
