@@ -100,7 +100,8 @@ int runErrand(const CommandLine &line, const QString &version, Terminal terminal
 
 std::optional<QString> bringForward()
 {
-    const auto answer = ask({Kind::Show}, {}, [](const QString &) {});
+    const Patience patience{.hearing = 10'000}; // it may have just been started, too
+    const auto answer = ask({Kind::Show}, patience, [](const QString &) {});
     if (answer) return std::nullopt;
     return QString(kIsSilent);
 }
