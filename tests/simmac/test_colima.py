@@ -33,6 +33,13 @@ class StartTest(ContainerCase):
         self.colima("start")
         self.assertSays(self.colima("start"), 0, 'level=warning msg="already running, ignoring"')
 
+    def test_Start_while_the_machine_boots_ends_at_once_and_docker_answers_later(self):
+        self.mac.ctl("engine", "boot")
+        self.assertSays(self.colima("start"), 0, 'level=warning msg="already running, ignoring"')
+        self.assertSays(self.docker("ps"), 1, "Cannot connect to the Docker daemon")
+        self.mac.ctl("engine", "start")
+        self.assertEqual(self.docker("ps").status, 0)
+
     def test_Stop_stops_and_a_second_stop_is_no_error(self):
         self.colima("start")
         self.assertSays(self.colima("stop"), 0, 'msg="stopping colima"')

@@ -23,6 +23,7 @@ class Colima:
     def _restore(self):
         self.created = False
         self.running = False
+        self.docker_answers = False        # a while after the machine runs
         self.cpu, self.memory, self.disk = 2, 2, 100
         self.saved_forwarder = FIRST_FORWARDER
         self.knows_forwarder = True        # has the option --port-forwarder
@@ -35,12 +36,13 @@ class Colima:
     async def start(self, at_once=False):
         """Boots the machine, sets up its DNS, and lets Docker bring back its containers."""
         await self.boot()
+        self.docker_answers = True
         self.engine.context = CONTEXT
         await self.engine.machine_starts(at_once)
         await self.forwarder.follow()
 
     async def boot(self):
-        """The machine with its DNS, before Docker."""
+        """The machine with its DNS, before Docker; colima counts it as running already."""
         self.machine.has_dnsmasq = self.release != "0.8"
         await self.machine.start()
         self.forwarder.kind = self.saved_forwarder
@@ -50,7 +52,7 @@ class Colima:
         """Ends Docker's containers, and the machine."""
         await self.engine.machine_stops()
         await self.machine.stop()
-        self.running = False
+        self.running = self.docker_answers = False
         await self.forwarder.follow()
 
     async def forget(self):
@@ -63,7 +65,8 @@ class Colima:
         """As it is at the start of a state: new, or as an earlier set-up of Pi-hole left it."""
         self._restore()
         self.release = NEWEST
-        self.created, self.running = created, running
+        self.created = created
+        self.running = self.docker_answers = running
         self.saved_forwarder = self.forwarder.kind = "grpc" if set_up else FIRST_FORWARDER
         await self.machine.enter(running, set_up, self.release != "0.8")
 

@@ -23,11 +23,15 @@ def _container(mac):
     return container
 
 
-@command("engine", "engine start|stop: Colima's machine with the Docker engine, at once")
+@command("engine", "engine start|boot|stop: Colima's machine with the Docker engine, at once; boot: the machine alone, "
+                   "as while it starts")
 async def engine(mac, args):
     colima = mac.containers.colima
-    if one_of(args, "start", "stop") == "start":
+    verb = one_of(args, "start", "boot", "stop")
+    if verb == "start":
         await colima.start(at_once=True)
+    elif verb == "boot":
+        await colima.boot()
     elif colima.running:
         await colima.stop()
 

@@ -22,7 +22,7 @@ class Volume:
 
 
 class Engine:
-    """Answers only while Colima runs; what it holds outlives a stop."""
+    """Answers only once Colima has started it; what it holds outlives a stop."""
 
     client = None                    # the program that docker is, when it is not played
 
@@ -47,7 +47,7 @@ class Engine:
         """DockerError when the client gets no connection."""
         if self.context != errors.CONTEXT:
             raise errors.engine_down(errors.OTHER_SOCKET)
-        if not self._colima.running:
+        if not self._colima.docker_answers:
             raise errors.engine_down(errors.SOCKET if self._colima.created else errors.DEFAULT_SOCKET)
         if self.refuses_user:
             raise errors.no_permission(errors.SOCKET)
