@@ -202,6 +202,7 @@ public:
     static constexpr QLatin1StringView kRestored{"Your old DNS settings are back."};
     /// RestoreDns, obstacles in `dnsMessage`: after a question puts the saved servers back. Says so in `notice`, or in
     /// `dnsMessage` why not; there also what it had to leave out.
+    [[nodiscard]] bool restoresOldSettings() const; ///< Or asks about it.
     [[nodiscard]] Flow<> restoreOldSettings(Place::Name from = Place::SetUp);
     /// Publishes in `restoreScript` where the script is that restores without Corvane; writes it where it is missing.
     [[nodiscard]] Flow<> showRestoreScript();

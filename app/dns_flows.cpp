@@ -222,4 +222,11 @@ Flow<> AppModel::restoreOldSettings(Place::Name from)
     co_await refreshStatus(Stats::Leave); // the dot follows at once
 }
 
+bool AppModel::restoresOldSettings() const
+{
+    // What is in its own way is no obstacle that is told.
+    const bool mayBegin = m_activities.mayBegin(Activity::RestoreDns);
+    return !mayBegin && m_activities.obstacle(Activity::RestoreDns).isEmpty();
+}
+
 } // namespace corvane

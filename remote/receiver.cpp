@@ -10,6 +10,9 @@ namespace {
 
 using Kind = Request::Kind;
 
+const QString kRestoresAlready =
+    QStringLiteral("The old DNS settings are being restored already. See Corvane's window.");
+
 void answer(const QPointer<Conversation> &asker, bool done, const QString &text)
 {
     if (asker) asker->end({done ? kDone : kNotDone, text});
@@ -38,8 +41,9 @@ void Receiver::receive(const Request &request, Conversation *asker)
         asker->begin({});
         return launch(resume(asker));
     case Kind::RestoreDns:
-        asker->begin(QStringLiteral("Corvane asks you in its window."));
         m_comeForward();
+        if (m_app.restoresOldSettings()) return asker->end({kNotDone, kRestoresAlready});
+        asker->begin(QStringLiteral("Corvane asks you in its window."));
         return launch(restoreDns(asker));
     }
 }

@@ -190,6 +190,23 @@ TEST_F(Commands, The_old_servers_are_put_back_once_the_user_has_agreed_in_the_wi
                            "You cancelled the administrator prompt. Nothing was changed.\n");
 }
 
+TEST_F(Commands, A_second_restore_is_told_that_there_is_one_and_takes_no_message_away)
+{
+    in("protected");
+    ASSERT_TRUE(DNSBackup::store({{kWifi, {QStringLiteral("9.9.9.9")}}}));
+    model().setNotice(QStringLiteral("What was said last."));
+    Outcome second;
+    user.beforeAnswering([this, &second] {
+        second = give({"restore-dns"});
+        EXPECT_TEXT(model().notice(), "What was said last.");
+    });
+    run(model().restoreOldSettings());
+    EXPECT_EQ(second.status, kNotDone);
+    EXPECT_EQ(second.err, "The old DNS settings are being restored already. See Corvane's window.\n");
+    EXPECT_EQ(m_cameForward, 1);
+    EXPECT_TEXT(model().notice(), "Your old DNS settings are back.");
+}
+
 TEST_F(Commands, Without_Corvane_each_says_what_there_is_to_do)
 {
     endCorvane();
