@@ -113,6 +113,7 @@ void AppModel::tellStart(const QString &message, const QString &note)
 Flow<> AppModel::afterControl(CommandResult result, Activity done)
 {
     if (!result.succeeded()) tellStart(whyDockerFailed(result), dockerSays(result));
+    if (done == Activity::StopContainer && result.succeeded()) endWatch();
     if (done != Activity::StopContainer && result.succeeded())
         co_await refreshAfterStart();
     else

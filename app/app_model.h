@@ -311,6 +311,7 @@ private:
     void tellStart(const QString &message, const QString &note);
     [[nodiscard]] bool mayCount() const;
     [[nodiscard]] Flow<bool> answersNow();
+    void endWatch();
     void publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report);
     [[nodiscard]] Flow<> control(Activity activity, QString verb, Place::Name from);
     [[nodiscard]] Flow<> afterControl(CommandResult result, Activity done);

@@ -125,6 +125,7 @@ void AppModel::forgetPihole()
     m_compared.reset();
     setWayBack({});
     setNote(QStringLiteral("version"), {});
+    endWatch();
     setLatestTag(std::nullopt);
     setUpdateMessage({});
     setWizardFinished(false);

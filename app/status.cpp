@@ -158,6 +158,13 @@ Flow<> AppModel::refreshAfterStart()
     }
 }
 
+/// Pi-hole does not start any more: somebody has stopped it.
+void AppModel::endWatch()
+{
+    ++m_newestWatch;
+    setStarting(false);
+}
+
 Flow<> AppModel::refreshStats()
 {
     configureAPI();

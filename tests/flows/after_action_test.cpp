@@ -102,6 +102,28 @@ TEST_F(TrueTimes, A_new_web_port_ends_in_green_with_counters_and_never_shows_red
     EXPECT_FALSE(shown.red());
 }
 
+TEST_F(TrueTimes, A_stop_while_pihole_starts_is_told_at_once)
+{
+    Mac::ctl(QStringLiteral("fault dig fail 9"));
+    launch(model().refreshAfterStart());
+    waitFor([this] { return model().starting(); }, "Pi-hole starts");
+    run(model().stopPihole());
+    EXPECT_FALSE(model().starting());
+    EXPECT_TRUE(model().statusChecked());
+    EXPECT_EQ(model().icon(), MenuIcon::NotAnswering);
+}
+
+TEST_F(TrueTimes, A_removal_while_pihole_starts_is_told_at_once)
+{
+    Mac::ctl(QStringLiteral("fault dig fail 9"));
+    launch(model().refreshAfterStart());
+    waitFor([this] { return model().starting(); }, "Pi-hole starts");
+    run(model().removePihole());
+    EXPECT_TEXT(model().notice(), "Pi-hole was removed.");
+    EXPECT_FALSE(model().starting());
+    EXPECT_TRUE(model().statusChecked());
+}
+
 TEST_F(Protected, A_pihole_that_does_not_come_is_told_after_ten_seconds)
 {
     run(model().refreshStatus(Stats::Include));
