@@ -167,8 +167,7 @@ public:
     /// The `startMessage` of a start that another program prevents.
     static constexpr QLatin1StringView kPortTaken{"A port that Pi-hole needs is taken. See what holds it below."};
     /// StartPihole, obstacles in `startMessage`: makes the container in startOp() with `passwordInput`, which becomes
-    /// the `adminPassword`, and ends in runPiholeTests(). `startMessage` also says why not, or `notice` when docker is
-    /// missing.
+    /// the `adminPassword`, and ends in runPiholeTests(). `startMessage` also says why not.
     [[nodiscard]] Flow<> startPihole();
 
     // Proving that Pi-hole works: pihole_tests.cpp

@@ -124,7 +124,7 @@ void AppModel::forgetPihole()
     m_newPassword.end();
     m_compared.reset();
     setWayBack({});
-    setNote(QStringLiteral("version"), {});
+    setNotes({});
     endWatch();
     setLatestTag(std::nullopt);
     setUpdateMessage({});

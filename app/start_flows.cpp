@@ -170,7 +170,7 @@ Flow<> AppModel::startPihole()
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::StartPihole);
     co_await boundTo(*mark);
     setStartPlace(Place::SetUp);
-    setStartMessage({});
+    tellStart({}, {});
     const QString password = passwordInput();
     if (const auto problem = AdminPassword::problem(password)) {
         setStartMessage(*problem);

@@ -88,6 +88,19 @@ TEST_F(Forgotten, Is_why_it_did_not_start)
     EXPECT_TEXT(model().startMessage(), "");
 }
 
+TEST_F(Forgotten, Is_every_line_beside)
+{
+    run(model().loadBlockLists());
+    Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("1"),
+              QStringLiteral("something odd"), QStringLiteral("--when"), QStringLiteral("stop *")});
+    run(model().stopPihole());
+    Mac::ctl(QStringLiteral("fault clear"));
+    EXPECT_TRUE(model().notes().contains(QStringLiteral("lists")));
+    EXPECT_TRUE(model().notes().contains(QStringLiteral("start")));
+    removeIt();
+    EXPECT_TRUE(model().notes().isEmpty()) << model().notes().keys().join(u' ').toStdString();
+}
+
 TEST_F(Forgotten, Is_what_its_tests_found_out_about_udp)
 {
     Mac::ctl(QStringLiteral("forwarder ssh"));

@@ -86,6 +86,18 @@ TEST_F(Engine, A_password_that_breaks_a_rule_stops_everything_before_it_begins)
     EXPECT_FALSE(QFile::exists(PiholeController::environmentFile()));
 }
 
+TEST_F(Running, A_password_that_breaks_a_rule_has_no_line_of_an_older_press_beside_it)
+{
+    Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("1"),
+              QStringLiteral("something odd"), QStringLiteral("--when"), QStringLiteral("stop *")});
+    run(model().stopPihole());
+    EXPECT_TRUE(model().notes().contains(QStringLiteral("start")));
+    model().setPasswordInput(QStringLiteral("short"));
+    run(model().startPihole());
+    EXPECT_TEXT(model().startMessage(), "Use at least 8 characters.");
+    EXPECT_FALSE(model().notes().contains(QStringLiteral("start")));
+}
+
 TEST_F(Stopped, Without_a_running_engine_the_step_before_is_named)
 {
     model().setPasswordInput(kPassword);
