@@ -22,33 +22,44 @@ void AppModel::openDashboard() { m_workspace.open(dashboardURL()); }
 Flow<> AppModel::startPiholeNow(Place::Name from)
 {
     if (!mayBegin(Activity::StartContainer, &AppModel::setStartMessage)) co_return;
-    const ActivityMark mark(m_activities, Activity::StartContainer);
-    co_await boundTo(mark);
+    std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::StartContainer);
+    co_await boundTo(*mark);
     m_comeback.setStoppedByUser(false);
     setStartPlace(from);
     tellStart({}, {});
+    const bool up = co_await bringDockerUp();
+    if (up) co_await finishStart();
+    mark.reset(); // comparing is in the way of nothing
+    co_await putRight();
+}
+
+/// Starts Colima where Docker does not answer. False when it could not, which it has said then.
+Flow<bool> AppModel::bringDockerUp()
+{
     co_await refreshTools();
-    if (dockerWorks()) {
-        co_await finishStart();
-        co_return;
-    }
+    if (dockerWorks()) co_return true;
     if (!hasColima()) {
         setNotice(
             QStringLiteral("Colima is not installed. Use step %1 of the wizard.").arg(stepNumber(WizardStep::Install)));
-        co_return;
+        co_return false;
     }
     const CommandSteps steps = colimaStartSteps(*this);
     if (steps.isEmpty()) {
         setNotice(QStringLiteral("Colima was not found."));
-        co_return;
+        co_return false;
     }
     const bool started = co_await perform(&m_maintOp, kStartingColima, steps);
-    if (started) {
-        co_await finishStart();
-        co_return;
+    if (!started) {
+        if (m_maintOp.cancelled()) m_comeback.giveUp();
+        setNotice(kColimaDidNotStart);
+        co_return false;
     }
-    if (m_maintOp.cancelled()) m_comeback.giveUp();
-    setNotice(kColimaDidNotStart);
+    // Where Colima is booting already, as after a login, its start ends at once.
+    setStartMessage(QStringLiteral("Waiting for Docker..."));
+    co_await waitForDocker();
+    setStartMessage({});
+    if (mayDockerCome(*this)) setNotice(kDockerIsLate);
+    co_return true;
 }
 
 Flow<> AppModel::finishStart()

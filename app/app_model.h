@@ -201,8 +201,8 @@ public:
     static constexpr QLatin1StringView kRestored{"Your old DNS settings are back."};
     /// RestoreDns, obstacles in `dnsMessage`: after a question puts the saved servers back. Says so in `notice`, or in
     /// `dnsMessage` why not; there also what it had to leave out.
-    [[nodiscard]] bool restoresOldSettings() const; ///< Or asks about it.
     [[nodiscard]] Flow<> restoreOldSettings(Place::Name from = Place::SetUp);
+    [[nodiscard]] bool restoresOldSettings() const; ///< Or asks about it.
     /// Publishes in `restoreScript` where the script is that restores without Corvane; writes it where it is missing.
     [[nodiscard]] Flow<> showRestoreScript();
 
@@ -310,8 +310,9 @@ private:
     void tellStart(const QString &message, const QString &note);
     [[nodiscard]] bool mayCount() const;
     [[nodiscard]] Flow<bool> answersNow();
-    void endWatch();
     void publishLook(bool answers, DnsTrouble trouble, const ResolverReport &report);
+    void endWatch();
+    [[nodiscard]] Flow<bool> bringDockerUp();
     [[nodiscard]] Flow<> control(Activity activity, QString verb, Place::Name from);
     [[nodiscard]] Flow<> afterControl(CommandResult result, Activity done);
     [[nodiscard]] std::optional<std::chrono::seconds> restOfPause(const PiholeBlocking &state) const;

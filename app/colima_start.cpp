@@ -20,4 +20,9 @@ CommandSteps colimaStartSteps(AppModel &model)
     return ColimaManager::startSteps(leftovers && !model.dockerWorks());
 }
 
+bool mayDockerCome(const AppModel &model)
+{
+    return model.hasDocker() && !model.dockerWorks() && model.engineProblem().isEmpty();
+}
+
 } // namespace corvane

@@ -94,6 +94,7 @@ Flow<> AppModel::switchAutostart(bool enable)
         co_await perform(&m_installOp, kStartingColima, colimaStartSteps(*this));
     if (m_installOp.failure().remedy == FailureReading::Remedy::StartColimaByHand) co_await startColimaWithoutService();
     co_await waitForDocker();
+    if (m_installOp.succeeded() && mayDockerCome(*this)) setNotice(kDockerIsLate);
 }
 
 /// Docker must not stay down because macOS refused the login service.
@@ -105,11 +106,12 @@ Flow<> AppModel::startColimaWithoutService()
     co_await perform(&m_installOp, kStartingColima, colimaStartSteps(*this));
 }
 
+/// Gives up after a minute.
 Flow<> AppModel::waitForDocker()
 {
     for (int round = 0; round < kReturnRounds; ++round) {
         co_await refreshTools();
-        if (dockerWorks()) co_return;
+        if (!mayDockerCome(*this)) co_return;
         co_await m_clock.pause(kReturnPause);
     }
 }

@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/colima_start.h"
 #include "app/wizard_steps.h"
 #include "dns/dns_configurator.h"
 #include "runtime/machine_port.h"
@@ -115,6 +116,8 @@ void AppModel::publishLook(bool answers, DnsTrouble trouble, const ResolverRepor
     // What kept it from starting is over.
     if (answers && !answering() && statusChecked()) tellStart({}, {});
     if (answers && notice() == kColimaDidNotStart) setNotice({});
+    const bool dockerAnswered = containerState().kind() != ContainerState::Kind::DockerDown;
+    if (dockerAnswered && notice() == kDockerIsLate) setNotice({});
     Qt::beginPropertyUpdateGroup();
     setAnswering(answers);
     setDnsTrouble(trouble);

@@ -89,6 +89,21 @@ TEST_F(ComesBack, After_a_login_pihole_is_started_as_well)
     EXPECT_TRUE(tells("after Corvane was opened")) << newest().toStdString();
 }
 
+TEST_F(ComesBack, After_a_login_that_is_starting_colima_the_first_try_waits_for_docker)
+{
+    Mac::ctl(QStringLiteral("engine stop"));
+    Mac::ctl(QStringLiteral("engine boot"));
+    begin();
+    waitFor([] { return starts() > 0; }, "the first try");
+    letPass(std::chrono::seconds(6));
+    EXPECT_EQ(starts(), 1) << "Colima's alone";
+    Mac::ctl(QStringLiteral("engine start"));
+    waitUntilBack();
+    EXPECT_EQ(model().icon(), MenuIcon::Active);
+    EXPECT_TRUE(tells("after Corvane was opened")) << newest().toStdString();
+    EXPECT_EQ(starts(), 2) << "and Pi-hole's";
+}
+
 TEST_F(ComesBack, Nothing_is_started_unless_the_user_has_chosen_so)
 {
     model().comeback()->setStartsAgain(false);

@@ -118,6 +118,16 @@ TEST_F(Actions, A_colima_that_does_not_start_is_told_on_the_dashboard_and_in_the
     EXPECT_TRUE(appear({"Starting Colima", "Colima did not start. See the log."}));
 }
 
+TEST_F(Actions, A_docker_that_comes_later_than_colima_is_waited_for_with_a_word)
+{
+    begin("dead-engine");
+    mac("engine boot");
+    openDashboard();
+    pressButton("Start");
+    EXPECT_TRUE(appears("Waiting for Docker..."));
+    EXPECT_TRUE(appears("Colima was started, but Docker does not answer yet. It may need another minute."));
+}
+
 TEST_F(Actions, What_docker_says_about_a_start_stop_or_restart_is_told)
 {
     struct Case {
