@@ -67,6 +67,10 @@ Flow<> AppModel::finishStart()
     co_await refreshTools();
     const ContainerState container = co_await PiholeController::containerState();
     setContainerState(container);
+    if (container.isMissing() && !wayBack().isEmpty()) {
+        co_await startAnew();
+        co_return;
+    }
     if (container.isMissing()) {
         setStartMessage(QStringLiteral("Pi-hole is not installed yet. Run step %1 of the wizard.")
                             .arg(stepNumber(WizardStep::Pihole)));

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kBetweenLooks{20};
 const QString kVersion = QStringLiteral("version"); // the note beside the pinned one
+const QString kIsBack = QStringLiteral("Version %1 is back.");
 
 /// How a container of a new version does.
 enum class Fate { Unclear, Proven, Failing };
@@ -131,33 +132,41 @@ Flow<> AppModel::bringBack()
     if (tag.isEmpty() || !mayBegin(Activity::BringBack, &AppModel::setUpdateMessage)) co_return;
     std::optional<ActivityMark> mark(std::in_place, m_activities, Activity::BringBack);
     co_await boundTo(*mark);
-    const bool back = co_await remake(tag);
+    const QString problem = co_await remake(tag);
+    setUpdateMessage(problem.isEmpty() ? kIsBack.arg(tag) : problem);
     mark.reset(); // nothing that follows is in the way of anything
-    co_await lookAfterExchange(back);
+    co_await lookAfterExchange(problem.isEmpty());
     co_await putRight();
 }
 
-/// Pins the version and makes its container again; whether it did.
-Flow<bool> AppModel::remake(QString tag)
+/// For a start that finds no container: makes the one again that should be there.
+Flow<> AppModel::startAnew()
+{
+    const QString tag = wayBack();
+    const QString problem = co_await remake(tag);
+    tellStart(problem, {});
+    if (!problem.isEmpty()) {
+        co_await refreshStatus(Stats::Include);
+        co_return;
+    }
+    setUpdateMessage(kIsBack.arg(tag));
+    co_await refreshAfterStart();
+}
+
+/// Pins the version and makes its container again; answers why it could not, or nothing.
+Flow<QString> AppModel::remake(QString tag)
 {
     const WantedContainer wanted{.tag = tag, .webPort = webPort(), .compose = composeAvailable()};
     const auto steps = co_await containerSteps(wanted);
-    if (!steps || steps->isEmpty()) {
-        setUpdateMessage(steps ? QStringLiteral("docker was not found.") : steps.error());
-        co_return false;
-    }
+    if (!steps || steps->isEmpty()) co_return steps ? QStringLiteral("docker was not found.") : steps.error();
     const ActivityMark exchange(m_activities, Activity::Exchange);
     m_compared.reset();
     const QString unwritten = co_await pin(tag);
-    if (!unwritten.isEmpty()) {
-        setUpdateMessage(QStringLiteral("Could not write the new compose file: ") + unwritten);
-        co_return false;
-    }
+    if (!unwritten.isEmpty()) co_return QStringLiteral("Could not write the new compose file: ") + unwritten;
     const QString title = QStringLiteral("Bringing version %1 back").arg(tag);
     const bool back = exchange.stands() && co_await perform(&m_maintOp, title, *steps);
-    setUpdateMessage(back ? QStringLiteral("Version %1 is back.").arg(tag)
-                          : QStringLiteral("Version %1 was not brought back: ").arg(tag) + m_maintOp.failureSentence());
-    co_return back;
+    if (back) co_return {};
+    co_return QStringLiteral("Version %1 was not brought back: ").arg(tag) + m_maintOp.failureSentence();
 }
 
 } // namespace corvane

@@ -19,6 +19,8 @@ const QString kNoPassword =
                    "Set one in step %1 of the wizard first.")
         .arg(stepNumber(WizardStep::Pihole));
 
+const QString kGone = QStringLiteral(" There is no container of Pi-hole at the moment. Press Start to get it back.");
+
 /// Why the admin page cannot move to this port, as a sentence; empty when it can. `ours`: where the container has it.
 QString webPortProblem(int port, int ours)
 {
@@ -84,6 +86,8 @@ Flow<> AppModel::movePihole(int port, CommandSteps steps)
         if (moved) co_return;
         problem = QStringLiteral("Pi-hole was not recreated on port %1: %2 The web port is %3 again.")
                       .arg(QString::number(port), m_maintOp.failureSentence(), QString::number(oldPort));
+        const ContainerState left = co_await PiholeController::containerState();
+        if (left.isMissing()) problem += kGone;
     }
     setWebPort(oldPort);
     configureAPI();

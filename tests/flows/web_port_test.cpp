@@ -126,7 +126,8 @@ TEST_F(WebPort, A_container_that_is_not_made_again_is_told_and_the_old_port_is_b
     change(8084);
     EXPECT_TEXT(model().notice(), "Pi-hole was not recreated on port 8084: The Colima disk is full. Free some space "
                                   "(for example 'docker system prune') or recreate Colima with a bigger disk. The web "
-                                  "port is 8080 again.");
+                                  "port is 8080 again. There is no container of Pi-hole at the moment. Press Start "
+                                  "to get it back.");
     expectPort(8080);
     EXPECT_TRUE(model().containerState().isMissing());
     EXPECT_TEXT(model().wayBack(), "2026.09.0");

@@ -93,6 +93,19 @@ TEST_F(Updates, An_update_says_how_it_went)
     EXPECT_TRUE(appears("docker was not found."));
 }
 
+TEST_F(Updates, One_that_left_no_container_is_put_right_by_a_start)
+{
+    update("fault|docker|fail|125|something odd|--when|run *");
+    EXPECT_TRUE(
+        appear({kRolledBack, "There is no container of Pi-hole at the moment.", "Bring version 2026.09.0 back"}));
+    pressButton("Start");
+    EXPECT_TRUE(appearsWithReason("Version 2026.09.0 was not brought back: "));
+    settle();
+    mac("fault clear");
+    pressButton("Start");
+    EXPECT_TRUE(appear({"Bringing version 2026.09.0 back", "Version 2026.09.0 is back."}));
+}
+
 TEST_F(Updates, A_file_that_cannot_be_written_is_told)
 {
     begin("running");
@@ -134,7 +147,9 @@ TEST_F(Settings, A_new_port_says_how_it_went)
                                  "recreate Colima with a bigger disk.";
     EXPECT_TRUE(appears(diskFull));
     EXPECT_TRUE(appears(
-        (std::string("Pi-hole was not recreated on port 8083: ") + diskFull + " The web port is 8082 again.").c_str()));
+        (std::string("Pi-hole was not recreated on port 8083: ") + diskFull +
+         " The web port is 8082 again. There is no container of Pi-hole at the moment. Press Start to get it back.")
+            .c_str()));
     settle();
     mac("fault docker vanish");
     pick("webPortPicker", "8084");
