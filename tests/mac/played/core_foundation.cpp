@@ -38,7 +38,7 @@ PlayedObject::~PlayedObject() { --live; }
 
 namespace corvane::played {
 
-PlayedObject *made(PlayedObject::Kind kind, const QByteArray &bytes, int number)
+PlayedObject *made(PlayedObject::Kind kind, const QByteArray &bytes, long long number)
 {
     auto *made = new PlayedObject(kind);
     made->bytes = bytes;
@@ -57,7 +57,7 @@ PlayedObject *object(const void *reference)
     return object;
 }
 
-PlayedObject *lasting(PlayedObject::Kind kind, const QByteArray &bytes, int number)
+PlayedObject *lasting(PlayedObject::Kind kind, const QByteArray &bytes, long long number)
 {
     PlayedObject *object = made(kind, bytes, number);
     object->references = 1'000'000;
