@@ -4,9 +4,9 @@
 #include "api/pihole_history.h"
 #include "api/pihole_lists.h"
 #include "api/pihole_rules.h"
+#include "fuzz/require.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
 
@@ -15,11 +15,6 @@ namespace {
 using State = HttpAnswerReader::State;
 
 constexpr qint64 kLargestBody = 4096;
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
 
 /// However an answer is split, it is the same answer.
 void checkReader(const QByteArray &bytes)

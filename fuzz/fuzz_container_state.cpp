@@ -1,19 +1,10 @@
+#include "fuzz/require.h"
 #include "runtime/container_state.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
-
-namespace {
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

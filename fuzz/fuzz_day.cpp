@@ -1,17 +1,12 @@
 #include "app/day_record.h"
+#include "fuzz/require.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
 
 namespace {
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
 
 bool inOrder(const QList<DaySpan> &spans)
 {

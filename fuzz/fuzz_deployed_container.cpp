@@ -1,18 +1,9 @@
+#include "fuzz/require.h"
 #include "runtime/deployed_container.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
-
-namespace {
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

@@ -1,16 +1,11 @@
+#include "fuzz/require.h"
 #include "runtime/dig_result.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
 
 namespace {
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
 
 bool isUpperCase(QChar c) { return c >= u'A' && c <= u'Z'; }
 

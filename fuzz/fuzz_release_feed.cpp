@@ -1,17 +1,12 @@
 #include "app/release_feed.h"
 #include "app/version_tag.h"
+#include "fuzz/require.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
 
 namespace {
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
 
 void checkTag(const QString &tag)
 {

@@ -1,18 +1,9 @@
 #include "dns/dns_configurator.h"
+#include "fuzz/require.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
-
-namespace {
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

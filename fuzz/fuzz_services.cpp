@@ -1,16 +1,11 @@
 #include "dns/dns_configurator.h"
+#include "fuzz/require.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace corvane;
 
 namespace {
-
-void require(bool claim)
-{
-    if (!claim) std::abort();
-}
 
 bool isOneLine(const QString &text) { return !text.contains(u'\n'); }
 
