@@ -105,7 +105,8 @@ Flow<bool> AppModel::testPihole(const ActivityMark *run, HealthPatience patience
     const int attempts = containerPassed ? kAttempts : 1;
     const bool pagePassed = co_await testAdminPage(run, attempts);
     const bool dnsPassed = co_await testDns(run, attempts, containerPassed);
-    co_return containerPassed &&pagePassed &&dnsPassed;
+    const bool allPassed = containerPassed && pagePassed && dnsPassed;
+    co_return allPassed;
 }
 
 void AppModel::showPiholeCheck(int row, CheckState state, const QString &detail)
