@@ -174,7 +174,7 @@ public:
 
     /// PiholeTests: tests container, admin page and DNS into `piholeChecks`, `udpProblem`, `tcpWorks` and
     /// `grpcFlagSupported`; the outcome and the note "pihole". With `Wait::ForStart` a container that is still starting
-    /// has 90 seconds. A later run ends an earlier one.
+    /// has 90 seconds. A later run ends an earlier one. One that fails while Pi-hole is changed begins anew.
     [[nodiscard]] Flow<> runPiholeTests(Wait wait);
     /// UdpFix, obstacles in `notice`: after a question restarts Colima in startOp() so that it forwards UDP, then tests
     /// Pi-hole.
