@@ -13,6 +13,8 @@ protected:
     {
         Mac::reset(QStringLiteral("protected"));
         Mac::ctl(QStringLiteral("pihole login-limit 100000"));
+        // Pi-hole counts by a clock that does not hurry: it would take the looks for a flood of questions.
+        Mac::ctl(QStringLiteral("pihole question-limit 1000000000"));
         watcher =
             std::make_unique<AppModel>(Surroundings{settings, dialogs, *workspace, *loginItem, quickClock, QUrl()});
         untilBegun(*watcher);
