@@ -29,4 +29,11 @@ TEST(PublishedFields, A_view_can_write_only_what_the_user_enters)
     EXPECT_EQ(writableIn(Comeback::staticMetaObject), "");
 }
 
+TEST(PublishedFields, All_of_them_are_bindable)
+{
+    const QMetaObject &object = AppState::staticMetaObject;
+    for (int i = object.propertyOffset(); i < object.propertyCount(); ++i)
+        EXPECT_TRUE(object.property(i).isBindable()) << object.property(i).name();
+}
+
 } // namespace corvane::test
