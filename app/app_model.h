@@ -407,8 +407,7 @@ private:
     PiholeTopBlocked m_topCounted;
     QList<PiholeQuery> m_newestBlocked;
     bool m_refreshing = false;
-    bool m_refreshAgain = false;
-    bool m_refreshAgainWithStats = false;
+    std::optional<Stats> m_refreshNext;
     int m_newestWatch = 0;
     int m_oldAnswers = 0;
     int m_toolSearches = 0;

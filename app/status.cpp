@@ -42,18 +42,20 @@ constexpr std::chrono::seconds kBetweenLooks{1};
 
 Flow<> AppModel::refreshStatus(Stats stats)
 {
-    m_refreshAgain = m_refreshing;
-    m_refreshAgainWithStats = m_refreshing && (m_refreshAgainWithStats || stats == Stats::Include);
-    if (m_refreshing) co_return;
+    if (m_refreshing) {
+        if (m_refreshNext != Stats::Include) m_refreshNext = stats;
+        co_return;
+    }
     m_refreshing = true;
+    m_refreshNext.reset();
     const auto done = qScopeGuard([model = QPointer<AppModel>(this)] {
         if (model) model->m_refreshing = false;
     });
     co_await look(stats);
     // It was asked for in between because something had changed.
-    while (std::exchange(m_refreshAgain, false)) {
-        const bool withStats = std::exchange(m_refreshAgainWithStats, false);
-        co_await look(withStats ? Stats::Include : Stats::Leave);
+    while (m_refreshNext) {
+        const Stats next = *std::exchange(m_refreshNext, std::nullopt);
+        co_await look(next);
     }
 }
 
