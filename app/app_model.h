@@ -371,7 +371,8 @@ private:
     [[nodiscard]] Flow<> movePihole(int port, CommandSteps steps);
     [[nodiscard]] Flow<> putFilesRight();
     [[nodiscard]] bool judge(const DeployedContainer &deployed);
-    [[nodiscard]] bool judgeNewVersion(const QString &left);
+    [[nodiscard]] bool judgeNewVersion();
+    void findWayBack();
     [[nodiscard]] Flow<QString> remake(QString tag);
     [[nodiscard]] Flow<> startAnew();
     [[nodiscard]] Flow<> removeContainer();

@@ -97,24 +97,32 @@ Flow<> AppModel::putFilesRight()
 /// Says how the container differs from what is pinned, and offers the way back; whether all is clear now.
 bool AppModel::judge(const DeployedContainer &deployed)
 {
-    const QString left = m_left.tag();
     const QString other = difference(deployed, pinnedTag(), webPort());
-    const bool setUp = deployed.exists || wizardFinished() || !left.isEmpty();
+    const bool setUp = deployed.exists || wizardFinished() || !m_left.tag().isEmpty();
     setNote(kVersion, setUp ? other : QString());
-    if (other.isEmpty() && !left.isEmpty() && left != pinnedTag()) return judgeNewVersion(left);
-    if (other.isEmpty()) m_left.forget();
+    if (other.isEmpty()) m_left.settle(pinnedTag());
+    if (other.isEmpty() && !m_left.tag().isEmpty()) return judgeNewVersion();
     setWayBack(setUp && !other.isEmpty() ? pinnedTag() : QString());
     return true;
 }
 
+/// For a start that finds no container, before anything was compared: what Corvane has set up can be made again.
+void AppModel::findWayBack()
+{
+    if (!wayBack().isEmpty() || !QFile::exists(PiholeController::composeFile())) return;
+    const QString left = m_left.tag();
+    if (!left.isEmpty()) setPinnedTag(left); // an update was cut off
+    [[maybe_unused]] const bool clear = judge({});
+}
+
 /// The container is of the version that an update brought; it has to prove itself.
-bool AppModel::judgeNewVersion(const QString &left)
+bool AppModel::judgeNewVersion()
 {
     const Fate fate = fateOf(containerState());
     // The tests give it the time that it may take.
     if (fate == Fate::Unclear || m_activities.underWay().contains(Activity::PiholeTests)) return false;
     const bool complained = !wayBack().isEmpty();
-    setWayBack(fate == Fate::Failing ? left : QString());
+    setWayBack(fate == Fate::Failing ? m_left.good() : QString());
     if (fate == Fate::Failing) {
         setUpdateMessage(QStringLiteral("Version %1 was installed, but Pi-hole does not get healthy with it: its "
                                         "container is '%2'.")

@@ -16,16 +16,19 @@ protected:
         Mac::ctl(QStringLiteral("fault clear"));
     }
 
-    void updateToAnUnhealthyOne()
+    void updateToAnUnhealthyOne(const QString &tag = QStringLiteral("2026.10.0"))
     {
+        model().setLatestTag(tag);
         Mac::ctl(QStringLiteral("pihole times real")); // it takes half a minute to call itself healthy
         launch(model().performUpdate());
-        waitFor([this] { return model().updateMessage() == QStringLiteral("Updated to 2026.10.0."); }, "it runs");
+        waitFor([&] { return model().updateMessage() == QStringLiteral("Updated to %1.").arg(tag); }, "it runs");
         Mac::ctl(QStringLiteral("container health unhealthy"));
         waitFor([this] { return quiet(); }, "the tests ended");
         compare();
         Mac::ctl(QStringLiteral("pihole times fast"));
     }
+
+    const QString kBetween = QStringLiteral("2026.09.1");
 
     static QStringList pulls() { return Mac::calls(QStringLiteral("docker")).filter(QStringLiteral("pull")); }
 };
@@ -95,6 +98,31 @@ TEST_F(WayBack, Leads_away_from_a_version_that_does_not_get_healthy)
     expectAllOf(kOldTag, 8080);
     EXPECT_TEXT(PiholeFiles::containerImage(), "pihole/pihole:2026.09.0");
     EXPECT_TEXT(model().wayBack(), "");
+}
+
+TEST_F(WayBack, Leads_past_a_version_that_never_got_healthy)
+{
+    updateToAnUnhealthyOne(kBetween);
+    updateToAnUnhealthyOne();
+    EXPECT_TEXT(model().wayBack(), "2026.09.0");
+    relaunch();
+    compare();
+    EXPECT_TEXT(model().wayBack(), "2026.09.0") << "also after a new start of Corvane";
+    run(model().bringBack());
+    expectAllOf(kOldTag, 8080);
+    EXPECT_TEXT(model().wayBack(), "");
+    EXPECT_TEXT(settings.value(QStringLiteral("goodTag")).toString(), "") << "it has proved itself";
+}
+
+TEST_F(WayBack, Leads_on_from_a_version_that_never_got_healthy_and_is_back)
+{
+    updateToAnUnhealthyOne(kBetween);
+    model().setLatestTag(kNewTag);
+    Mac::ctl(QStringLiteral("internet off"));
+    run(model().performUpdate());
+    expectAllOf(kBetween, 8080);
+    compare();
+    EXPECT_TEXT(model().wayBack(), "2026.09.0");
 }
 
 TEST_F(WayBack, Leads_away_from_a_version_that_does_not_start)
