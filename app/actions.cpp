@@ -67,6 +67,7 @@ Flow<> AppModel::finishStart()
     co_await refreshTools();
     const ContainerState container = co_await PiholeController::containerState();
     setContainerState(container);
+    if (container.isMissing()) findWayBack();
     if (container.isMissing() && !wayBack().isEmpty()) {
         co_await startAnew();
         co_return;

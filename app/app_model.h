@@ -92,8 +92,8 @@ public:
     /// StartContainer, obstacles in `startMessage`: starts the container, and Colima in maintOp() first where Docker
     /// does not answer. When Colima is the reason why not, that is in `notice`.
     [[nodiscard]] Flow<> startPiholeNow(Place::Name from = Place::Dashboard);
-    /// The second half of startPiholeNow(); marks nothing. Makes the container of `wayBack` where there is none. Ends
-    /// in refreshAfterStart(), or says why not in `startMessage`, with Docker's own words in the note "start".
+    /// The second half of startPiholeNow(); marks nothing. Makes the container again where it is gone. Ends in
+    /// refreshAfterStart(), or says why not in `startMessage`, with Docker's own words in the note "start".
     [[nodiscard]] Flow<> finishStart();
     /// Has Colima's own name service leave port 53 to the container. Returns who else holds it, as a sentence, or
     /// nothing.

@@ -54,6 +54,38 @@ TEST_F(MissingContainer, Is_made_again_once_colima_runs)
     expectBack();
 }
 
+TEST_F(MissingContainer, Is_made_again_by_a_corvane_that_was_opened_while_docker_was_down)
+{
+    failAnUpdate();
+    Mac::ctl(QStringLiteral("engine stop"));
+    relaunch();
+    compare();
+    ASSERT_TEXT(model().wayBack(), "");
+    run(model().startPiholeNow());
+    expectBack();
+}
+
+TEST_F(MissingContainer, Is_made_at_the_old_version_when_the_update_was_cut_off)
+{
+    updateUpTo(QStringLiteral("run"));
+    ASSERT_TEXT(model().pinnedTag(), "2026.10.0");
+    quit();
+    Mac::ctl(QStringLiteral("fault clear"));
+    Mac::ctl(QStringLiteral("engine stop"));
+    relaunch();
+    compare();
+    run(model().startPiholeNow());
+    expectBack();
+}
+
+TEST_F(MissingContainer, Is_no_more_made_by_start_once_it_was_removed_for_good)
+{
+    run(model().removePihole());
+    run(model().startPiholeNow());
+    EXPECT_TEXT(model().startMessage(), "Pi-hole is not installed yet. Run step 4 of the wizard.");
+    EXPECT_TEXT(PiholeFiles::containerImage(), "");
+}
+
 TEST_F(MissingContainer, Stays_on_offer_when_it_cannot_be_made)
 {
     failAnUpdate();
