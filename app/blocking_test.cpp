@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "app/blocked_name.h"
+#include "app/disturbance.h"
 #include "app/status_note.h"
 #include "runtime/pihole_controller.h"
 
@@ -34,6 +35,33 @@ QString allowedAnswer(const DigResult &reply)
     return QStringLiteral("no answer (%1)").arg(reply.status.isEmpty() ? QStringLiteral("timeout") : reply.status);
 }
 
+/// What Pi-hole answered.
+struct Replies {
+    QList<DigResult> trackers; ///< To the names as far as they were asked for: up to the first one that is blocked.
+    DigResult allowed;
+};
+
+QCoro::Task<Replies> askForNames()
+{
+    Replies replies;
+    for (const QString &name : trackerNames()) {
+        const DigResult reply = co_await PiholeController::ask(name);
+        replies.trackers.append(reply);
+        if (blockedKind(reply)) break;
+    }
+    replies.allowed = co_await PiholeController::ask(QStringLiteral("example.com"));
+    co_return replies;
+}
+
+BlockingTestResult resultOf(const Replies &replies)
+{
+    BlockingTestResult result;
+    result.blockedKind = blockedKind(replies.trackers.last());
+    if (result.blockedKind) result.blockedDomain = trackerNames().at(replies.trackers.size() - 1);
+    result.allowedAnswer = allowedAnswer(replies.allowed);
+    return result;
+}
+
 QString noteOnState(const PiholeBlocking &state)
 {
     if (state.enabled) return {};
@@ -53,18 +81,13 @@ Flow<> AppModel::runBlockingTest()
     co_await boundTo(mark);
     configureAPI();
 
-    BlockingTestResult result;
-    for (const QString &name : trackerNames()) {
-        const DigResult reply = co_await PiholeController::ask(name);
-        result.blockedKind = blockedKind(reply);
-        if (reply.ok) m_day.countOwn(result.blockedKind.has_value());
-        if (!result.blockedKind) continue;
-        result.blockedDomain = name;
-        break;
+    const Disturbance disturbance(m_activities);
+    const Replies replies = co_await askForNames();
+    for (const DigResult &reply : replies.trackers) {
+        if (reply.ok) m_day.countOwn(blockedKind(reply).has_value());
     }
-    const DigResult allowed = co_await PiholeController::ask(QStringLiteral("example.com"));
-    if (allowed.ok) m_day.countOwn();
-    result.allowedAnswer = allowedAnswer(allowed);
+    if (replies.allowed.ok) m_day.countOwn();
+    BlockingTestResult result = resultOf(replies);
 
     const auto counters = co_await m_api.summary();
     if (counters) {
@@ -78,13 +101,19 @@ Flow<> AppModel::runBlockingTest()
             QStringLiteral("None of the test domains was blocked. The block lists are downloaded on the first "
                            "start, which takes about a minute. Press Test again soon.");
     }
-    const bool bothHold = result.blockedDomain && allowed.answered();
+    const bool bothHold = result.blockedDomain && replies.allowed.answered();
     const std::optional<PiholeSummary> known = counters ? std::optional(*counters) : std::nullopt;
     if (known) setSummary(known);
     QString beside;
-    if (!bothHold) beside = co_await whyBlockingFailed(result, allowed, known);
+    if (!bothHold) beside = co_await whyBlockingFailed(result, replies.allowed, known);
+    const bool holds = bothHold || !disturbance.happened();
+    if (!holds) {
+        result.note.reset();
+        beside = Disturbance::kSentence;
+    }
     setBlockingTest(result);
     setNote(key, beside);
+    if (!holds) co_return;
     recordOutcome(key, bothHold,
                   bothHold ? QStringLiteral("A tracker domain was blocked and a normal one allowed")
                            : QStringLiteral("Blocking test did not pass"));

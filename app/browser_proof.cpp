@@ -1,6 +1,7 @@
 #include "app/browser_proof.h"
 
 #include "app/app_model.h"
+#include "app/disturbance.h"
 #include "app/test_name.h"
 #include "checks/browser_inspector.h"
 
@@ -31,6 +32,7 @@ Flow<> AppModel::proveBrowser(QString id)
     const BrowserInfo browser = *found;
     configureAPI();
     showBrowserProof(id, BrowserProof::Running);
+    const Disturbance disturbance(m_activities);
 
     const QString early = freshTestName();
     const bool opened = co_await BrowserInspector::open(browser, addressOf(early));
@@ -41,7 +43,8 @@ Flow<> AppModel::proveBrowser(QString id)
     co_await m_clock.pause(kBetweenNames);
     const QString late = freshTestName();
     [[maybe_unused]] const bool openedAgain = co_await BrowserInspector::open(browser, addressOf(late));
-    const BrowserProof proof = co_await findInBrowserLog(&mark, early, late);
+    BrowserProof proof = co_await findInBrowserLog(&mark, early, late);
+    if (proof != BrowserProof::AsksPihole && disturbance.happened()) proof = BrowserProof::Disturbed;
     showBrowserProof(id, proof);
     if (proof == BrowserProof::AsksPihole && browser.decidesItself) m_browserRuleKeeper.proved();
 }

@@ -14,6 +14,7 @@ enum class BrowserProof {
     NeverAsks,  ///< No name arrived.
     NotOpened,  ///< The browser could not be opened.
     Unread,     ///< Pi-hole's log could not be read.
+    Disturbed,  ///< A name is missing, but Pi-hole was changed meanwhile.
 };
 
 /// By the browser's id.

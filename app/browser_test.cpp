@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/disturbance.h"
 #include "app/test_name.h"
 #include "checks/browser_inspector.h"
 #include "exec/background.h"
@@ -55,6 +56,7 @@ Flow<> AppModel::runBrowserTest()
     co_await boundTo(mark);
     configureAPI();
 
+    const Disturbance disturbance(m_activities);
     setNote(QStringLiteral("browser"), {});
     const QString name = freshTestName();
     m_workspace.open(QUrl(QStringLiteral("http://%1/").arg(name)));
@@ -67,6 +69,10 @@ Flow<> AppModel::runBrowserTest()
         co_await m_clock.pause(kBetweenReads);
         const auto queries = co_await m_api.recentQueries(kLogLength);
         found = queries && std::ranges::count(*queries, name, &PiholeQuery::domain) > 0;
+    }
+    if (!found && disturbance.happened()) {
+        setBrowserTestDetail(Disturbance::kSentence);
+        co_return;
     }
     const QString detail =
         found

@@ -1,4 +1,5 @@
 #include "app/app_model.h"
+#include "app/disturbance.h"
 #include "app/file_work.h"
 #include "app/test_name.h"
 #include "app/wizard_steps.h"
@@ -143,6 +144,7 @@ Flow<> AppModel::proveLookups()
     const ActivityMark mark(m_activities, Activity::SystemTest);
     co_await boundTo(mark);
     configureAPI();
+    const Disturbance disturbance(m_activities);
     const ResolverReport report = co_await DNSConfigurator::resolverReport();
     setResolverReport(report);
 
@@ -159,6 +161,11 @@ Flow<> AppModel::proveLookups()
                          .arg(kTestLookups);
     if (!unread.isEmpty()) detail += QStringLiteral(" (Could not read the log: ") + unread + u')';
     if (!report.firstIsPihole) detail += QStringLiteral(" The first DNS server macOS uses is not Pi-hole.");
+    if (found.isEmpty() && disturbance.happened()) {
+        setSystemTestDetail(Disturbance::kSentence);
+        co_await refreshStatus(Stats::Leave);
+        co_return;
+    }
     setSystemTestDetail(detail);
     recordOutcome(kSystem, !found.isEmpty() && report.firstIsPihole, detail);
     if (setupSucceeded()) setWizardFinished(true);

@@ -1,4 +1,6 @@
 #include "app/app_model.h"
+#include "app/colima_start.h"
+#include "app/disturbance.h"
 #include "app/operation.h"
 #include "runtime/colima_manager.h"
 #include "runtime/pihole_controller.h"
@@ -33,13 +35,6 @@ bool mayStillBecomeHealthy(const ContainerState &container)
 }
 
 CheckState stateOf(bool passed) { return passed ? CheckState::Ok : CheckState::Failed; }
-
-/// Whether something is under way after which container or engine is another one, or none.
-bool isPiholeChanging(Activities underWay)
-{
-    constexpr Activities kChanging = changing(Subject::Engine | Subject::Container);
-    return static_cast<bool>(underWay & kChanging);
-}
 
 struct Finding {
     bool passed = false;
@@ -78,13 +73,11 @@ Flow<> AppModel::runPiholeTests(Wait wait)
     bool passed = false;
     bool disturbed = true;
     while (!passed && disturbed) {
-        const int changes = m_activities.changesBegun();
-        const bool changing = isPiholeChanging(m_activities.underWay());
+        const Disturbance disturbance(m_activities);
         passed = co_await testPihole(&run, patience);
-        // What was found in the middle of a change does not hold.
-        disturbed = changing || changes != m_activities.changesBegun();
+        disturbed = disturbance.happened();
         if (!passed && disturbed) setPiholeChecks(initialRows(webPort()));
-        while (!passed && isPiholeChanging(m_activities.underWay()))
+        while (!passed && disturbance.lasts())
             co_await m_clock.pause(kBetweenAttempts);
         patience.running = kHealthLimit;
     }

@@ -1,5 +1,6 @@
 #include "ui/decisions/browsers.h"
 
+#include "app/disturbance.h"
 #include "app/wizard_steps.h"
 #include "facts/addresses.h"
 
@@ -120,6 +121,8 @@ QString proofText(const QString &name, BrowserProof proof)
         return QStringLiteral("%1 could not be opened.").arg(name);
     case BrowserProof::Unread:
         return QStringLiteral("Pi-hole's log could not be read, so nothing is known about %1.").arg(name);
+    case BrowserProof::Disturbed:
+        return Disturbance::kSentence;
     }
     return {};
 }

@@ -174,6 +174,14 @@ TEST(Browsers, What_a_test_found_stands_beneath_the_row)
                              "Pi-hole. Switch its secure DNS off."));
 }
 
+TEST(Browsers, One_that_was_tested_while_pihole_was_changed_is_not_blamed)
+{
+    BrowserSurroundings around;
+    around.proofs.insert(QStringLiteral("chrome"), BrowserProof::Disturbed);
+    EXPECT_EQ(browserRows({onItsDefault("chrome")}, around).at(0).note,
+              QStringLiteral("Pi-hole was changed during this test. Test again."));
+}
+
 TEST(Browsers, Only_those_that_were_proved_are_listed_at_the_end)
 {
     QList<BrowserInfo> browsers{onItsDefault("chrome"), onItsDefault("edge"), onItsDefault("brave")};
