@@ -128,8 +128,13 @@ Flow<> AppModel::startColima()
         setNotice(kNoColima);
         co_return;
     }
-    co_await perform(&m_installOp, kStartingColima, steps);
-    co_await refreshTools();
+    const bool started = co_await perform(&m_installOp, kStartingColima, steps);
+    if (!started) {
+        co_await refreshTools();
+        co_return;
+    }
+    co_await waitForDocker();
+    if (mayDockerCome(*this)) setNotice(kDockerIsLate);
 }
 
 Flow<> AppModel::testDocker()

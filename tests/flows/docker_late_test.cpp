@@ -57,6 +57,23 @@ TEST_F(DockerLate, A_start_that_has_waited_a_minute_says_so_until_it_is_there)
     EXPECT_TEXT(model().notice(), "");
 }
 
+TEST_F(DockerLate, A_start_of_colima_alone_waits_too)
+{
+    model().startColimaOnly();
+    letPass(seconds(6));
+    EXPECT_TRUE(model().underWay().contains(Activity::StartColima));
+    letDockerCome();
+    waitFor([this] { return quiet(); }, "the end of the start");
+    EXPECT_TRUE(model().dockerWorks());
+    EXPECT_TEXT(model().notice(), "");
+
+    Mac::ctl(QStringLiteral("engine stop"));
+    Mac::ctl(QStringLiteral("engine boot"));
+    model().startColimaOnly();
+    waitFor([this] { return quiet(); }, "it to give up");
+    EXPECT_TEXT(model().notice(), kIsLate);
+}
+
 TEST_F(DockerLate, An_engine_that_this_docker_cannot_use_is_not_waited_for)
 {
     Mac::ctl({QStringLiteral("fault"), QStringLiteral("docker"), QStringLiteral("fail"), QStringLiteral("1"),
