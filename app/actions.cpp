@@ -45,7 +45,7 @@ Flow<bool> AppModel::bringDockerUp()
     }
     const CommandSteps steps = colimaStartSteps(*this);
     if (steps.isEmpty()) {
-        setNotice(QStringLiteral("Colima was not found."));
+        setNotice(kNoColima);
         co_return false;
     }
     const bool started = co_await perform(&m_maintOp, kStartingColima, steps);

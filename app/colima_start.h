@@ -12,6 +12,8 @@ class AppModel;
 /// run had left behind. Empty without colima.
 [[nodiscard]] CommandSteps colimaStartSteps(AppModel &model);
 
+inline constexpr QLatin1StringView kNoColima{"Colima was not found."};
+
 /// Colima counts as started before Docker answers. Whether Docker does not, and waiting may help.
 [[nodiscard]] bool mayDockerCome(const AppModel &model);
 /// The `notice` when the waiting did not help.

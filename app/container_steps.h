@@ -18,7 +18,7 @@ struct WantedContainer {
 };
 
 /// The steps that put Pi-hole's container in place; where Colima's virtual machine has no room for it, they begin with
-/// making it. Empty without docker; a sentence when something else holds its port in there.
+/// making it. A sentence when there is no docker, or when something else holds its port in there.
 [[nodiscard]] QCoro::Task<std::expected<CommandSteps, QString>> containerSteps(WantedContainer wanted);
 
 } // namespace corvane

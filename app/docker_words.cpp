@@ -14,7 +14,7 @@ QString whyDockerFailed(const CommandResult &result)
 
 QString dockerSays(const CommandResult &result)
 {
-    if (result.launchError) return QStringLiteral("docker was not found.");
+    if (result.launchError) return DockerCLI::kNotFound;
     if (result.timedOut) return QStringLiteral("docker did not end in time.");
     const QString last = result.combined().section(u'\n', -1).trimmed();
     return last.isEmpty() ? QString() : QStringLiteral("docker says: ") + last;

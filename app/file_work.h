@@ -25,6 +25,9 @@ struct FileContent {
 /// Writes the two files that describe the container, on a worker thread: a slow disk holds no window up. A password
 /// that is not known, which is empty, leaves its file as it is.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> writePiholeFiles(QString tag, int webPort, QString password);
+/// What is said before its reason, where the container was about to be made again, and elsewhere.
+inline constexpr QLatin1StringView kComposeNotWritten{"Could not write the new compose file: "};
+inline constexpr QLatin1StringView kFilesNotWritten{"Could not write the Pi-hole files: "};
 
 /// Saves the servers of these services to the backup file, on a worker thread; read once more for it.
 [[nodiscard]] QCoro::Task<std::expected<void, QString>> saveDnsBackup(QList<NetworkService> services);

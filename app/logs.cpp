@@ -48,7 +48,7 @@ void AppModel::follow()
     const std::optional<QString> docker = DockerCLI::find();
     if (!docker) {
         publishFollowing(false);
-        setNotice(QStringLiteral("docker was not found."));
+        setNotice(DockerCLI::kNotFound);
         return;
     }
     CommandStep step;

@@ -12,8 +12,6 @@ namespace corvane {
 
 namespace {
 
-const QString kNotWritten = QStringLiteral("Could not write the new compose file: ");
-
 Alert updateQuestion(const QString &tag)
 {
     Alert alert;
@@ -105,10 +103,6 @@ Flow<bool> AppModel::runUpdate(QString newTag)
         setUpdateMessage(steps.error());
         co_return false;
     }
-    if (steps->isEmpty()) {
-        setUpdateMessage(QStringLiteral("docker was not found."));
-        co_return false;
-    }
     co_return co_await exchangeVersion(newTag, *steps);
 }
 
@@ -133,7 +127,7 @@ Flow<bool> AppModel::exchangeVersion(QString newTag, CommandSteps steps)
     if (unwritten.isEmpty())
         tellOfRollback(stillUnwritten);
     else
-        setUpdateMessage(kNotWritten + unwritten);
+        setUpdateMessage(kComposeNotWritten + unwritten);
     co_return false;
 }
 
@@ -157,7 +151,7 @@ void AppModel::tellOfRollback(const QString &unwritten)
         QStringLiteral("The update did not finish; the pinned version is back to %1. Use Start/Restart if "
                        "Pi-hole is not running.")
             .arg(pinnedTag());
-    setUpdateMessage(unwritten.isEmpty() ? message : message + u' ' + kNotWritten + unwritten);
+    setUpdateMessage(unwritten.isEmpty() ? message : message + u' ' + kComposeNotWritten + unwritten);
 }
 
 void AppModel::setLaunchAtLogin(bool on)

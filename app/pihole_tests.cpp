@@ -204,7 +204,7 @@ Flow<> AppModel::fixUDPForwarding()
     co_await boundTo(*mark);
     const CommandSteps steps = ColimaManager::restartWithGrpcSteps();
     if (steps.isEmpty()) {
-        setNotice(QStringLiteral("Colima was not found."));
+        setNotice(kNoColima);
         co_return;
     }
     Alert question;

@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "app/container_steps.h"
+#include "app/file_work.h"
 #include "app/operation.h"
 #include "exec/command_runner.h"
 #include "runtime/pihole_controller.h"
@@ -90,8 +91,7 @@ Flow<> AppModel::putFilesRight()
     if (PiholeController::filesSay(pinnedTag(), webPort(), adminPassword())) co_return;
     const auto written = co_await writeFiles();
     // An earlier try has said why not.
-    if (!written && notice().isEmpty())
-        setNotice(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
+    if (!written && notice().isEmpty()) setNotice(kFilesNotWritten + written.error());
 }
 
 /// Says how the container differs from what is pinned, and offers the way back; whether all is clear now.
@@ -166,11 +166,11 @@ Flow<QString> AppModel::remake(QString tag)
 {
     const WantedContainer wanted{.tag = tag, .webPort = webPort(), .compose = composeAvailable()};
     const auto steps = co_await containerSteps(wanted);
-    if (!steps || steps->isEmpty()) co_return steps ? QStringLiteral("docker was not found.") : steps.error();
+    if (!steps) co_return steps.error();
     const ActivityMark exchange(m_activities, Activity::Exchange);
     m_compared.reset();
     const QString unwritten = co_await pin(tag);
-    if (!unwritten.isEmpty()) co_return QStringLiteral("Could not write the new compose file: ") + unwritten;
+    if (!unwritten.isEmpty()) co_return kComposeNotWritten + unwritten;
     const QString title = QStringLiteral("Bringing version %1 back").arg(tag);
     const bool back = exchange.stands() && co_await perform(&m_maintOp, title, *steps);
     if (back) co_return {};

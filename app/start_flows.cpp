@@ -2,6 +2,7 @@
 #include "app/app_model.h"
 #include "app/colima_start.h"
 #include "app/container_steps.h"
+#include "app/file_work.h"
 #include "app/operation.h"
 #include "app/operation_title.h"
 #include "app/password_work.h"
@@ -20,7 +21,6 @@ namespace {
 constexpr int kReturnRounds = 20;
 constexpr std::chrono::seconds kReturnPause{3};
 const QString kNoHomebrew = QStringLiteral("Homebrew was not found.");
-const QString kNoColima = QStringLiteral("Colima was not found.");
 
 Alert autostartQuestion(bool on)
 {
@@ -218,15 +218,11 @@ Flow<bool> AppModel::startContainer(QString password)
         setStartMessage(steps.error());
         co_return false;
     }
-    if (steps->isEmpty()) {
-        setStartMessage(QStringLiteral("docker was not found."));
-        co_return false;
-    }
     const bool kept = co_await keepPassword(password);
     if (!kept) co_return false;
     const auto written = co_await writeFiles();
     if (!written) {
-        setStartMessage(QStringLiteral("Could not write the Pi-hole files: ") + written.error());
+        setStartMessage(kFilesNotWritten + written.error());
         co_return false;
     }
     configureAPI();

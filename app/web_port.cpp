@@ -1,5 +1,6 @@
 #include "app/app_model.h"
 #include "app/container_steps.h"
+#include "app/file_work.h"
 #include "app/operation.h"
 #include "app/operation_title.h"
 #include "app/wizard_steps.h"
@@ -60,8 +61,8 @@ Flow<> AppModel::changeWebPort(int port)
     }
     const WantedContainer wanted{.tag = pinnedTag(), .webPort = port, .compose = composeAvailable()};
     const auto steps = co_await containerSteps(wanted);
-    if (!steps || steps->isEmpty()) {
-        setNotice(steps ? QStringLiteral("docker was not found.") : steps.error());
+    if (!steps) {
+        setNotice(steps.error());
         co_return;
     }
     co_await movePihole(port, *steps);
@@ -79,7 +80,7 @@ Flow<> AppModel::movePihole(int port, CommandSteps steps)
     setWebPort(port);
     configureAPI();
     const auto written = co_await writeFiles();
-    QString problem = written ? QString() : QStringLiteral("Could not write the new compose file: ") + written.error();
+    QString problem = written ? QString() : kComposeNotWritten + written.error();
     if (written && exchange.stands()) {
         const QString title = QString(OperationTitle::kMovingPort).arg(port);
         const bool moved = co_await perform(&m_maintOp, title, steps);

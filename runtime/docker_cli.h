@@ -32,6 +32,7 @@ public:
     /// a version was printed.
     [[nodiscard]] static QCoro::Task<EngineAnswer> engine();
 
+    static constexpr QLatin1StringView kNotFound{"docker was not found."};
     /// What `friendlyError` says when another program holds a port.
     static constexpr QLatin1StringView kPortInUse{"A port that Pi-hole needs is already in use. Pick another web port "
                                                   "(8081 to 8090) or stop whatever uses port 53."};

@@ -183,7 +183,7 @@ QCoro::Task<QString> PiholeController::logs(int tail)
 {
     const QStringList args{QStringLiteral("logs"), QStringLiteral("--tail"), QString::number(tail), kContainerName};
     const CommandResult result = co_await DockerCLI::run(args, kLogTimeout, Streams::Together);
-    if (result.launchError) co_return QStringLiteral("docker was not found.");
+    if (result.launchError) co_return DockerCLI::kNotFound;
     const QString text = plainText(result.combined());
     co_return text.isEmpty() ? QStringLiteral("(no log output)") : text;
 }
