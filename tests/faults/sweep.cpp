@@ -123,7 +123,7 @@ void Sweep::undoTheDamage(const Scene &scene)
     const ContainerState container = model().containerState();
     if (container.kind() == ContainerState::Kind::Stopped) run(model().startPiholeNow());
     if (container.isMissing() && scene.isAnAction) run(model().startPihole());
-    if (model().services().isEmpty()) run(model().loadServices());
+    if (model().services().isEmpty() || model().selectedServices().isEmpty()) run(model().loadServices());
 }
 
 void Sweep::expectBackupBeforeChange()

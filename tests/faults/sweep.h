@@ -39,7 +39,7 @@ private:
     void expectAnotherTryToWork(const Scene &scene);
 
     /// What the user presses before another try: Start, or the step of the set-up that Start names; "Reload list" of
-    /// an empty list.
+    /// an empty list, or of one without what they had ticked.
     void undoTheDamage(const Scene &scene);
 
     /// DNS was never changed without the old servers on disk. Servers that could not be read count as none, and the
