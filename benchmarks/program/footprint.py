@@ -1,5 +1,6 @@
 """Measures a running Corvane from outside. Runs inside a simulated Mac with a desktop."""
 
+import collections
 import importlib.util
 import os
 import pathlib
@@ -14,6 +15,13 @@ CPUCLOCK_SCHED = 2   # of <linux/posix-timers.h>: the clock of a process by its 
 IDLE_SECONDS = 45  # three polls
 ROUNDS = 15
 SETTLING = 2
+SIMMAC = pathlib.Path(__file__).resolve().parents[2] / "simmac" / "simmac"
+# Whose pages they are, by the name of the mapped file: the first one that matches.
+OWNERS = (("Qt Quick and QML", r"libQt6(Quick|Qml|Labs|OpenGL)|/qml/"), ("the rest of Qt", r"libQt6|/qt6/"),
+          ("ICU, for Qt's texts", r"libicu"), ("the keyring, the bus and glib", r"libsecret|libgcrypt|libg(io|lib|object|module|pg)|dbus"),
+          ("drawing, fonts and the display", r"free|harfbuzz|font|png|libX|xcb|xkb|GL|/fonts/|\.[ot]tf"),
+          ("the C and C++ libraries", r"libstdc|libc\.|libm\.|ld-linux|libgcc"), ("other libraries", r"\.so"),
+          ("Corvane's program", r"/Corvane$"), ("other files", r"^/"), ("its own memory", r""))
 BUDGETS = {"dot after": (0.5, "s"), "dot and window after": (1.0, "s"), "memory with the window": (110, "MB"),
            "memory in the menu bar only": (66, "MB"), "memory of its own in the menu bar": (15, "MB"), "processor while polling": (0.3, "%"), "wake-ups a minute": (120, "")}
 
@@ -34,15 +42,17 @@ def memory(pid, kind="Rss"):
     return int(re.search(rf"^{kind}: +(\d+) kB$", rollup, re.MULTILINE)[1]) / 1024
 
 
-def library_pages(pid):
-    """Resident pages in MB that are parts of shared libraries' files: they stay mapped, and other programs use them too."""
-    total, library = 0, False
+def page_map(pid):
+    """Resident pages in MB by whose they are, and those of all shared libraries: other programs use these too."""
+    sizes, libraries, path = collections.Counter(), 0, ""
     for line in pathlib.Path(f"/proc/{pid}/smaps").read_text().splitlines():
-        if re.match(r"[0-9a-f]+-[0-9a-f]+ ", line):
-            library = ".so" in line
-        elif library and line.startswith("Rss:"):
-            total += int(line.split()[1])
-    return total / 1024
+        if found := re.match(r"[0-9a-f]+-[0-9a-f]+ (?:\S+ +){4}(.*)$", line):
+            path = found[1]
+        elif line.startswith("Rss:"):
+            size = int(line.split()[1]) / 1024
+            sizes[next(owner for owner, pattern in OWNERS if re.search(pattern, path))] += size
+            libraries += size if ".so" in path else 0
+    return sizes, libraries
 
 
 def family(pid):
@@ -75,6 +85,11 @@ def wake_ups(pid):
     return count
 
 
+def tools_started():
+    """How many of the Mac's tools were called so far."""
+    return len(subprocess.run([SIMMAC, "ctl", "journal"], capture_output=True, text=True, check=True).stdout.splitlines())
+
+
 def start_once(program):
     """Starts the program, opens and closes its window; answers with its process and what was measured."""
     start = time.monotonic()
@@ -90,7 +105,7 @@ def start_once(program):
     time.sleep(SETTLING)
     figures["memory in the menu bar only"] = memory(process.pid)
     figures["memory of its own in the menu bar"] = memory(process.pid, "Private_Dirty")
-    figures["shared libraries in the menu bar"] = library_pages(process.pid)
+    figures["pages"], figures["shared libraries in the menu bar"] = page_map(process.pid)
     return process, figures
 
 
@@ -119,10 +134,11 @@ def peers(bare_window):
 
 def idle(pid):
     """What the process costs while nobody does anything."""
-    before, woken = processor_seconds(pid), wake_ups(pid)
+    before, woken, tools = processor_seconds(pid), wake_ups(pid), tools_started()
     time.sleep(IDLE_SECONDS)
     return {"processor while polling": 100 * (processor_seconds(pid) - before) / IDLE_SECONDS,
-            "wake-ups a minute": (wake_ups(pid) - woken) * 60 / IDLE_SECONDS}
+            "wake-ups a minute": (wake_ups(pid) - woken) * 60 / IDLE_SECONDS,
+            "tools started a minute": (tools_started() - tools) * 60 / IDLE_SECONDS}
 
 
 def median(rounds, name):
@@ -149,6 +165,10 @@ def main():
                 print(f"    peer {peer} {size:.1f}")
         if name == "memory in the menu bar only":
             print(f"    floor pages of shared libraries {median(rounds, 'shared libraries in the menu bar'):.1f}")
+            for owner, size in rounds[-1]["pages"].most_common():
+                print(f"    part {owner} {size:.1f}")
+        if name == "wake-ups a minute":
+            print(f"    floor tools started a minute, each waited for {rounds[-1]['tools started a minute']:.1f}")
     if left:
         print("The window did not close.")
     return 1 if over else 0
