@@ -22,6 +22,9 @@ OWNERS = (("Qt Quick and QML", r"libQt6(Quick|Qml|Labs|OpenGL)|/qml/"), ("the re
           ("drawing, fonts and the display", r"free|harfbuzz|font|png|libX|xcb|xkb|GL|/fonts/|\.[ot]tf"),
           ("the C and C++ libraries", r"libstdc|libc\.|libm\.|ld-linux|libgcc"), ("other libraries", r"\.so"),
           ("Corvane's program", r"/Corvane$"), ("other files", r"^/"), ("its own memory", r""))
+# What a start does, by the call with which each part ends.
+PARTS_OF_A_START = (("libraries are found and bound", r'connect\(.*\.X11-unix'), ("Qt meets the display", r'/etc/fonts/fonts\.conf'),
+                    ("fonts, the state, the dot", r'openat\(.*/qml/.*\.so'))
 BUDGETS = {"dot after": (0.5, "s"), "dot and window after": (1.0, "s"), "memory with the window": (110, "MB"),
            "memory in the menu bar only": (66, "MB"), "memory of its own in the menu bar": (15, "MB"), "processor while polling": (0.3, "%"), "wake-ups a minute": (120, "")}
 
@@ -109,6 +112,23 @@ def start_once(program):
     return process, figures
 
 
+def parts_of_a_start(program):
+    """Seconds of the parts of one start, from a trace of it; tracing makes each a little longer."""
+    record = pathlib.Path("/tmp/start.trace")
+    tracer = subprocess.Popen(["strace", "-f", "--seccomp-bpf", "-ttt", "-e", "trace=execve,openat,connect", "-o", record, program])
+    seconds_until(lambda: len(windows("--onlyvisible", "--class", "^Corvane$")) > 1, time.monotonic())
+    seen = time.time()
+    subprocess.run(["pkill", "-P", str(tracer.pid)], check=True)
+    tracer.wait(20)
+    calls = [line.split(None, 2)[1:] for line in record.read_text().splitlines()]
+    begun = float(calls[0][0])
+    for part, end in PARTS_OF_A_START:
+        ended = next(float(at) for at, call in calls if re.search(end, call))
+        yield part, ended - begun
+        begun = ended
+    yield "the first screen", seen - begun
+
+
 def peers(bare_window):
     """What an empty window of others takes in MB: those that are on this machine. A browser's processes count together, each
     shared page once."""
@@ -163,6 +183,9 @@ def main():
         if name == "memory with the window":
             for peer, size in peers(sys.argv[2]):
                 print(f"    peer {peer} {size:.1f}")
+        if name == "dot and window after":
+            for part, seconds in parts_of_a_start(sys.argv[1]):
+                print(f"    part {part} {seconds:.3f}")
         if name == "memory in the menu bar only":
             print(f"    floor pages of shared libraries {median(rounds, 'shared libraries in the menu bar'):.1f}")
             for owner, size in rounds[-1]["pages"].most_common():
