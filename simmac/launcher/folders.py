@@ -10,8 +10,9 @@ from launcher.problem import Problem
 
 # Of the host's /etc, what its libraries and desktop programs read; everything else is the Mac's own.
 HOST_ETC = ("alternatives", "dbus-1", "fonts", "glvnd", "gtk-3.0", "ImageMagick-6", "ld.so.cache", "ld.so.conf",
-            "ld.so.conf.d", "localtime", "magic", "mime.types", "pango", "protocols", "services", "ssl/openssl.cnf",
+            "ld.so.conf.d", "magic", "mime.types", "pango", "protocols", "services", "ssl/openssl.cnf",
             "terminfo", "X11", "xdg")
+ZONES = "/usr/share/zoneinfo/"
 LEFT_BEHIND = {"lock", "root", "control.sock", "tools.sock", "bus", "simmac-tool", "settings.json"}
 ETC = {
     "passwd": "ada:x:0:0:Ada:/Users/ada:/bin/sh\nnobody:x:65534:65534:nobody:/:/bin/false\n",
@@ -52,6 +53,7 @@ class PrivateFolder:
             os.makedirs(f"{root}/{folder}")
         os.symlink("/tmp", f"{root}/var/tmp")
         os.symlink("/run", f"{root}/var/run")
+        os.symlink(time_zone(), f"{root}/etc/localtime")
         os.chmod(f"{root}/run-user", 0o700)
         os.chmod(f"{root}/tmp/.X11-unix", 0o1777)
         for name, text in ETC.items():
@@ -87,6 +89,12 @@ def lock(folder):
     except OSError:
         os.close(file)
         return None
+
+
+def time_zone():
+    """The file of the host's time zone. A Mac links to it; without a link ICU reads some 1,400 zones to find its name."""
+    zone = os.path.realpath("/etc/localtime")
+    return zone if zone.startswith(ZONES) else ZONES + "Etc/UTC"
 
 
 def host_etc():

@@ -4,6 +4,7 @@ import hashlib
 import os
 import shutil
 import tempfile
+import time
 import unittest
 
 from the_mac import REPOSITORY, MacCase, RunningMac, run, simmac
@@ -28,6 +29,11 @@ class InsideTest(MacCase):
         out = self.mac.shell("echo $HOME $XDG_CONFIG_HOME $USER $PATH; whoami; cd; pwd; ls Library").out
         self.assertEqual(out, "/Users/ada /Users/ada/.config ada /usr/bin:/bin:/usr/sbin:/sbin\nada\n/Users/ada\n"
                               "Application Support\nCaches\nPreferences\n")
+
+    def test_Time_zone_is_a_link_as_on_a_Mac(self):
+        zone = self.mac.run("/bin/readlink", "/etc/localtime").out.strip()
+        self.assertEqual(zone.partition("/zoneinfo/")[0], "/usr/share")
+        self.assertEqual(self.mac.shell("date +%Z%z").out, time.strftime("%Z%z\n"))
 
     def test_Tools_stand_at_their_paths(self):
         for path in ("/usr/sbin/networksetup", "/usr/sbin/scutil", "/usr/sbin/lsof", "/sbin/route", "/usr/bin/dig",
