@@ -153,6 +153,18 @@ QString withoutNames(const QString &text)
 
 } // namespace
 
+QStringList Redaction::namesIn(const QString &fullName)
+{
+    constexpr qsizetype kShortest = 3; // characters
+    QStringList names{fullName};
+    for (const QString &part : fullName.split(u' ')) {
+        if (part.size() >= kShortest) names += part;
+    }
+    return names;
+}
+
+QStringList Redaction::namesOfMachine(const QString &host) { return {host, host.section(u'.', 0, 0)}; }
+
 Redaction::Redaction(const Known &known)
 {
     add(known.passwords, QStringLiteral("<secret>"), Where::Anywhere);

@@ -20,6 +20,11 @@ public:
         QString home = {};
     };
 
+    /// What a person is called: the whole name, and its parts, but for those that every other word may hold.
+    [[nodiscard]] static QStringList namesIn(const QString &fullName);
+    /// What a machine is called: with its domain and without.
+    [[nodiscard]] static QStringList namesOfMachine(const QString &host);
+
     explicit Redaction(const Known &known);
 
     [[nodiscard]] QString of(QString text) const;

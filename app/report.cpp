@@ -98,11 +98,7 @@ QStringList people()
     const passwd *user = ::getpwuid(::getuid());
     if (!user) return {};
     const QString fullName = QString::fromLocal8Bit(user->pw_gecos).section(u',', 0, 0).trimmed();
-    QStringList names{QString::fromLocal8Bit(user->pw_name), QDir::home().dirName(), fullName};
-    for (const QString &part : fullName.split(u' ')) {
-        if (part.size() > 2) names += part;
-    }
-    return names;
+    return QStringList{QString::fromLocal8Bit(user->pw_name), QDir::home().dirName()} + Redaction::namesIn(fullName);
 }
 
 /// What this program and this Mac are.
@@ -170,7 +166,7 @@ Redaction redactionFor(const AppModel &app)
     for (const DNSBackupEntry &entry : DNSBackup::load())
         known.networks += entry.service;
     known.people = people();
-    known.machines = {QSysInfo::machineHostName(), QSysInfo::machineHostName().section(u'.', 0, 0)};
+    known.machines = Redaction::namesOfMachine(QSysInfo::machineHostName());
     known.home = QDir::homePath();
     return Redaction(known);
 }

@@ -11,8 +11,8 @@ Redaction::Known known()
 {
     return {.passwords = {QStringLiteral("correct-horse-9"), QStringLiteral("s.e+c(r*e?t$^[")},
             .networks = {QStringLiteral("Wi-Fi"), QStringLiteral("Ada's \"LAN\" 🙂"), QStringLiteral("LAN")},
-            .people = {QStringLiteral("ada"), QStringLiteral("Ada Lovelace"), QStringLiteral("Lovelace")},
-            .machines = {QStringLiteral("ada-macbook.local"), QStringLiteral("ada-macbook")},
+            .people = QStringList{QStringLiteral("ada")} + Redaction::namesIn(QStringLiteral("Ada B. Lovelace")),
+            .machines = Redaction::namesOfMachine(QStringLiteral("ada-macbook.local")),
             .home = QStringLiteral("/Users/ada")};
 }
 
@@ -60,7 +60,9 @@ TEST(Redaction, Takes_secrets_out)
 TEST(Redaction, Takes_the_user_and_the_machine_out)
 {
     EXPECT_EQ(cleaned("/Users/ada/Library and /Users/bob/x"), "~/Library and /Users/<user>/x");
-    EXPECT_EQ(cleaned("Ada Lovelace, ADA and lovelace on ada-macbook"), "<user>, <user> and <user> on <this Mac>");
+    EXPECT_EQ(cleaned("Ada B. Lovelace, ADA and lovelace on ada-macbook"), "<user>, <user> and <user> on <this Mac>");
+    EXPECT_EQ(cleaned("ada-macbook.local and ADA-MACBOOK"), "<this Mac> and <this Mac>");
+    EXPECT_EQ(cleaned("plan B. and B"), "plan B. and B") << "too short to be told apart";
     EXPECT_EQ(cleaned("Canada and adapters"), "Canada and adapters") << "another word";
     EXPECT_EQ(cleaned("/Users/Shared/x"), "/Users/Shared/x");
 }
