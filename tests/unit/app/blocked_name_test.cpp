@@ -91,3 +91,11 @@ TEST(BlockedNames, Are_ready_within_a_frame_when_there_are_thousands)
         many.append(question(QStringLiteral("n%1.example").arg(i), u"GRAVITY"_s, -3));
     EXPECT_EQ(blockedNames(many, kBoundary, kLists, kRules).size(), 3000);
 }
+
+TEST(SaysBlocked, Takes_a_status_by_its_first_word)
+{
+    for (const QString &status : {u"GRAVITY"_s, u"GRAVITY_CNAME"_s, u"REGEX"_s, u"DENYLIST_CNAME"_s})
+        EXPECT_TRUE(saysBlocked(status)) << status.toStdString();
+    for (const QString &status : {u"FORWARDED"_s, u"CACHE"_s, u"GRAVIT"_s, u"REGE"_s, u"DENYLIS"_s, QString()})
+        EXPECT_FALSE(saysBlocked(status)) << status.toStdString();
+}

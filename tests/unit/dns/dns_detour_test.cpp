@@ -24,7 +24,10 @@ TEST(DnsDetour, A_vpn_is_told_by_its_interface)
                              "is connected. Disconnect it, or switch off its own DNS in its settings.";
     EXPECT_EQ(detourIn("scutil_vpn.txt"), told);
     EXPECT_EQ(detourOf({QStringLiteral("10.64.0.1")}, "utun4"), told) << "also where it replaced the Mac's own servers";
-    EXPECT_NE(detourOf({QStringLiteral("10.64.0.1")}, "ppp0"), "");
+    for (const char *device : {"ppp0", "ipsec0", "tun0", "tap0"})
+        EXPECT_TRUE(detourOf({QStringLiteral("10.64.0.1")}, device).starts_with("A VPN (")) << device;
+    for (const char *device : {"en0", "bridge100", "tu0", "ta0", "pp0", "utu0", "ipse0"})
+        EXPECT_FALSE(detourOf({QStringLiteral("10.64.0.1")}, device).starts_with("A VPN (")) << device;
 }
 
 TEST(DnsDetour, A_resolver_that_takes_everything_is_told_where_no_interface_is_named)

@@ -178,6 +178,19 @@ TEST(ToolFailures, A_machine_that_makes_no_room_is_told_whatever_it_says)
     EXPECT_FALSE(ToolFailures::read(failed).sentence.isEmpty());
 }
 
+/// What differs from a tool's words by a letter may be about something else.
+TEST(ToolFailures, Words_count_as_a_whole)
+{
+    for (const char *line : {"no space left on device: /var/lib/docke", "error downloadin", "error starting docke",
+                             "minimum lima version supporte", "virtualization is not availabl", "resume failed fo"})
+        EXPECT_EQ(ToolFailures::colima({QString::fromLatin1(line)}).sentence, QString()) << line;
+    for (const char *line : {"not writable by your use", "no space left on devic", "permission denied ",
+                             "no developer tools were foun", "running homebrew as roo", "has already locke"})
+        EXPECT_EQ(ToolFailures::homebrew({QString::fromLatin1(line)}).sentence, QString()) << line;
+    for (const char *line : {"address already in use: listen tc", "client.timeout exceede", "unexpected eo"})
+        EXPECT_EQ(ToolFailures::docker({QString::fromLatin1(line)}).sentence, QString()) << line;
+}
+
 TEST(ToolFailures, Nothing_printed_tells_nothing)
 {
     EXPECT_EQ(ToolFailures::homebrew({}), FailureReading());
