@@ -91,6 +91,8 @@ TEST(FriendlyReason, Of_anything_else_is_what_was_printed)
 {
     EXPECT_EQ(DNSConfigurator::friendly(result(4, "Wi-Fu is not a recognized network service.\n", "err\n")),
               QStringLiteral("Wi-Fu is not a recognized network service.\nerr"));
+    const QString half = QStringLiteral("0:50: execution error: User cancele");
+    EXPECT_EQ(DNSConfigurator::friendly(result(1, "", half.toUtf8().constData())), half);
 }
 
 } // namespace

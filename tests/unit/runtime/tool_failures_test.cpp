@@ -191,6 +191,13 @@ TEST(ToolFailures, Words_count_as_a_whole)
         EXPECT_EQ(ToolFailures::docker({QString::fromLatin1(line)}).sentence, QString()) << line;
 }
 
+TEST(ToolFailures, The_command_that_helps_is_shown_and_no_line_that_looks_like_it)
+{
+    const QStringList lines{QStringLiteral("The following directories are not writable by your user:"),
+                            QStringLiteral("  sudo chow /opt/homebrew"), QStringLiteral("  sudo chown -R ada /opt/x")};
+    EXPECT_EQ(ToolFailures::homebrew(lines).line, QStringLiteral("sudo chown -R ada /opt/x"));
+}
+
 TEST(ToolFailures, Nothing_printed_tells_nothing)
 {
     EXPECT_EQ(ToolFailures::homebrew({}), FailureReading());
