@@ -76,6 +76,9 @@ Flow<> AppModel::bootstrap()
 Flow<> AppModel::poll()
 {
     for (int pass = 0;; ++pass) {
+        // Homebrew always comes by another way than Corvane, and the others may.
+        const bool came = !operationRunning() && hasToolCome(*this);
+        if (came) co_await refreshTools();
         const Stats stats = pass % 2 == 0 ? Stats::Include : Stats::Leave;
         const bool answered = answering() || !statusChecked();
         // A look that is under way will do.

@@ -4,6 +4,7 @@
 #include "runtime/colima_manager.h"
 #include "runtime/docker_cli.h"
 
+#include <algorithm>
 #include <array>
 
 namespace corvane {
@@ -25,5 +26,12 @@ inline constexpr std::array kNeededTools{
                &AppState::hasColimaChanged},
     NeededTool{"docker", DockerCLI::find, &AppState::hasDocker, &AppState::setHasDocker, &AppState::hasDockerChanged},
 };
+
+/// Whether one is there now that was not when it was last looked for.
+[[nodiscard]] inline bool hasToolCome(const AppState &state)
+{
+    return std::ranges::any_of(
+        kNeededTools, [&state](const NeededTool &tool) { return !(state.*tool.isThere)() && tool.find().has_value(); });
+}
 
 } // namespace corvane

@@ -119,6 +119,7 @@ void Sweep::expectAnotherTryToWork(const Scene &scene)
 
 void Sweep::undoTheDamage(const Scene &scene)
 {
+    if (!model().hasBrew()) run(model().refreshTools()); // as the poll's next look does
     run(model().refreshStatus(Stats::Include));
     const ContainerState container = model().containerState();
     if (container.kind() == ContainerState::Kind::Stopped) run(model().startPiholeNow());

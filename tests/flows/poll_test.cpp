@@ -32,6 +32,26 @@ TEST_F(Running, The_poll_reads_the_counters_at_its_first_pass_and_every_second_o
     EXPECT_EQ(timesAtPass, (QList<int>{1, 1, 2, 2, 3}));
 }
 
+TEST_F(Homebrew, What_the_user_installs_in_the_terminal_is_found_by_the_next_look)
+{
+    Mac::ctl(QStringLiteral("fault brew vanish"));
+    launch(model().bootstrap());
+    waitFor([this] { return clock.waited() >= std::chrono::seconds(30); }, "two looks");
+    EXPECT_FALSE(model().hasBrew());
+    Mac::ctl(QStringLiteral("fault clear"));
+    waitFor([this] { return model().hasBrew(); }, "Homebrew to be found");
+    EXPECT_FALSE(model().hasColima());
+}
+
+TEST_F(Running, The_poll_looks_for_no_tool_while_all_are_there)
+{
+    const auto searches = [] { return Mac::calls(QStringLiteral("docker")).count(QStringLiteral("compose version")); };
+    const auto before = searches();
+    launch(model().bootstrap());
+    waitFor([this] { return clock.waited() >= std::chrono::seconds(45); }, "three looks");
+    EXPECT_EQ(searches() - before, 1) << "at the start";
+}
+
 TEST_F(Protected, The_dot_stays_gray_until_the_resolvers_were_read)
 {
     Mac::ctl(QStringLiteral("fault scutil late 0.5"));
