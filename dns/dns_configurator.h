@@ -29,7 +29,7 @@ public:
     [[nodiscard]] static QCoro::Task<QStringList> presentServices();
     /// The servers set by hand on the service; empty means automatic.
     [[nodiscard]] static QCoro::Task<QStringList> currentServers(QString service);
-    /// The same; absent when macOS did not list them.
+    /// The same; absent when macOS did not list them, or printed neither addresses nor kNoServers.
     [[nodiscard]] static QCoro::Task<std::optional<QStringList>> readServers(QString service);
     /// The services, those whose servers are not known read once more.
     [[nodiscard]] static QCoro::Task<QList<NetworkService>> readAgain(QList<NetworkService> services);
@@ -78,6 +78,8 @@ public:
     [[nodiscard]] static QHash<QString, QString> parseServiceDevices(QStringView text);
     /// "route -n get default": the device after "interface:".
     [[nodiscard]] static std::optional<QString> parseDefaultRoute(QStringView text);
+    /// What macOS says of a service without servers of its own.
+    static constexpr QStringView kNoServers{u"aren't any DNS Servers"};
     /// "networksetup -getdnsservers": an address a line; a sentence of the tool's is none.
     [[nodiscard]] static QStringList parseServers(QStringView text);
     /// "scutil --dns" up to its scoped queries: a block for each "resolver #".

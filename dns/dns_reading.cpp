@@ -1,6 +1,10 @@
 #include "dns/dns_configurator.h"
 #include "exec/command_runner.h"
 
+#include <QHostAddress>
+
+#include <algorithm>
+
 namespace corvane {
 
 namespace {
@@ -15,6 +19,21 @@ QCoro::Task<CommandResult> networksetup(QStringList args)
 {
     const QString exe = QStringLiteral("/usr/sbin/networksetup");
     co_return co_await run(exe, args);
+}
+
+QCoro::Task<CommandResult> askForServers(QString service)
+{
+    const QStringList question{QStringLiteral("-getdnsservers"), service};
+    co_return co_await networksetup(question);
+}
+
+/// Whether this is an answer at all: addresses, or the sentence that there are none. Anything else would be saved as
+/// the user's servers.
+bool isAnswer(const QString &printed, const QStringList &servers)
+{
+    const auto isAddress = [](const QString &server) { return !QHostAddress(server).isNull(); };
+    if (servers.isEmpty()) return printed.contains(DNSConfigurator::kNoServers);
+    return std::ranges::all_of(servers, isAddress);
 }
 
 } // namespace
@@ -51,16 +70,17 @@ QCoro::Task<QStringList> DNSConfigurator::presentServices()
 
 QCoro::Task<QStringList> DNSConfigurator::currentServers(QString service)
 {
-    const std::optional<QStringList> servers = co_await readServers(service);
-    co_return servers.value_or(QStringList());
+    const CommandResult result = co_await askForServers(service);
+    co_return result.succeeded() ? parseServers(result.standardOutput) : QStringList();
 }
 
 QCoro::Task<std::optional<QStringList>> DNSConfigurator::readServers(QString service)
 {
-    const QStringList question{QStringLiteral("-getdnsservers"), service};
-    const CommandResult result = co_await networksetup(question);
+    const CommandResult result = co_await askForServers(service);
     if (!result.succeeded()) co_return std::nullopt;
-    co_return parseServers(result.standardOutput);
+    const QStringList servers = parseServers(result.standardOutput);
+    if (!isAnswer(result.standardOutput, servers)) co_return std::nullopt;
+    co_return servers;
 }
 
 QCoro::Task<QList<NetworkService>> DNSConfigurator::readAgain(QList<NetworkService> services)

@@ -67,7 +67,7 @@ std::optional<QString> DNSConfigurator::parseDefaultRoute(QStringView text)
 
 QStringList DNSConfigurator::parseServers(QStringView text)
 {
-    if (text.contains(u"aren't any DNS Servers")) return {};
+    if (text.contains(kNoServers)) return {};
     QStringList servers;
     for (const QStringView line : trimmedLines(text)) {
         // Whatever holds a space is a sentence of the tool, not an address.

@@ -73,12 +73,14 @@ TEST(ListingServices, Gives_nothing_when_the_tool_fails_or_is_missing)
 
 TEST(ListingServices, Shows_servers_that_macos_does_not_tell_as_automatic_and_says_so)
 {
-    const FakeTool networksetup(kNetworksetup, "case $1:$2 in -listall*) printf 'A\nB\n' ;; *:A) exit 4 ;; esac");
+    const FakeTool networksetup(kNetworksetup, "case $1:$2 in -listall*) printf 'A\nB\nC\n' ;; *:A) exit 4 ;; "
+                                               "*:B) echo \"There aren't any DNS Servers set on B.\" ;; esac");
     const QList<NetworkService> services = resultOf(DNSConfigurator::listServices());
-    ASSERT_EQ(services.size(), 2);
+    ASSERT_EQ(services.size(), 3);
     EXPECT_TRUE(services[0].servers.isEmpty());
     EXPECT_FALSE(services[0].serversKnown);
     EXPECT_TRUE(services[1].serversKnown);
+    EXPECT_FALSE(services[2].serversKnown) << "silence is no answer";
 }
 
 TEST(ReadingAgain, Asks_only_for_what_is_not_known)
@@ -108,6 +110,17 @@ TEST(ReadingAfresh, Keeps_what_was_known_where_nothing_can_be_read)
     const NetworkService before{.name = QStringLiteral("A"), .servers = {QStringLiteral("9.9.9.9")}};
     const FakeTool networksetup(kNetworksetup, printing("127.0.0.1", 1));
     EXPECT_EQ(resultOf(DNSConfigurator::readAfresh({before})), QList<NetworkService>{before});
+}
+
+TEST(ReadingAfresh, Takes_no_rubbish_for_the_servers_of_the_user)
+{
+    const NetworkService before{.name = QStringLiteral("A"), .servers = {QStringLiteral("9.9.9.9")}};
+    for (const char *printed : {"", " \n", "%$#x", "8.8.8.8\nrubbish", "999.1.1.1"}) {
+        const FakeTool networksetup(kNetworksetup, printing(printed));
+        EXPECT_EQ(resultOf(DNSConfigurator::readAfresh({before})), QList<NetworkService>{before}) << printed;
+    }
+    const FakeTool networksetup(kNetworksetup, printing("fe80::1%en0\n2001:db8::1"));
+    EXPECT_EQ(resultOf(DNSConfigurator::readAfresh({before})).first().servers.size(), 2);
 }
 
 TEST(CurrentServers, Of_a_tool_that_fails_are_none)
