@@ -1,5 +1,6 @@
 #include "tests/faults/user_actions.h"
 
+#include "app/disturbance.h"
 #include "dns/dns_backup.h"
 #include "tests/flows/saved_files.h"
 
@@ -43,8 +44,27 @@ Act forgetOutcome(const char *test)
         Outcomes outcomes = model.outcomes();
         outcomes.remove(key);
         model.setOutcomes(outcomes);
+        auto notes = model.notes();
+        notes.remove(key);
+        model.setNotes(notes);
+        model.setSystemTestDetail({});
+        model.setBrowserTestDetail({});
     };
 }
+
+/// Of a test under which Pi-hole was changed: that, in the place of its verdict.
+Said outcomeOrChange(const char *test, const Said &place)
+{
+    return [outcome = outcomeOf(test), place](const AppModel &model) {
+        const QString summary = outcome(model);
+        const bool disturbed = summary.isEmpty() && place(model) == Disturbance::kSentence;
+        return disturbed ? QString(Disturbance::kSentence) : summary;
+    };
+}
+
+QString noteOnBlocking(const AppModel &model) { return model.notes().value(QStringLiteral("blocking")).toString(); }
+QString systemDetail(const AppModel &model) { return model.systemTestDetail(); }
+QString browserDetail(const AppModel &model) { return model.browserTestDetail(); }
 
 /// An operation says how it went in its own box.
 Said operationOr(OperationRunner *(AppModel::*runner)(), const Said &field)
@@ -135,14 +155,14 @@ QList<UserAction> tests()
         {"runBlockingTest",
          Activity::BlockingTest,
          [](AppModel &model) { return model.runBlockingTest(); },
-         outcomeOf("blocking"),
+         outcomeOrChange("blocking", noteOnBlocking),
          true,
          {},
          forgetOutcome("blocking")},
         {"runSystemTest",
          Activity::SystemTest,
          [](AppModel &model) { return model.runSystemTest(); },
-         outcomeOf("system"),
+         outcomeOrChange("system", systemDetail),
          true,
          {},
          forgetOutcome("system")},
@@ -156,7 +176,7 @@ QList<UserAction> tests()
         {"runBrowserTest",
          Activity::BrowserTest,
          [](AppModel &model) { return model.runBrowserTest(); },
-         outcomeOf("browser"),
+         outcomeOrChange("browser", browserDetail),
          true,
          {},
          forgetOutcome("browser")},
