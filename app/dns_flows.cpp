@@ -163,6 +163,7 @@ Flow<> AppModel::proveLookups()
     if (!report.firstIsPihole) detail += QStringLiteral(" The first DNS server macOS uses is not Pi-hole.");
     if (found.isEmpty() && disturbance.happened()) {
         setSystemTestDetail(Disturbance::kSentence);
+        setNote(kSystem, {});
         co_await refreshStatus(Stats::Leave);
         co_return;
     }

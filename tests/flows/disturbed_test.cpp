@@ -71,6 +71,7 @@ TEST_F(Disturbed, A_change_that_is_over_by_the_end_counts_too)
 
 TEST_F(Disturbed, This_macs_lookups_are_not_blamed_on_its_settings)
 {
+    model().setNotes({{QStringLiteral("system"), QStringLiteral("What an earlier test found.")}});
     beginChange();
     Mac::ctl(QStringLiteral("engine stop"));
     run(model().runSystemTest());
